@@ -1,0 +1,13 @@
+#pragma once
+#include <maya/MMessage.h>
+#include <maya/MString.h>
+
+class MStringArray;
+
+class MEventMessage : public MMessage
+{
+public:
+    static MCallbackId addEventCallback(const MString& event, MMessage::MBasicFunction func,
+                                        void* clientData = nullptr, MStatus* returnStatus = nullptr);
+    static void getEventNames(MStringArray& names);
+};
