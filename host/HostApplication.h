@@ -1,13 +1,18 @@
 #pragma once
-#include <maya/MStatus.h>
 #include "HostPlugins.h"
+#include <QtCore/QList>
 #include <QtCore/QObject>
+#include <QtCore/QPair>
+#include <QtCore/QPointer>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
+#include <maya/MStatus.h>
+#include <memory>
 
 class QMainWindow;
 class QWidget;
 class HostMainWindow;
+class HostUiCommands;
 
 // The substitute Maya session: what the standalone program and the tests start.
 // Needs a QApplication to exist. One at a time per process.
@@ -23,6 +28,9 @@ public:
 
     bool IsBatch() const;
     QMainWindow* MainWindow() const; // null in batch mode
+    HostMainWindow* HostWindow() const;
+    // The main window is created hidden; the program shows it once the session is set up.
+    void ShowMainWindow();
 
     MStatus LoadPlugin(const QString& name, HostPluginEntry initialize, HostPluginEntry uninitialize);
     MStatus UnloadPlugin(const QString& name);
@@ -44,7 +52,25 @@ public:
     // scriptToShelf (label and command), the current "workspaceControl -uiScript".
     QStringList ShownHelp() const;
     QList<QPair<QString, QString>> ShelfButtons() const;
+    QString WorkspaceControlUiScript(const QString& controlName) const;
+
+    // The content widget of the workspace control created last: Maya's current parent.
+    QWidget* CurrentParent() const;
 
 signals:
     void QuitFinished();
+
+private:
+    bool SendCloseEvent();
+    void FinishQuit();
+    void OnMainWindowCloseAccepted();
+    void InstallQuitHandler();
+
+    static HostApplication* instance;
+
+    const bool batch;
+    bool hasQuit = false;
+    bool quitting = false;
+    QPointer<HostMainWindow> mainWindow;
+    std::unique_ptr<HostUiCommands> uiCommands;
 };

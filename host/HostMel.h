@@ -53,6 +53,16 @@ public:
     static bool ProcedureDefined(const QString& name);
 
     // What "melInfo" and "whatIs" answer: every command, run-time command and procedure.
+    // MelInfo lists commands, then run-time commands, then procedures, each group sorted.
     static QStringList MelInfo();
     static QString WhatIs(const QString& name);
+
+    // A named piece of MEL that runs as a command, as Maya's run-time commands do.
+    static void RegisterRunTimeCommand(const QString& name, const QString& mel);
+
+    // Runs a MEL file as "source" does; a missing or unreadable file is an error.
+    static MStatus SourceFile(const QString& path);
+
+    // Reports an error as Maya does, "line N: " before it while a MEL statement runs.
+    static void ReportError(const QString& message);
 };

@@ -1,5 +1,6 @@
 #pragma once
 #include <QtCore/QString>
+#include <functional>
 
 // Process-wide facts of the substitute host.
 class HostState
@@ -11,4 +12,11 @@ public:
     static QString UserPrefDir();
     static QString UserScriptDir();
     static QString MayaVersion(); // "2026"
+    // "$MAYA_APP_DIR/" (default "~/maya/"), Maya's "internalVar -userAppDir".
+    static QString MayaAppDir();
+
+    // What MEL's "quit" calls; without a handler quitting does nothing.
+    static void SetQuitHandler(std::function<void()> handler);
+    // Calls the handler; false if none is set.
+    static bool RequestQuit();
 };

@@ -4,7 +4,7 @@
 #include <cstdint>
 
 #ifndef PLUGIN_EXPORT
-#define PLUGIN_EXPORT extern "C" __attribute__((visibility("default")))
+#define PLUGIN_EXPORT __attribute__((visibility("default")))
 #endif
 
 using MUintPtrSz = std::uintptr_t;

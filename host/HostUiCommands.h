@@ -1,0 +1,66 @@
+#pragma once
+#include "HostMel.h"
+#include <QtCore/QList>
+#include <QtCore/QPair>
+#include <QtCore/QPointer>
+#include <QtCore/QStringList>
+#include <memory>
+
+class HostMainWindow;
+class HostWorkspaceCommands;
+class QAction;
+class QWidget;
+
+// The MEL commands of Maya's interface, registered into HostMel for as long as the object
+// lives. Without a main window (batch mode) they fail as Maya's do, but for the existence
+// query of a workspace control.
+class HostUiCommands
+{
+public:
+    explicit HostUiCommands(HostMainWindow* mainWindow);
+    ~HostUiCommands();
+    HostUiCommands(const HostUiCommands&) = delete;
+    HostUiCommands& operator=(const HostUiCommands&) = delete;
+
+    QStringList ShownHelp() const;
+    QList<QPair<QString, QString>> ShelfButtons() const;
+    QString WorkspaceControlUiScript(const QString& controlName) const;
+    QWidget* CurrentParent() const;
+
+    // An error line as Maya reports a failed command, and the failure to return.
+    static MStatus ReportError(const QString& message);
+    static MStatus ReportNoMainWindow(const QString& command);
+    // MEL's spellings of a boolean argument.
+    static bool ParseBool(const QString& text);
+
+private:
+    using Method = MStatus (HostUiCommands::*)(const HostMelCall&, MCommandResult&);
+
+    void RegisterCommands();
+    static void Register(const QString& name, const QList<HostMelFlagSpec>& flags, Method method);
+    static void RegisterSubstitute(const QString& name, Method method);
+
+    MStatus WorkspaceControl(const HostMelCall& call, MCommandResult& result);
+    MStatus WorkspaceControlState(const HostMelCall& call, MCommandResult& result);
+    MStatus DeleteUi(const HostMelCall& call, MCommandResult& result);
+    MStatus SymbolButton(const HostMelCall& call, MCommandResult& result);
+    MStatus ShowHelp(const HostMelCall& call, MCommandResult& result);
+    MStatus ScriptToShelf(const HostMelCall& call, MCommandResult& result);
+    MStatus LsUi(const HostMelCall& call, MCommandResult& result);
+    MStatus ScriptEditor(const HostMelCall& call, MCommandResult& result);
+    MStatus CreateMenuItem(const HostMelCall& call, MCommandResult& result);
+    MStatus ScriptEditorButtonName(const HostMelCall& call, MCommandResult& result);
+
+    bool DeleteNamed(const QString& name, const HostMelCall& call);
+    bool DeleteMenuItem(const QString& name);
+    bool DeleteWindow(const QString& name);
+    QString UniqueMenuItemName() const;
+
+    static HostUiCommands* current;
+
+    QPointer<HostMainWindow> mainWindow;
+    std::unique_ptr<HostWorkspaceCommands> workspaceCommands;
+    QStringList shownHelp;
+    QList<QPair<QString, QString>> shelfButtons;
+    QStringList registeredCommands;
+};

@@ -1,0 +1,3 @@
+#include <maya/MObject.h>
+
+const MObject MObject::kNullObj;

@@ -1,0 +1,5 @@
+"""Maya's OpenMayaRender API module.
+
+Importable but essentially empty: the substitute host has no scene, nodes or API classes, so
+nothing is defined here.
+"""

@@ -1,0 +1,381 @@
+#include "shell/BrindletEditor.h"
+
+#include "output/PanelGroup.h"
+#include "plugin/MayaUtil.h"
+#include "settings/Settings.h"
+#include "shell/StatusBar.h"
+#include "sidebar/ActivityBar.h"
+#include "sidebar/SideBar.h"
+#include "tabs/CodeEditorGroup.h"
+
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QBoxLayout>
+#include <QtWidgets/QMenuBar>
+#include <QtWidgets/QSplitter>
+
+BrindletEditor::BrindletEditor(QWidget* parent) : QWidget(parent), mainWindow(MayaUtil::GetMainWindow())
+{
+    setWindowTitle(Settings::APPLICATION_TITLE);
+    InitializeForMaya();
+    CreateActions();
+    CreateMenus();
+    CreateWidgets();
+    CreateLayout();
+    CreateConnections();
+    ApplyPreferences();
+    if (GetCodeEditorCount() == 0)
+    {
+        NewMelBuffer();
+        NewPythonBuffer();
+    }
+    SetActiveCodeEditorGroup(GetActiveCodeEditorGroup(), true);
+    // After the panels exist, since it applies to all of them.
+    keyBindings.ReadUserKeyBindings();
+    // What the host printed before this widget existed.
+    panelGroup->OutputAppendText(MayaUtil::GetExistingHistory());
+    if (mainWindow)
+        mainWindow->installEventFilter(this);
+}
+
+BrindletEditor::~BrindletEditor()
+{
+    if (mainWindow)
+        mainWindow->removeEventFilter(this);
+}
+
+void BrindletEditor::InitializeForMaya()
+{
+    setAttribute(Qt::WA_DontCreateNativeAncestors);
+    if (objectName().isEmpty())
+        setObjectName(Settings::APPLICATION_NAME);
+}
+
+void BrindletEditor::CreateWidgets()
+{
+    editorGroupSplitter = new QSplitter(this);
+    editorGroupSplitter->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    editorGroupSplitter->setOrientation(Settings::codeEditorOrientVertical ? Qt::Vertical : Qt::Horizontal);
+    editorGroupSplitter->setChildrenCollapsible(false);
+    for (int id = 0; id < Settings::NUM_CODE_EDITOR_GROUPS; ++id)
+    {
+        auto* group = new CodeEditorGroup(id, &keyBindings, editorGroupSplitter);
+        group->setMinimumWidth(100);
+        group->setMinimumHeight(100);
+        editorGroupSplitter->addWidget(group);
+        codeEditorGroups.append(group);
+    }
+
+    panelGroup = new PanelGroup(&keyBindings, this);
+    panelGroup->setMinimumHeight(100);
+    sideBar = new SideBar(&keyBindings, this);
+    activityBar = new ActivityBar(&keyBindings, this);
+    statusBar = new StatusBar(&keyBindings, this);
+
+    outputSplitter = new QSplitter(this);
+    outputSplitter->setStyleSheet(QStringLiteral("QSplitter::handle:vertical   {height: 1px; image: none;}"
+                                                 "QSplitter::handle:horizontal {width:  1px; image: none;}"));
+    outputSplitter->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    outputSplitter->setOrientation(Settings::outputOrientVertical ? Qt::Vertical : Qt::Horizontal);
+    outputSplitter->setFrameStyle(0);
+    if (Settings::outputTopLeft)
+    {
+        outputSplitter->addWidget(panelGroup);
+        outputSplitter->addWidget(editorGroupSplitter);
+    }
+    else
+    {
+        outputSplitter->addWidget(editorGroupSplitter);
+        outputSplitter->addWidget(panelGroup);
+    }
+    outputSplitter->setStretchFactor(outputSplitter->indexOf(editorGroupSplitter), 1);
+    outputSplitter->setStretchFactor(outputSplitter->indexOf(panelGroup), 0);
+
+    sideBarSplitter = new QSplitter(this);
+    sideBarSplitter->setStyleSheet(QStringLiteral("QSplitter::handle:vertical   {height: 0px; image: none;}"
+                                                  "QSplitter::handle:horizontal {width:  0px; image: none;}"));
+    sideBarSplitter->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    sideBarSplitter->setFrameStyle(0);
+    if (Settings::sideBarLeft)
+    {
+        sideBarSplitter->addWidget(sideBar);
+        sideBarSplitter->addWidget(outputSplitter);
+    }
+    else
+    {
+        sideBarSplitter->addWidget(outputSplitter);
+        sideBarSplitter->addWidget(sideBar);
+    }
+    const int sideBarIndex = sideBarSplitter->indexOf(sideBar);
+    const int otherIndex = sideBarSplitter->indexOf(outputSplitter);
+    sideBarSplitter->setCollapsible(sideBarIndex, true);
+    sideBarSplitter->setStretchFactor(sideBarIndex, 0);
+    sideBarSplitter->setCollapsible(otherIndex, false);
+    sideBarSplitter->setStretchFactor(otherIndex, 1);
+
+    InstallSplitterHandleFilters();
+}
+
+void BrindletEditor::InstallSplitterHandleFilters()
+{
+    if (QSplitterHandle* handle = outputSplitter->handle(1))
+        handle->installEventFilter(this);
+    if (QSplitterHandle* handle = sideBarSplitter->handle(1))
+        handle->installEventFilter(this);
+}
+
+void BrindletEditor::CreateLayout()
+{
+    centralLayout = new QHBoxLayout();
+    centralLayout->setContentsMargins(0, 0, 0, 0);
+    centralLayout->setSpacing(0);
+    if (Settings::sideBarLeft)
+    {
+        centralLayout->addWidget(activityBar);
+        centralLayout->addWidget(sideBarSplitter);
+    }
+    else
+    {
+        centralLayout->addWidget(sideBarSplitter);
+        centralLayout->addWidget(activityBar);
+    }
+
+    mainLayout = new QVBoxLayout(this);
+    mainLayout->setContentsMargins(0, 0, 0, 0);
+    mainLayout->setSpacing(0);
+    mainLayout->addWidget(menuBar);
+    mainLayout->addLayout(centralLayout);
+    mainLayout->addWidget(statusBar);
+}
+
+void BrindletEditor::ConnectCodeEditorGroup(CodeEditorGroup* group)
+{
+    connect(group, SIGNAL(CurrentTabChanged()), this, SLOT(OnActiveCodeEditorChanged()));
+    connect(group, SIGNAL(ReceivedFocus(CodeEditorGroup*)), this,
+            SLOT(OnCodeEditorGroupFocusReceived(CodeEditorGroup*)));
+}
+
+void BrindletEditor::CreateConnections()
+{
+    for (CodeEditorGroup* group : codeEditorGroups)
+        ConnectCodeEditorGroup(group);
+    connect(sideBar, SIGNAL(SideBarVisibilityChangeRequested(bool)), this, SLOT(SetSideBarVisible(bool)));
+    connect(sideBar, SIGNAL(ViewChangeRequested(SideBarView)), this, SLOT(SetSideBarView(SideBarView)));
+    connect(activityBar, SIGNAL(ViewSelected(SideBarView)), this, SLOT(OnActivityBarViewSelected(SideBarView)));
+    connect(activityBar, SIGNAL(ActivityBarVisibilityChangeRequested(bool)), this,
+            SLOT(SetActivityBarVisible(bool)));
+    connect(statusBar, SIGNAL(StatusBarVisibilityChangeRequested(bool)), this, SLOT(SetStatusBarVisible(bool)));
+    connect(sideBarSplitter, SIGNAL(splitterMoved(int, int)), this, SLOT(OnSplitterMoved()));
+    connect(outputSplitter, SIGNAL(splitterMoved(int, int)), this, SLOT(OnSplitterMoved()));
+    connect(qApp, SIGNAL(focusChanged(QWidget*, QWidget*)), this,
+            SLOT(OnApplicationFocusChanged(QWidget*, QWidget*)));
+    connect(this, SIGNAL(AppendToOutputRequested(QString)), this, SLOT(AppendToOutput(QString)));
+}
+
+// ---------------------------------------------------------------------------------------------
+// Output
+
+void BrindletEditor::AppendToOutputThreadSafe(const QString& text)
+{
+    emit AppendToOutputRequested(text);
+}
+
+void BrindletEditor::AppendToOutput(const QString& text)
+{
+    panelGroup->OutputAppendText(text);
+}
+
+void BrindletEditor::ClearHistory()
+{
+    panelGroup->OutputClearAll();
+}
+
+// ---------------------------------------------------------------------------------------------
+// Editor groups
+
+int BrindletEditor::GetCodeEditorGroupCount() const
+{
+    return editorGroupSplitter->count();
+}
+
+int BrindletEditor::GetCodeEditorGroupIndex(CodeEditorGroup* group) const
+{
+    return editorGroupSplitter->indexOf(group);
+}
+
+CodeEditorGroup* BrindletEditor::GetCodeEditorGroupByIndex(int index) const
+{
+    if (index < 0 || index >= editorGroupSplitter->count())
+        return nullptr;
+    return qobject_cast<CodeEditorGroup*>(editorGroupSplitter->widget(index));
+}
+
+CodeEditorGroup* BrindletEditor::GetCodeEditorGroupById(int id) const
+{
+    for (CodeEditorGroup* group : codeEditorGroups)
+    {
+        if (group->GetId() == id)
+            return group;
+    }
+    return nullptr;
+}
+
+int BrindletEditor::GetActiveCodeEditorGroupIndex() const
+{
+    return Settings::activeTabViewIndex;
+}
+
+CodeEditorGroup* BrindletEditor::GetActiveCodeEditorGroup() const
+{
+    return GetCodeEditorGroupByIndex(GetActiveCodeEditorGroupIndex());
+}
+
+void BrindletEditor::SetActiveCodeEditorGroup(CodeEditorGroup* group, bool force)
+{
+    const int index = GetCodeEditorGroupIndex(group);
+    if (index == Settings::activeTabViewIndex && !force)
+        return;
+    Settings::activeTabViewIndex = index;
+    RefreshCodeEditorGroupMiniToolbar();
+    OnActiveCodeEditorChanged();
+}
+
+int BrindletEditor::GetCodeEditorCount() const
+{
+    int count = 0;
+    for (CodeEditorGroup* group : codeEditorGroups)
+        count += group->GetCodeEditorCount();
+    return count;
+}
+
+void BrindletEditor::RefreshCodeEditorGroupMiniToolbar()
+{
+    for (CodeEditorGroup* group : codeEditorGroups)
+        group->SetMiniToolbarVisible(false);
+    if (CodeEditorGroup* active = GetActiveCodeEditorGroup())
+        active->SetMiniToolbarVisible(true);
+}
+
+void BrindletEditor::RefreshCodeEditorGroups(bool equalizeSizes)
+{
+    // Groups with tabs stay in front; an empty one moves to the end and hides.
+    int count = 0;
+    for (int i = codeEditorGroups.size() - 1; i >= 0; --i)
+    {
+        CodeEditorGroup* group = codeEditorGroups.at(i);
+        if (group->GetCodeEditorCount() > 0)
+        {
+            group->show();
+            ++count;
+            continue;
+        }
+        group->hide();
+        if (i != codeEditorGroups.size() - 1)
+            codeEditorGroups.append(codeEditorGroups.takeAt(i));
+    }
+    RefreshCodeEditorGroupMiniToolbar();
+    for (int i = 0; i < codeEditorGroups.size(); ++i)
+        editorGroupSplitter->insertWidget(i, codeEditorGroups.at(i));
+    if (count == 0 && !codeEditorGroups.isEmpty())
+    {
+        codeEditorGroups.first()->show();
+        count = 1;
+    }
+    for (CodeEditorGroup* group : codeEditorGroups)
+        group->SetTabDropOtherGroupsEnabled(count != codeEditorGroups.size());
+    if (equalizeSizes)
+        editorGroupSplitter->setSizes(QList<int>(editorGroupSplitter->count(), 1));
+}
+
+void BrindletEditor::FocusActiveCodeEditor()
+{
+    if (CodeEditorGroup* group = GetActiveCodeEditorGroup())
+        group->FocusCurrentCodeEditor();
+    RefreshCodeEditorGroupMiniToolbar();
+}
+
+void BrindletEditor::OnActiveCodeEditorChanged()
+{
+    sideBar->SaveOutline();
+    UpdateTitleBar();
+}
+
+void BrindletEditor::OnCodeEditorGroupFocusReceived(CodeEditorGroup* group)
+{
+    SetActiveCodeEditorGroup(group, false);
+}
+
+bool BrindletEditor::IsBrindletEditorWidget(QWidget* widget) const
+{
+    for (QWidget* w = widget; w; w = w->parentWidget())
+    {
+        if (w == this)
+            return true;
+    }
+    return false;
+}
+
+bool BrindletEditor::IsSideBarWidget(QWidget* widget) const
+{
+    for (QWidget* w = widget; w && w != this; w = w->parentWidget())
+    {
+        if (w == sideBar)
+            return true;
+    }
+    return false;
+}
+
+// ---------------------------------------------------------------------------------------------
+// Buffers (plain buffers until the code editor groups hold real editors)
+
+void BrindletEditor::AddBuffer(const QString& label)
+{
+    CodeEditorGroup* group = GetActiveCodeEditorGroup();
+    if (!group)
+        group = codeEditorGroups.first();
+    group->AddBuffer(label);
+    RefreshCodeEditorGroups(false);
+    SetActiveCodeEditorGroup(group, false);
+}
+
+void BrindletEditor::NewMelBuffer()
+{
+    AddBuffer(Settings::defaultMelBufferLabel);
+}
+
+void BrindletEditor::NewPythonBuffer()
+{
+    AddBuffer(Settings::defaultPythonBufferLabel);
+}
+
+bool BrindletEditor::OpenFile(const QString& /*path*/, bool /*fromWorkspace*/)
+{
+    return false;
+}
+
+bool BrindletEditor::ModifiedFilesExist() const
+{
+    return false;
+}
+
+int BrindletEditor::ShowUnsavedFileDialog(const QString& /*path*/)
+{
+    return 0;
+}
+
+void BrindletEditor::SaveAll(bool /*internalBuffers*/, bool /*files*/)
+{
+}
+
+bool BrindletEditor::IsPythonModuleStateUpdated() const
+{
+    return moduleStateUpdated;
+}
+
+void BrindletEditor::Execute()
+{
+}
+
+void BrindletEditor::PythonRevertModuleState()
+{
+    MayaUtil::PythonRevertModuleState();
+}

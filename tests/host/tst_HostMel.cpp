@@ -1,0 +1,665 @@
+// The substitute's MEL: parsing, variables, procedures and their native substitutes, and the
+// built-in commands the plug-in sends, all run from MEL text as Maya would run it.
+#include "HostMel.h"
+#include "HostOptionVars.h"
+#include "HostOutput.h"
+#include "HostPlugins.h"
+#include "HostState.h"
+
+#include <maya/MArgDatabase.h>
+#include <maya/MCommandMessage.h>
+#include <maya/MCommandResult.h>
+#include <maya/MFnPlugin.h>
+#include <maya/MGlobal.h>
+#include <maya/MMessage.h>
+#include <maya/MPxCommand.h>
+
+#include <QtCore/QFile>
+#include <QtCore/QTemporaryDir>
+#include <QtTest/QtTest>
+
+namespace
+{
+struct Message
+{
+    MCommandMessage::MessageType type;
+    QString text;
+};
+
+class Recorder
+{
+public:
+    Recorder() { id = MCommandMessage::addCommandOutputCallback(&Recorder::Record, this); }
+    ~Recorder() { MMessage::removeCallback(id); }
+    Recorder(const Recorder&) = delete;
+    Recorder& operator=(const Recorder&) = delete;
+
+    QStringList Texts(MCommandMessage::MessageType type) const
+    {
+        QStringList texts;
+        for (const Message& message : messages)
+        {
+            if (message.type == type)
+                texts.append(message.text);
+        }
+        return texts;
+    }
+    QString Printed() const { return Texts(MCommandMessage::kDisplay).join(QString()); }
+    QStringList Errors() const { return Texts(MCommandMessage::kError); }
+
+    QList<Message> messages;
+
+private:
+    static void Record(const MString& text, MCommandMessage::MessageType type, void* data)
+    {
+        static_cast<Recorder*>(data)->messages.append({type, QString::fromUtf8(text.asChar())});
+    }
+
+    MCallbackId id = 0;
+};
+
+MStatus Mel(const QString& text)
+{
+    return HostMel::Execute(text, nullptr, false);
+}
+
+QString MelString(const QString& text)
+{
+    MCommandResult result;
+    MString value;
+    if (!HostMel::Execute(text, &result, false) || !result.getResult(value))
+        return QStringLiteral("<no string>");
+    return QString::fromUtf8(value.asChar());
+}
+
+int MelInt(const QString& text)
+{
+    MCommandResult result;
+    int value = -12345;
+    if (!HostMel::Execute(text, &result, false) || !result.getResult(value))
+        return -12345;
+    return value;
+}
+
+QStringList MelArray(const QString& text)
+{
+    MCommandResult result;
+    MStringArray values;
+    QStringList list;
+    if (!HostMel::Execute(text, &result, false) || !result.getResult(values))
+        return QStringList{QStringLiteral("<no array>")};
+    for (unsigned int i = 0; i < values.length(); ++i)
+        list.append(QString::fromUtf8(values[i].asChar()));
+    return list;
+}
+
+// A plug-in command for help and melInfo.
+class FlagsCommand : public MPxCommand
+{
+public:
+    static void* Creator() { return new FlagsCommand; }
+    static MSyntax Syntax()
+    {
+        MSyntax syntax;
+        syntax.addFlag("-v", "-version");
+        syntax.addFlag("-of", "-openFile", MSyntax::kString);
+        syntax.addFlag("-sz", "-size", MSyntax::kLong, MSyntax::kDouble);
+        return syntax;
+    }
+    MStatus doIt(const MArgList& args) override
+    {
+        MStatus status;
+        MArgDatabase database(syntax(), args, &status);
+        if (!status)
+            return status;
+        if (database.numberOfFlagsUsed() > 0)
+        {
+            setResult(static_cast<int>(database.numberOfFlagsUsed()));
+            return status;
+        }
+        // Without flags: the arguments as the command received them.
+        MString joined;
+        MString word;
+        for (unsigned int i = 0; database.getCommandArgument(i, word); ++i)
+            joined += (i > 0 ? "|" : "") + word;
+        setResult(joined);
+        return status;
+    }
+};
+
+MStatus InitializeFlagsPlugin(MObject object)
+{
+    MFnPlugin plugin(object, "Tests", "1.0");
+    return plugin.registerCommand("melTestCommand", FlagsCommand::Creator, FlagsCommand::Syntax);
+}
+
+MStatus UninitializeFlagsPlugin(MObject object)
+{
+    MFnPlugin plugin(object);
+    return plugin.deregisterCommand("melTestCommand");
+}
+
+const char* const PLUGIN_SCRIPT = R"MEL(
+// The same shape as the plug-in's own script: procedures with bodies this host never runs.
+global proc string xvGetExistingHistory()
+{
+    if (`window -exists xvTempReporterWnd`) deleteUI xvTempReporterWnd;
+    window xvTempReporterWnd;
+    columnLayout;
+    string $reporter = `cmdScrollFieldReporter -fst ""`;
+    string $text = `cmdScrollFieldReporter -q -t $reporter`;
+    deleteUI xvTempReporterWnd;
+    return $text; /* "}" inside comments and strings does not end the body */
+}
+
+global proc xvClearExistingHistory()
+{
+    window xvTempReporterWnd;
+    columnLayout;
+    cmdScrollFieldReporter -e -clear `cmdScrollFieldReporter -fst "}"`;
+    deleteUI xvTempReporterWnd;
+}
+
+global proc string[] xvGetMelInfo(int $commands, int $runTimeCommands, int $procedures)
+{
+    string $names[] = `melInfo`;
+    string $results[];
+    for ($i = 0; $i < size($names); $i++)
+    {
+        string $type = `whatIs $names[$i]`;
+        if (($commands && $type == "Command") || ($procedures && startsWith($type, "Mel procedure")))
+            $results[$i] = $names[$i];
+    }
+    return $results;
+}
+)MEL";
+} // namespace
+
+class TestHostMel : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void cleanupTestCase();
+    void init();
+
+    void statementsCommentsAndEscapes();
+    void concatenationInArguments();
+    void commandArgumentWords();
+    void expressions_data();
+    void expressions();
+    void variablesAndTypes();
+    void undeclaredVariable();
+    void controlFlow();
+    void unknownProcedure();
+    void syntaxErrorRunsNothing();
+    void userProcedures();
+    void catchAndCatchQuiet();
+    void substitutesOnlyAfterDefinition();
+    void melInfoKeepsIndices();
+    void historyProcedures();
+    void sourceFindsScriptsAndRecordsThem();
+    void hostQueries();
+    void dpiSettingFollowsEnvironment();
+    void helpListsFlags();
+    void optionVarCommand();
+    void echoAndTraceSettings();
+    void pythonCommand();
+    void evalAndQuit();
+    void runTimeCommands();
+
+private:
+    QTemporaryDir appDir;
+};
+
+void TestHostMel::initTestCase()
+{
+    QVERIFY(appDir.isValid());
+    qputenv("MAYA_APP_DIR", QFile::encodeName(appDir.path()));
+    HostOutput::SetTerminalEchoEnabled(false);
+    QVERIFY(HostPlugins::Load(QStringLiteral("melTest"), InitializeFlagsPlugin, UninitializeFlagsPlugin));
+}
+
+void TestHostMel::cleanupTestCase()
+{
+    QVERIFY(HostPlugins::UnloadAll());
+}
+
+void TestHostMel::init()
+{
+    HostOutput::ClearHistory();
+}
+
+void TestHostMel::statementsCommentsAndEscapes()
+{
+    Recorder recorder;
+    QVERIFY(Mel(QStringLiteral("print \"a;b\"; // print \"comment\";\n"
+                               "/* print \"block\";\n */ print \"tab\\there\\n\";print(\"q\\\"\\\\\")")));
+    QCOMPARE(recorder.Printed(), QStringLiteral("a;btab\there\nq\"\\"));
+    QVERIFY(recorder.Errors().isEmpty());
+    // One statement may span lines; blank statements are fine.
+    QVERIFY(Mel(QStringLiteral(";;print\n  \"x\"\n  ;")));
+    QCOMPARE(recorder.Printed().right(1), QStringLiteral("x"));
+    QCOMPARE(MelString(QStringLiteral("about -version;")), QStringLiteral("2026"));
+    QCOMPARE(MelString(QStringLiteral("about -v;;")), QStringLiteral("2026"));
+}
+
+void TestHostMel::concatenationInArguments()
+{
+    Recorder recorder;
+    QVERIFY(Mel(QStringLiteral("print (\"a\" + \"b\"); print \"n=\" + 3 + \"\\n\"; print(\"f=\" + 1.5)")));
+    QCOMPARE(recorder.Printed(), QStringLiteral("abn=3\nf=1.5"));
+    QCOMPARE(MelInt(QStringLiteral("melTestCommand -of (\"a\" + \"b\") -v")), 2);
+    QCOMPARE(MelInt(QStringLiteral("melTestCommand -sz 2 0.5")), 1);
+}
+
+void TestHostMel::commandArgumentWords()
+{
+    QVERIFY(Mel(QStringLiteral("string $word = \"from variable\";")));
+    QCOMPARE(
+        MelString(QStringLiteral("melTestCommand /a/b.mel A|B|C -5 1.5 12abc \"q q\" $word `about -v`;")),
+        QStringLiteral("/a/b.mel|A|B|C|-5|1.5|12abc|q q|from variable|2026"));
+    QCOMPARE(MelString(QStringLiteral("melTestCommand(\"call\", 2, {\"x\", \"y\"})")),
+             QStringLiteral("call|2|x|y"));
+    QCOMPARE(MelString(QStringLiteral("melTestCommand \"// not a comment\" // a comment")),
+             QStringLiteral("// not a comment"));
+}
+
+void TestHostMel::expressions_data()
+{
+    QTest::addColumn<QString>("expression");
+    QTest::addColumn<int>("type");
+    QTest::addColumn<QString>("value");
+    const int integer = MCommandResult::kInt;
+    const int real = MCommandResult::kDouble;
+    const int text = MCommandResult::kString;
+    QTest::newRow("precedence") << "1 + 2 * 3" << integer << "7";
+    QTest::newRow("parentheses") << "(1 + 2) * 3" << integer << "9";
+    QTest::newRow("integer division") << "-7 / 2" << integer << "-3";
+    QTest::newRow("float division") << "7 / 2.0" << real << "3.5";
+    QTest::newRow("remainder") << "7 % 3" << integer << "1";
+    QTest::newRow("int wraps") << "2147483647 + 1" << integer << "-2147483648";
+    QTest::newRow("string first") << "\"a\" + 1 + 2" << text << "a12";
+    QTest::newRow("numbers first") << "1 + 2 + \"a\"" << text << "3a";
+    QTest::newRow("string equality") << "\"abc\" == \"abc\"" << integer << "1";
+    QTest::newRow("string order") << "\"abc\" < \"abd\"" << integer << "1";
+    QTest::newRow("mixed compares numbers") << "\"10\" == 10.0" << integer << "1";
+    QTest::newRow("float text") << "1.0 / 3 + \"\"" << text << "0.3333333333";
+    QTest::newRow("whole float text") << "2.0 + \"\"" << text << "2";
+    QTest::newRow("hex") << "0x1F" << integer << "31";
+    QTest::newRow("exponent") << "1e3" << real << "1000";
+    QTest::newRow("not") << "!1" << integer << "0";
+    QTest::newRow("logic") << "3 > 2 && (2 > 5 || 1)" << integer << "1";
+    QTest::newRow("constants") << "true + yes + on + off" << integer << "3";
+    QTest::newRow("negation") << "2 - -1" << integer << "3";
+    QTest::newRow("string size") << "size(\"hello\")" << integer << "5";
+    QTest::newRow("backquotes") << "`about -version` + \"!\"" << text << "2026!";
+    QTest::newRow("escapes") << "\"x\\ty\\\\\"" << text << "x\ty\\";
+    QTest::newRow("ternary") << "0 ? \"a\" : \"b\"" << text << "b";
+    QTest::newRow("float array") << "$inferredArray = {1, 2.5}; $inferredArray"
+                                 << int(MCommandResult::kStringArray) << "1 2.5";
+}
+
+void TestHostMel::expressions()
+{
+    QFETCH(QString, expression);
+    QFETCH(int, type);
+    QFETCH(QString, value);
+    MCommandResult result;
+    QVERIFY(HostMel::Execute(expression, &result, false));
+    QCOMPARE(int(result.resultType()), type);
+    QString shown;
+    int number = 0;
+    double real = 0.0;
+    MString text;
+    MStringArray array;
+    if (result.getResult(number))
+        shown = QString::number(number);
+    else if (result.getResult(real))
+        shown = QString::number(real, 'g', 10);
+    else if (result.getResult(text))
+        shown = QString::fromUtf8(text.asChar());
+    else if (result.getResult(array))
+        for (unsigned int i = 0; i < array.length(); ++i)
+            shown += (i > 0 ? QStringLiteral(" ") : QString()) + QString::fromUtf8(array[i].asChar());
+    QCOMPARE(shown, value);
+}
+
+void TestHostMel::variablesAndTypes()
+{
+    Recorder recorder;
+    QVERIFY(Mel(QStringLiteral("string $s = \"x\"; int $i = 3; float $f; $f = $i / 2; $s = $s + $i;")));
+    QCOMPARE(MelString(QStringLiteral("$s")), QStringLiteral("x3"));
+    QCOMPARE(MelString(QStringLiteral("$f + \"\"")), QStringLiteral("1"));
+    QCOMPARE(MelString(QStringLiteral("float $g = 7; $g / 2 + \"\"")), QStringLiteral("3.5"));
+    // Variables of one run are there in the next, as at Maya's top level.
+    QVERIFY(Mel(QStringLiteral("print $s; print $i;")));
+    QCOMPARE(recorder.Printed(), QStringLiteral("x33"));
+    // Assignment converts to the declared type.
+    QCOMPARE(MelInt(QStringLiteral("int $n = \"12abc\"; $n")), 12);
+    QCOMPARE(MelArray(QStringLiteral("string $a[] = {\"p\", \"q\"}; $a[3] = \"s\"; $a")),
+             (QStringList{QStringLiteral("p"), QStringLiteral("q"), QString(), QStringLiteral("s")}));
+    QCOMPARE(MelInt(QStringLiteral("size($a)")), 4);
+    QCOMPARE(MelInt(QStringLiteral("$undeclaredBefore = 5; $undeclaredBefore += 2; $undeclaredBefore")), 7);
+    recorder.messages.clear();
+    QVERIFY(Mel(QStringLiteral("print $a")));
+    QCOMPARE(recorder.Printed(), QStringLiteral("p\nq\n\ns\n"));
+
+    QVERIFY(!Mel(QStringLiteral("int $s;")));
+    QCOMPARE(
+        recorder.Errors(),
+        QStringList{QStringLiteral("line 1: Invalid redeclaration of variable \"$s\" as a different type.")});
+}
+
+void TestHostMel::undeclaredVariable()
+{
+    Recorder recorder;
+    QVERIFY(!Mel(QStringLiteral("print \"before\";\nprint $foo;\nprint \"after\";")));
+    QCOMPARE(recorder.Errors(), QStringList{QStringLiteral("line 2: \"$foo\" is an undeclared variable.")});
+    QCOMPARE(recorder.Printed(), QStringLiteral("before"));
+}
+
+void TestHostMel::controlFlow()
+{
+    Recorder recorder;
+    QVERIFY(Mel(QStringLiteral(
+        "int $total = 0;\n"
+        "for ($k = 1; $k <= 5; $k++) { if ($k == 2) continue; if ($k > 4) break; $total += $k; }\n"
+        "string $out = \"\"; string $w;\n"
+        "for ($w in {\"x\", \"y\"}) $out = $out + $w;\n"
+        "int $j = 3; while ($j > 0) { $j--; }\n"
+        "do { $j++; } while ($j < 2);\n"
+        "print ($total + \" \" + $out + \" \" + $j + \" \" + (1 < 2 ? \"yes\" : \"no\"));")));
+    QCOMPARE(recorder.Printed(), QStringLiteral("8 xy 2 yes"));
+    QVERIFY(recorder.Errors().isEmpty());
+    QCOMPARE(MelInt(QStringLiteral("!0 && (3 % 2 == 1) || 0")), 1);
+    QVERIFY(!Mel(QStringLiteral("int $z = 1 / 0;")));
+}
+
+void TestHostMel::unknownProcedure()
+{
+    Recorder recorder;
+    MCommandResult result;
+    QVERIFY(!HostMel::Execute(QStringLiteral("noSuchCommand -flag 1;"), &result, false));
+    QCOMPARE(recorder.Errors(),
+             QStringList{QStringLiteral("line 1: Cannot find procedure \"noSuchCommand\".")});
+    QVERIFY(!Mel(QStringLiteral("print \"ok\";\n\nnoSuchProc(1, \"a\");")));
+    QCOMPARE(recorder.Errors().last(), QStringLiteral("line 3: Cannot find procedure \"noSuchProc\"."));
+}
+
+void TestHostMel::syntaxErrorRunsNothing()
+{
+    Recorder recorder;
+    QVERIFY(!Mel(QStringLiteral("print \"first\";\nprint \"unterminated;")));
+    QVERIFY(!Mel(QStringLiteral("print \"first\";\nint $x = (1 + ;")));
+    QVERIFY(!Mel(QStringLiteral("{ print \"open block\";")));
+    QVERIFY(!Mel(QStringLiteral("global proc broken( {")));
+    QVERIFY(!Mel(QString(500, QLatin1Char('(')) + QStringLiteral("1") + QString(500, QLatin1Char(')'))));
+    QVERIFY(recorder.Printed().isEmpty());
+    QCOMPARE(recorder.Errors().size(), 5);
+    QVERIFY(recorder.Errors().at(0).startsWith(QLatin1String("line 2: ")));
+}
+
+void TestHostMel::userProcedures()
+{
+    Recorder recorder;
+    QVERIFY(Mel(QStringLiteral(
+        "global proc sayHello() { print \"hello\"; print \" there\"; }\n"
+        "global proc int twice(int $n) { return $n * 2; }\n"
+        "global proc string[] pair(string $a, string $b) { string $r[] = {$a, $b}; return $r; }\n"
+        "global proc counter() { global int $gCount; $gCount++; }")));
+    QVERIFY(recorder.Printed().isEmpty());
+    QVERIFY(HostMel::ProcedureDefined(QStringLiteral("sayHello")));
+    QVERIFY(Mel(QStringLiteral("sayHello; sayHello();")));
+    QCOMPARE(recorder.Printed(), QStringLiteral("hello therehello there"));
+    QCOMPARE(MelInt(QStringLiteral("twice(21)")), 42);
+    QCOMPARE(MelInt(QStringLiteral("twice 4")), 8);
+    QCOMPARE(MelArray(QStringLiteral("pair(\"x\", \"y\")")),
+             (QStringList{QStringLiteral("x"), QStringLiteral("y")}));
+    QVERIFY(Mel(QStringLiteral("counter; counter; counter;")));
+    QCOMPARE(MelInt(QStringLiteral("global int $gCount; $gCount")), 3);
+    QCOMPARE(HostMel::WhatIs(QStringLiteral("twice")),
+             QStringLiteral("Mel procedure entered interactively."));
+
+    recorder.messages.clear();
+    QVERIFY(!Mel(QStringLiteral("twice(1, 2)")));
+    QCOMPARE(recorder.Errors(),
+             QStringList{QStringLiteral("line 1: Wrong number of arguments on call to twice.")});
+    // A procedure's locals are its own.
+    QVERIFY(!Mel(QStringLiteral("global proc peek() { print $s; } peek;")));
+    QCOMPARE(recorder.Errors().last(), QStringLiteral("line 1: \"$s\" is an undeclared variable."));
+    // Endless recursion ends in an error, not a crash.
+    QVERIFY(!Mel(QStringLiteral("global proc forever() { forever; } forever;")));
+}
+
+void TestHostMel::catchAndCatchQuiet()
+{
+    Recorder recorder;
+    QCOMPARE(MelInt(QStringLiteral("catch(`noSuchCommand`)")), 1);
+    QCOMPARE(recorder.Errors().size(), 1);
+    QCOMPARE(MelInt(QStringLiteral("catchQuiet(`noSuchCommand`)")), 1);
+    QCOMPARE(MelInt(QStringLiteral("catchQuiet(melTestCommand(\"-bad\"))")), 1);
+    QCOMPARE(recorder.Errors().size(), 1);
+    QCOMPARE(MelInt(QStringLiteral("catch(`about -version`)")), 0);
+    // The script goes on after a caught failure.
+    QVERIFY(Mel(QStringLiteral("catchQuiet(noSuchProc()); print \"went on\";")));
+    QCOMPARE(recorder.Printed(), QStringLiteral("went on"));
+    MGlobal::displayError("after catchQuiet");
+    QCOMPARE(recorder.Errors().size(), 2);
+}
+
+void TestHostMel::substitutesOnlyAfterDefinition()
+{
+    Recorder recorder;
+    HostMel::RegisterProcedureSubstitute(
+        QStringLiteral("xvSubstituteProbe"),
+        [](const HostMelCall& call, MCommandResult& result)
+        {
+            result.setString(MString(call.positionals.join(QLatin1Char('|')).toUtf8().constData()));
+            return MStatus(MStatus::kSuccess);
+        });
+    QVERIFY(!Mel(QStringLiteral("xvSubstituteProbe(\"a\", 1)")));
+    QCOMPARE(recorder.Errors(),
+             QStringList{QStringLiteral("line 1: Cannot find procedure \"xvSubstituteProbe\".")});
+    QVERIFY(!HostMel::ProcedureDefined(QStringLiteral("xvSubstituteProbe")));
+    QVERIFY(Mel(
+        QStringLiteral("global proc string xvSubstituteProbe(string $a, int $b) { return \"mel body\"; }")));
+    // Once defined, the native substitute answers in place of the MEL body.
+    QCOMPARE(MelString(QStringLiteral("xvSubstituteProbe(\"a\", 1)")), QStringLiteral("a|1"));
+}
+
+void TestHostMel::melInfoKeepsIndices()
+{
+    QVERIFY(Mel(QString::fromLatin1(PLUGIN_SCRIPT)));
+    QVERIFY(Mel(QStringLiteral("global proc zzLastProcedure() {}")));
+    const QStringList all = MelArray(QStringLiteral("melInfo"));
+    QCOMPARE(all, HostMel::MelInfo());
+    QVERIFY(all.contains(QStringLiteral("melTestCommand")));
+    QVERIFY(all.contains(QStringLiteral("print")));
+
+    const QStringList commands = MelArray(QStringLiteral("xvGetMelInfo(1, 0, 0)"));
+    const QStringList procedures = MelArray(QStringLiteral("xvGetMelInfo(0, 0, 1)"));
+    const QStringList runTime = MelArray(QStringLiteral("xvGetMelInfo 0 1 0"));
+    QVERIFY(runTime.isEmpty());
+    QCOMPARE(procedures.size(), all.size()); // the last name is a procedure
+    QVERIFY(commands.size() < all.size());
+    QCOMPARE(commands.last(), all.at(commands.size() - 1));
+    for (int i = 0; i < all.size(); ++i)
+    {
+        const QString type = HostMel::WhatIs(all.at(i));
+        QCOMPARE(commands.value(i), type == QLatin1String("Command") ? all.at(i) : QString());
+        QCOMPARE(procedures.value(i),
+                 type.startsWith(QLatin1String("Mel procedure")) ? all.at(i) : QString());
+    }
+    QCOMPARE(MelString(QStringLiteral("whatIs melTestCommand")), QStringLiteral("Command"));
+    QCOMPARE(MelString(QStringLiteral("whatIs \"nothing at all\"")), QStringLiteral("Unknown"));
+}
+
+void TestHostMel::historyProcedures()
+{
+    QVERIFY(Mel(QString::fromLatin1(PLUGIN_SCRIPT)));
+    MGlobal::displayWarning("kept");
+    MGlobal::executeCommand("print \"shown\\n\"", true);
+    QCOMPARE(MelString(QStringLiteral("xvGetExistingHistory()")),
+             QStringLiteral("// Warning: kept //\nprint \"shown\\n\";\nshown\n"));
+    QVERIFY(Mel(QStringLiteral("xvClearExistingHistory")));
+    QCOMPARE(MelString(QStringLiteral("xvGetExistingHistory()")), QString());
+    QVERIFY(Mel(QStringLiteral("print \"x\"; scriptEditorInfo -clearHistory;")));
+    QVERIFY(HostOutput::History().isEmpty());
+}
+
+void TestHostMel::sourceFindsScriptsAndRecordsThem()
+{
+    const QString path = HostState::UserScriptDir() + QStringLiteral("sourcedHere.mel");
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("global proc string fromSourcedFile() { return \"sourced\"; }\n");
+    file.close();
+
+    Recorder recorder;
+    QVERIFY(Mel(QStringLiteral("source sourcedHere.mel;")));
+    QCOMPARE(MelString(QStringLiteral("fromSourcedFile()")), QStringLiteral("sourced"));
+    QCOMPARE(HostMel::WhatIs(QStringLiteral("fromSourcedFile")),
+             QStringLiteral("Mel procedure found in: ") + path);
+    QVERIFY(Mel(QStringLiteral("source \"%1\"").arg(path)));
+    QVERIFY(MGlobal::sourceFile(MString(path.toUtf8().constData())));
+    QVERIFY(recorder.Errors().isEmpty());
+    QVERIFY(!Mel(QStringLiteral("source \"missing.mel\"")));
+    QCOMPARE(recorder.Errors(),
+             QStringList{QStringLiteral("line 1: Cannot find file \"missing.mel\" for source statement.")});
+
+    // A binary file is an error in the script, nothing worse.
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(QByteArray("\x00\xff\x01\"{", 5));
+    file.close();
+    QVERIFY(!MGlobal::sourceFile(MString(path.toUtf8().constData())));
+}
+
+void TestHostMel::hostQueries()
+{
+    QCOMPARE(MelInt(QStringLiteral("about -batch")), 0);
+    QCOMPARE(MelString(QStringLiteral("about -version")), QStringLiteral("2026"));
+    QCOMPARE(MelString(QStringLiteral("internalVar -userPrefDir")),
+             appDir.path() + QStringLiteral("/2026/prefs/"));
+    QCOMPARE(MelString(QStringLiteral("internalVar -usd")), appDir.path() + QStringLiteral("/2026/scripts/"));
+    qputenv("BQ2_HOST_MEL_TEST", "value with spaces");
+    QCOMPARE(MelString(QStringLiteral("getenv \"BQ2_HOST_MEL_TEST\"")), QStringLiteral("value with spaces"));
+    QCOMPARE(MelString(QStringLiteral("getenv(\"BQ2_HOST_MEL_UNSET\")")), QString());
+    QCOMPARE(MelInt(QStringLiteral("exists melTestCommand")), 1);
+    QCOMPARE(MelInt(QStringLiteral("exists noSuchThing")), 0);
+}
+
+void TestHostMel::dpiSettingFollowsEnvironment()
+{
+    qunsetenv("BQ2_HOST_DPI_MODE");
+    qunsetenv("BQ2_HOST_DPI_SCALE");
+    MCommandResult result;
+    QCOMPARE(MelInt(QStringLiteral("mayaDpiSetting -q -m;")), 0);
+    QVERIFY(HostMel::Execute(QStringLiteral("mayaDpiSetting -q -rsv;"), &result, false));
+    double scale = 0.0;
+    QVERIFY(result.getResult(scale));
+    QCOMPARE(scale, 1.0);
+    qputenv("BQ2_HOST_DPI_MODE", "2");
+    qputenv("BQ2_HOST_DPI_SCALE", "1.5");
+    QCOMPARE(MelInt(QStringLiteral("mayaDpiSetting -q -m;")), 2);
+    QVERIFY(HostMel::Execute(QStringLiteral("mayaDpiSetting -q -realScaleValue"), &result, false));
+    QVERIFY(result.getResult(scale));
+    QCOMPARE(scale, 1.5);
+    qunsetenv("BQ2_HOST_DPI_MODE");
+    qunsetenv("BQ2_HOST_DPI_SCALE");
+}
+
+void TestHostMel::helpListsFlags()
+{
+    const QString help = MelString(QStringLiteral("help -so melTestCommand"));
+    const QStringList parts = help.split(QStringLiteral("Flags:"), Qt::SkipEmptyParts);
+    QCOMPARE(parts.size(), 2);
+    QVERIFY(parts.first().contains(QLatin1String("Synopsis: melTestCommand")));
+    QCOMPARE(parts.last().split(QLatin1Char('\n'), Qt::SkipEmptyParts),
+             (QStringList{QStringLiteral("   -v -version"), QStringLiteral("   -of -openFile  String"),
+                          QStringLiteral("   -sz -size  Int Float")}));
+    QVERIFY(MelString(QStringLiteral("help -so about")).contains(QLatin1String("   -b -batch\n")));
+    Recorder recorder;
+    QVERIFY(!Mel(QStringLiteral("help -so noSuchCommand")));
+    QCOMPARE(recorder.Errors().size(), 1);
+}
+
+void TestHostMel::optionVarCommand()
+{
+    QVERIFY(Mel(QStringLiteral("optionVar -iv \"melOption\" 4 -sv \"melText\" \"a b\";")));
+    QCOMPARE(MelInt(QStringLiteral("optionVar -q \"melOption\"")), 4);
+    QCOMPARE(MelString(QStringLiteral("optionVar -q melText")), QStringLiteral("a b"));
+    QCOMPARE(MelInt(QStringLiteral("optionVar -exists melText")), 1);
+    QCOMPARE(MGlobal::optionVarIntValue("melOption"), 4);
+    QVERIFY(Mel(QStringLiteral("optionVar -remove melText")));
+    QCOMPARE(MelInt(QStringLiteral("optionVar -ex melText")), 0);
+    QCOMPARE(MelInt(QStringLiteral("optionVar -q neverSet")), 0);
+    HostOptionVars::Forget();
+    QCOMPARE(MelInt(QStringLiteral("optionVar -q \"melOption\"")), 4);
+}
+
+void TestHostMel::echoAndTraceSettings()
+{
+    QCOMPARE(MelInt(QStringLiteral("commandEcho -q -state")), 0);
+    QVERIFY(Mel(QStringLiteral("commandEcho -state 1; commandEcho -lineNumbers on; stackTrace -st 1;"
+                               "scriptEditorInfo -ssw 1")));
+    QCOMPARE(MelInt(QStringLiteral("commandEcho -q -state")), 1);
+    QCOMPARE(MelInt(QStringLiteral("commandEcho -q -lineNumbers")), 1);
+    QCOMPARE(MelInt(QStringLiteral("stackTrace -q -state")), 1);
+    QCOMPARE(MelInt(QStringLiteral("scriptEditorInfo -q -ssw")), 1);
+    QVERIFY(Mel(QStringLiteral("commandEcho -state 0; scriptEditorInfo -suppressStackWindow 0")));
+    QCOMPARE(MelInt(QStringLiteral("commandEcho -q -st")), 0);
+    QCOMPARE(MelInt(QStringLiteral("scriptEditorInfo -q -suppressStackWindow")), 0);
+    Recorder recorder;
+    QVERIFY(!Mel(QStringLiteral("commandEcho -state")));
+    QCOMPARE(recorder.Errors(),
+             QStringList{QStringLiteral("line 1: Flag '-state' must be passed an argument.")});
+    QVERIFY(!Mel(QStringLiteral("stackTrace -bogus 1")));
+    QCOMPARE(recorder.Errors().last(), QStringLiteral("line 1: Invalid flag '-bogus'"));
+}
+
+void TestHostMel::pythonCommand()
+{
+    Recorder recorder;
+    QCOMPARE(MelString(QStringLiteral("python(\"6 * 7\")")), QStringLiteral("42"));
+    QCOMPARE(MelString(QStringLiteral("python(\"bq2_mel_name = 'set by MEL'\")")), QString());
+    QCOMPARE(MelString(QStringLiteral("python \"bq2_mel_name\"")), QStringLiteral("set by MEL"));
+    // Statements run exactly once.
+    QVERIFY(Mel(QStringLiteral("python(\"bq2_mel_count = 0\"); python(\"bq2_mel_count += 1\");")));
+    QCOMPARE(MelString(QStringLiteral("python(\"bq2_mel_count\")")), QStringLiteral("1"));
+    QVERIFY(Mel(QStringLiteral("python(\"print('from python')\")")));
+    QCOMPARE(recorder.Printed(), QStringLiteral("from python\n"));
+    QVERIFY(recorder.Texts(MCommandMessage::kHistory).isEmpty());
+    QVERIFY(!Mel(QStringLiteral("python(\"1/0\"); print \"not reached\"")));
+    QVERIFY(!recorder.Errors().isEmpty());
+    QVERIFY(!recorder.Printed().contains(QLatin1String("not reached")));
+}
+
+void TestHostMel::evalAndQuit()
+{
+    QCOMPARE(MelInt(QStringLiteral("eval \"about -batch\"")), 0);
+    QCOMPARE(MelString(QStringLiteral("eval(\"string $e = \\\"in eval\\\"; $e\")")),
+             QStringLiteral("in eval"));
+    int quits = 0;
+    HostState::SetQuitHandler([&quits] { ++quits; });
+    QVERIFY(Mel(QStringLiteral("quit -f;")));
+    QCOMPARE(quits, 1);
+    HostState::SetQuitHandler({});
+    QVERIFY(Mel(QStringLiteral("quit -force;")));
+    QCOMPARE(quits, 1);
+}
+
+void TestHostMel::runTimeCommands()
+{
+    QVERIFY(Mel(QString::fromLatin1(PLUGIN_SCRIPT)));
+    HostMel::RegisterRunTimeCommand(QStringLiteral("SayRunTime"), QStringLiteral("print \"run time\""));
+    Recorder recorder;
+    QVERIFY(Mel(QStringLiteral("SayRunTime")));
+    QCOMPARE(recorder.Printed(), QStringLiteral("run time"));
+    QCOMPARE(HostMel::WhatIs(QStringLiteral("SayRunTime")), QStringLiteral("Run Time Command"));
+    QCOMPARE(MelArray(QStringLiteral("xvGetMelInfo(0, 1, 0)")).last(), QStringLiteral("SayRunTime"));
+}
+
+QTEST_GUILESS_MAIN(TestHostMel)
+#include "tst_HostMel.moc"

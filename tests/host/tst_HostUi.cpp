@@ -1,0 +1,660 @@
+// The substitute host's interface side: workspace controls, menu, status line, shelf, command
+// line, MQtUtil and the quit path, driven through MEL text and real widgets.
+#include "HostApplication.h"
+#include "HostCommandLine.h"
+#include "HostMainWindow.h"
+#include "HostMel.h"
+#include "HostPlugins.h"
+#include <QtCore/QRegularExpression>
+#include <QtCore/QTemporaryDir>
+#include <QtGui/QAction>
+#include <QtTest/QSignalSpy>
+#include <QtTest/QTest>
+#include <QtWidgets/QAbstractButton>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QDockWidget>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QLayout>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QMenu>
+#include <QtWidgets/QPlainTextEdit>
+#include <QtWidgets/QToolBar>
+#include <QtWidgets/QToolButton>
+#include <maya/MCommandMessage.h>
+#include <maya/MCommandResult.h>
+#include <maya/MEventMessage.h>
+#include <maya/MFnPlugin.h>
+#include <maya/MGlobal.h>
+#include <maya/MMessage.h>
+#include <maya/MPxCommand.h>
+#include <maya/MQtUtil.h>
+#include <memory>
+
+namespace
+{
+const QString TEST_PLUGIN = QStringLiteral("hostUiTestPlugin");
+
+QStringList pluginLog;
+bool loadedAfterQuitCommand = false;
+MCallbackId quitCallbackId = 0;
+int countCalls = 0;
+QStringList countArguments;
+QList<QPair<MCommandMessage::MessageType, QString>> messages;
+
+void OnQuitApplication(void*)
+{
+    pluginLog.append(QStringLiteral("quitApplication"));
+}
+
+// A plug-in command that quits the session from inside its own code.
+class QuitFromCommand : public MPxCommand
+{
+public:
+    static void* Creator() { return new QuitFromCommand; }
+    MStatus doIt(const MArgList&) override
+    {
+        const MStatus status = MGlobal::executeCommand("quit -f");
+        loadedAfterQuitCommand = HostPlugins::IsLoaded(TEST_PLUGIN);
+        return status;
+    }
+};
+
+MStatus InitializeTestPlugin(MObject object)
+{
+    MFnPlugin plugin(object, "test", "1.0");
+    quitCallbackId = MEventMessage::addEventCallback("quitApplication", OnQuitApplication);
+    pluginLog.append(QStringLiteral("initialize"));
+    return plugin.registerCommand("hostUiTestQuit", QuitFromCommand::Creator);
+}
+
+MStatus UninitializeTestPlugin(MObject object)
+{
+    MFnPlugin plugin(object, "test", "1.0");
+    MMessage::removeCallback(quitCallbackId);
+    pluginLog.append(QStringLiteral("uninitialize"));
+    return plugin.deregisterCommand("hostUiTestQuit");
+}
+
+void RecordMessage(const MString& message, MCommandMessage::MessageType type, void*)
+{
+    messages.append({type, MQtUtil::toQString(message)});
+}
+
+int ErrorCount()
+{
+    int count = 0;
+    for (const auto& message : std::as_const(messages))
+        count += message.first == MCommandMessage::kError ? 1 : 0;
+    return count;
+}
+
+// Vetoes close events of the main window, as an unsaved-files dialog's Cancel does.
+class CloseVeto : public QObject
+{
+public:
+    explicit CloseVeto(bool consume) : consume(consume) {}
+    int seen = 0;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() != QEvent::Close)
+            return QObject::eventFilter(watched, event);
+        ++seen;
+        event->ignore();
+        return consume;
+    }
+
+private:
+    bool consume;
+};
+
+// The text of a MEL string literal holding script, escaped as a caller of scriptToShelf does.
+QString MelLiteral(QString script)
+{
+    script.replace(QLatin1String("\\"), QLatin1String("\\\\"));
+    script.replace(QLatin1String("\n"), QLatin1String("\\n"));
+    script.replace(QLatin1String("\""), QLatin1String("\\\""));
+    return QLatin1Char('"') + script + QLatin1Char('"');
+}
+} // namespace
+
+class TestHostUi : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+    void cleanup();
+
+    void workspaceControlCreateQueryEdit();
+    void workspaceControlCloseAndRetain();
+    void workspaceControlTitleBarClose();
+    void workspaceControlStateGeometry();
+    void qtUtilLookups();
+    void menuItemSubstitute();
+    void symbolButtonEditQuery();
+    void scriptEditorCommand();
+    void quitVetoedThenCompleted();
+    void userCloseRunsQuitOnce();
+    void quitCommandIsQueued();
+    void scriptToShelfRecordsScript();
+    void showHelpRecorded();
+    void commandLineRunsAndRecalls();
+    void batchModeFailures();
+
+private:
+    MStatus Mel(const QString& text);
+    int MelInt(const QString& text);
+    QString MelString(const QString& text);
+    QStringList MelStrings(const QString& text);
+    HostMainWindow* Window() const;
+    void LoadTestPlugin();
+    void DefineProcedure(const QString& definition);
+
+    std::unique_ptr<HostApplication> host;
+    MCallbackId recorderId = 0;
+};
+
+void TestHostUi::initTestCase()
+{
+    HostMel::RegisterCommand(QStringLiteral("hostUiTestCount"), {},
+                             [](const HostMelCall& call, MCommandResult&)
+                             {
+                                 ++countCalls;
+                                 countArguments.append(call.positionals);
+                                 return MStatus(MStatus::kSuccess);
+                             });
+    recorderId = MCommandMessage::addCommandOutputCallback(RecordMessage);
+}
+
+void TestHostUi::init()
+{
+    pluginLog.clear();
+    messages.clear();
+    countCalls = 0;
+    countArguments.clear();
+    host = std::make_unique<HostApplication>(false);
+}
+
+void TestHostUi::cleanup()
+{
+    host.reset();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+MStatus TestHostUi::Mel(const QString& text)
+{
+    return HostMel::Execute(text, nullptr, false);
+}
+
+int TestHostUi::MelInt(const QString& text)
+{
+    MCommandResult result;
+    int value = -1;
+    if (HostMel::Execute(text, &result, false) != MStatus::kSuccess ||
+        result.getResult(value) != MStatus::kSuccess)
+        return -1;
+    return value;
+}
+
+QString TestHostUi::MelString(const QString& text)
+{
+    MCommandResult result;
+    MString value("<failed>");
+    if (HostMel::Execute(text, &result, false) == MStatus::kSuccess)
+        result.getResult(value);
+    return MQtUtil::toQString(value);
+}
+
+QStringList TestHostUi::MelStrings(const QString& text)
+{
+    MCommandResult result;
+    MStringArray values;
+    QStringList list;
+    if (HostMel::Execute(text, &result, false) == MStatus::kSuccess &&
+        result.getResult(values) == MStatus::kSuccess)
+    {
+        for (unsigned int index = 0; index < values.length(); ++index)
+            list.append(MQtUtil::toQString(values[index]));
+    }
+    return list;
+}
+
+HostMainWindow* TestHostUi::Window() const
+{
+    return host->HostWindow();
+}
+
+void TestHostUi::LoadTestPlugin()
+{
+    QCOMPARE(host->LoadPlugin(TEST_PLUGIN, InitializeTestPlugin, UninitializeTestPlugin), MStatus::kSuccess);
+    pluginLog.clear();
+}
+
+void TestHostUi::DefineProcedure(const QString& definition)
+{
+    QCOMPARE(Mel(definition), MStatus::kSuccess);
+}
+
+void TestHostUi::workspaceControlCreateQueryEdit()
+{
+    QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -exists testPanel")), 0);
+    QCOMPARE(MelString(QStringLiteral("workspaceControl -label \"Test Panel\" -retain 1 -floating 0 "
+                                      "-visible 1 -uiScript \"print 1\" -initialWidth 300 testPanel")),
+             QStringLiteral("testPanel"));
+
+    auto* dock = Window()->findChild<QDockWidget*>(QStringLiteral("testPanel"));
+    QVERIFY(dock);
+    QCOMPARE(dock->windowTitle(), QStringLiteral("Test Panel"));
+    QVERIFY(Window()->dockWidgetArea(dock) != Qt::NoDockWidgetArea);
+    QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -ex testPanel")), 1);
+    QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -vis testPanel")), 1);
+    QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -floating testPanel")), 0);
+    QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -collapse testPanel")), 0);
+    QCOMPARE(MelString(QStringLiteral("workspaceControl -q -l testPanel")), QStringLiteral("Test Panel"));
+    QCOMPARE(host->WorkspaceControlUiScript(QStringLiteral("testPanel")), QStringLiteral("print 1"));
+
+    QCOMPARE(Mel(QStringLiteral("workspaceControl -e -visible 0 testPanel")), MStatus::kSuccess);
+    QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -visible testPanel")), 0);
+    QVERIFY(dock->isHidden());
+    QCOMPARE(Mel(QStringLiteral("workspaceControl -e -collapse 1 testPanel")), MStatus::kSuccess);
+    QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -clp testPanel")), 1);
+    QCOMPARE(Mel(QStringLiteral("workspaceControl -e -restore testPanel")), MStatus::kSuccess);
+    QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -visible testPanel")), 1);
+    QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -collapse testPanel")), 0);
+
+    QCOMPARE(Mel(QStringLiteral("workspaceControl -e -l \"Renamed\" -fl 1 -uiScript \"brindletEditor2\" "
+                                "testPanel")),
+             MStatus::kSuccess);
+    QCOMPARE(dock->windowTitle(), QStringLiteral("Renamed"));
+    QVERIFY(dock->isFloating());
+    QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -fl testPanel")), 1);
+    QCOMPARE(host->WorkspaceControlUiScript(QStringLiteral("testPanel")), QStringLiteral("brindletEditor2"));
+
+    // A second control of the same name, and any question about a missing one, fail loudly.
+    const int errorsBefore = ErrorCount();
+    QCOMPARE(Mel(QStringLiteral("workspaceControl testPanel")), MStatus::kFailure);
+    QCOMPARE(Mel(QStringLiteral("workspaceControl -q -visible missingPanel")), MStatus::kFailure);
+    QCOMPARE(Mel(QStringLiteral("workspaceControl -e -restore missingPanel")), MStatus::kFailure);
+    QCOMPARE(ErrorCount(), errorsBefore + 3);
+    QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -exists missingPanel")), 0);
+}
+
+void TestHostUi::workspaceControlCloseAndRetain()
+{
+    QCOMPARE(Mel(QStringLiteral("workspaceControl -rt 1 keptPanel")), MStatus::kSuccess);
+    QCOMPARE(Mel(QStringLiteral("workspaceControl -e -close keptPanel")), MStatus::kSuccess);
+    QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -exists keptPanel")), 1);
+    QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -visible keptPanel")), 0);
+    QCOMPARE(Mel(QStringLiteral("workspaceControl -e -rs keptPanel")), MStatus::kSuccess);
+    QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -visible keptPanel")), 1);
+
+    QCOMPARE(Mel(QStringLiteral("workspaceControl -retain 0 droppedPanel")), MStatus::kSuccess);
+    QPointer<QWidget> content = MQtUtil::findControl("droppedPanel");
+    QVERIFY(content);
+    QCOMPARE(Mel(QStringLiteral("workspaceControl -e -cl droppedPanel")), MStatus::kSuccess);
+    QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -exists droppedPanel")), 0);
+    QVERIFY(!MQtUtil::findControl("droppedPanel"));
+    QVERIFY(!MQtUtil::getCurrentParent());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY(content.isNull());
+
+    // deleteUI removes a retained control too.
+    QCOMPARE(Mel(QStringLiteral("deleteUI keptPanel")), MStatus::kSuccess);
+    QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -exists keptPanel")), 0);
+    QCOMPARE(Mel(QStringLiteral("deleteUI keptPanel")), MStatus::kFailure);
+}
+
+void TestHostUi::workspaceControlTitleBarClose()
+{
+    host->ShowMainWindow();
+    QVERIFY(QTest::qWaitForWindowExposed(Window()));
+    QCOMPARE(Mel(QStringLiteral("workspaceControl -rt 1 keptPanel")), MStatus::kSuccess);
+    QCOMPARE(Mel(QStringLiteral("workspaceControl -rt 0 droppedPanel")), MStatus::kSuccess);
+
+    const auto clickClose = [this](const QString& name)
+    {
+        auto* dock = Window()->findChild<QDockWidget*>(name);
+        auto* button =
+            dock ? dock->findChild<QAbstractButton*>(QStringLiteral("qt_dockwidget_closebutton")) : nullptr;
+        if (!button || !button->isVisible())
+            return false;
+        QTest::mouseClick(button, Qt::LeftButton);
+        return true;
+    };
+    QVERIFY(clickClose(QStringLiteral("keptPanel")));
+    QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -exists keptPanel")), 1);
+    QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -visible keptPanel")), 0);
+    QVERIFY(clickClose(QStringLiteral("droppedPanel")));
+    QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -exists droppedPanel")), 0);
+}
+
+void TestHostUi::workspaceControlStateGeometry()
+{
+    // Remembered before the control exists, applied when it floats.
+    QCOMPARE(Mel(QStringLiteral("workspaceControlState -e -tlc 120 80 -width 300 -height 200 floatPanel")),
+             MStatus::kSuccess);
+    QCOMPARE(Mel(QStringLiteral("workspaceControl -floating 1 floatPanel")), MStatus::kSuccess);
+    auto* dock = Window()->findChild<QDockWidget*>(QStringLiteral("floatPanel"));
+    QVERIFY(dock && dock->isFloating());
+    QCOMPARE(dock->geometry(), QRect(80, 120, 300, 200));
+
+    QCOMPARE(Mel(QStringLiteral("workspaceControlState -e -topLeftCorner 10 20 -w 250 -h 150 floatPanel")),
+             MStatus::kSuccess);
+    QCOMPARE(dock->geometry(), QRect(20, 10, 250, 150));
+}
+
+void TestHostUi::qtUtilLookups()
+{
+    QCOMPARE(MQtUtil::mainWindow(), static_cast<QWidget*>(host->MainWindow()));
+    QCOMPARE(MQtUtil::findWindow("MayaWindow"), static_cast<QWidget*>(host->MainWindow()));
+    QVERIFY(!MQtUtil::getCurrentParent());
+
+    QCOMPARE(Mel(QStringLiteral("workspaceControl panelA")), MStatus::kSuccess);
+    QWidget* contentA = MQtUtil::getCurrentParent();
+    QCOMPARE(Mel(QStringLiteral("workspaceControl panelB")), MStatus::kSuccess);
+    QWidget* contentB = MQtUtil::getCurrentParent();
+    QVERIFY(contentA && contentB && contentA != contentB);
+    QCOMPARE(MQtUtil::findControl("panelA"), contentA);
+    QCOMPARE(MQtUtil::findControl("panelB"), contentB);
+    QVERIFY(qobject_cast<QDockWidget*>(contentB->parentWidget()));
+    QCOMPARE(MQtUtil::toQString(MQtUtil::fullName(contentB)), QStringLiteral("MayaWindow|panelB|panelB"));
+    QCOMPARE(MQtUtil::findControl(MQtUtil::fullName(contentB)), contentB);
+    QVERIFY(!MQtUtil::findControl("noSuchControl"));
+    QCOMPARE(MQtUtil::findControl("commandLineField", host->MainWindow()),
+             static_cast<QWidget*>(Window()->CommandLine()->InputField()));
+
+    auto* label = new QLabel(QStringLiteral("child"));
+    QVERIFY(MQtUtil::addWidgetToMayaLayout(label, contentB));
+    QCOMPARE(label->parentWidget(), contentB);
+    QVERIFY(contentB->layout()->indexOf(label) >= 0);
+
+    auto* bare = new QWidget(host->MainWindow());
+    bare->setObjectName(QStringLiteral("bareLayout"));
+    QCOMPARE(MQtUtil::findLayout("bareLayout"), bare);
+    auto* second = new QLabel(QStringLiteral("second"));
+    QVERIFY(MQtUtil::addWidgetToMayaLayout(second, bare));
+    QVERIFY(qobject_cast<QVBoxLayout*>(bare->layout()));
+    QCOMPARE(bare->layout()->contentsMargins(), QMargins());
+    QVERIFY(!MQtUtil::addWidgetToMayaLayout(nullptr, bare));
+    QVERIFY(!MQtUtil::addWidgetToMayaLayout(second, nullptr));
+
+    const QString text = QStringLiteral("Gr\u00FC\u00DFe \u2713 \U0001F600");
+    QCOMPARE(MQtUtil::toQString(MQtUtil::toMString(text)), text);
+    QCOMPARE(QByteArray(MQtUtil::toMString(text).asUTF8()), text.toUtf8());
+    QCOMPARE(MQtUtil::dpiScale(17), 17);
+}
+
+void TestHostUi::menuItemSubstitute()
+{
+    // Only a sourced definition makes the procedure callable.
+    QCOMPARE(Mel(QStringLiteral("xvCreateBrindletEditorMenuItem(\"Early\", \"hostUiTestCount\")")),
+             MStatus::kFailure);
+    DefineProcedure(QStringLiteral("global proc string xvCreateBrindletEditorMenuItem(string $label, "
+                                   "string $command) { return \"\"; }"));
+
+    QMenu* menu = Window()->GeneralEditorsMenu();
+    const int actionsBefore = int(menu->actions().size());
+    const QString name =
+        MelString(QStringLiteral("xvCreateBrindletEditorMenuItem(\"Brindlet Test\", \"hostUiTestCount\")"));
+    QVERIFY2(QRegularExpression(QStringLiteral("^menuItem\\d+$")).match(name).hasMatch(), qPrintable(name));
+    const QList<QAction*> actions = menu->actions();
+    QCOMPARE(actions.size(), actionsBefore + 2);
+    QVERIFY(actions.at(actions.size() - 2)->isSeparator());
+    QAction* item = actions.last();
+    QCOMPARE(item->text(), QStringLiteral("Brindlet Test"));
+    QCOMPARE(MQtUtil::findMenuItem(MQtUtil::toMString(name)), item);
+    QCOMPARE(Window()->WindowsMenu()->objectName(), QStringLiteral("mainWindowMenu"));
+
+    item->trigger();
+    QCOMPARE(countCalls, 1);
+
+    const QString other =
+        MelString(QStringLiteral("xvCreateBrindletEditorMenuItem(\"Another\", \"hostUiTestCount\")"));
+    QVERIFY(!other.isEmpty() && other != name);
+
+    QCOMPARE(Mel(QStringLiteral("deleteUI -mi %1").arg(name)), MStatus::kSuccess);
+    QVERIFY(!MQtUtil::findMenuItem(MQtUtil::toMString(name)));
+    QVERIFY(!menu->actions().contains(item));
+    QCOMPARE(menu->actions().last()->text(), QStringLiteral("Another"));
+    QCOMPARE(Mel(QStringLiteral("deleteUI -menuItem %1").arg(name)), MStatus::kFailure);
+}
+
+void TestHostUi::symbolButtonEditQuery()
+{
+    host->ShowMainWindow();
+    QVERIFY(QTest::qWaitForWindowExposed(Window()));
+    DefineProcedure(QStringLiteral("global proc string xvGetScriptEditorButtonName() { return \"\"; }"));
+
+    const QString name = MelString(QStringLiteral("xvGetScriptEditorButtonName()"));
+    QVERIFY(!name.isEmpty());
+    const QStringList buttons = MelStrings(QStringLiteral("lsUI -type symbolButton"));
+    QVERIFY(buttons.size() > 1);
+    QVERIFY(buttons.contains(name));
+    QCOMPARE(MelString(QStringLiteral("symbolButton -q -c %1").arg(name)), QStringLiteral("ScriptEditor"));
+
+    QCOMPARE(Mel(QStringLiteral("symbolButton -e -c \"hostUiTestCount\" %1").arg(name)), MStatus::kSuccess);
+    QCOMPARE(Mel(QStringLiteral("symbolButton -e -annotation \"Counting\" %1").arg(name)), MStatus::kSuccess);
+    QCOMPARE(MelString(QStringLiteral("symbolButton -q -command %1").arg(name)),
+             QStringLiteral("hostUiTestCount"));
+    QCOMPARE(MelString(QStringLiteral("symbolButton -q -ann %1").arg(name)), QStringLiteral("Counting"));
+    QCOMPARE(MelString(QStringLiteral("xvGetScriptEditorButtonName()")), QString());
+
+    auto* button = Window()->findChild<QToolButton*>(name);
+    QVERIFY(button && button->isVisible());
+    QCOMPARE(button->toolTip(), QStringLiteral("Counting"));
+    QTest::mouseClick(button, Qt::LeftButton);
+    QCOMPARE(countCalls, 1);
+
+    QCOMPARE(Mel(QStringLiteral("symbolButton -e -c \"ScriptEditor\" -ann \"Script Editor\" %1").arg(name)),
+             MStatus::kSuccess);
+    QCOMPARE(MelString(QStringLiteral("xvGetScriptEditorButtonName()")), name);
+
+    const int errorsBefore = ErrorCount();
+    QCOMPARE(Mel(QStringLiteral("symbolButton -q -c noSuchButton")), MStatus::kFailure);
+    QCOMPARE(Mel(QStringLiteral("symbolButton -e -ann \"x\" noSuchButton")), MStatus::kFailure);
+    QCOMPARE(ErrorCount(), errorsBefore + 2);
+}
+
+void TestHostUi::scriptEditorCommand()
+{
+    MGlobal::displayInfo("a line for the script editor");
+    QCOMPARE(Mel(QStringLiteral("ScriptEditor")), MStatus::kSuccess);
+    QWidget* window = MQtUtil::findWindow("scriptEditorPanel1Window");
+    QVERIFY(window && window->isVisible());
+    auto* view = window->findChild<QPlainTextEdit*>();
+    QVERIFY(view && view->isReadOnly());
+    QVERIFY(view->toPlainText().contains(QStringLiteral("a line for the script editor")));
+}
+
+void TestHostUi::quitVetoedThenCompleted()
+{
+    LoadTestPlugin();
+    QSignalSpy finished(host.get(), &HostApplication::QuitFinished);
+
+    // Vetoed both ways: the filter eats the event, or ignores it and passes it on.
+    for (const bool consume : {true, false})
+    {
+        CloseVeto veto(consume);
+        host->MainWindow()->installEventFilter(&veto);
+        QVERIFY(!host->Quit());
+        host->MainWindow()->removeEventFilter(&veto);
+        QCOMPARE(veto.seen, 1);
+        QVERIFY(!host->HasQuit());
+        QVERIFY(HostPlugins::IsLoaded(TEST_PLUGIN));
+        QVERIFY(pluginLog.isEmpty());
+        QCOMPARE(finished.count(), 0);
+    }
+
+    host->ShowMainWindow();
+    QVERIFY(host->Quit());
+    QVERIFY(host->HasQuit());
+    QCOMPARE(pluginLog, QStringList({QStringLiteral("quitApplication"), QStringLiteral("uninitialize")}));
+    QVERIFY(!HostPlugins::IsLoaded(TEST_PLUGIN));
+    QVERIFY(!host->MainWindow()->isVisible());
+    QCOMPARE(finished.count(), 1);
+
+    QVERIFY(host->Quit());
+    QCOMPARE(finished.count(), 1);
+    QCOMPARE(pluginLog.size(), 2);
+}
+
+void TestHostUi::userCloseRunsQuitOnce()
+{
+    LoadTestPlugin();
+    QSignalSpy finished(host.get(), &HostApplication::QuitFinished);
+    host->ShowMainWindow();
+    QVERIFY(QTest::qWaitForWindowExposed(Window()));
+
+    CloseVeto veto(true);
+    Window()->installEventFilter(&veto);
+    QVERIFY(!Window()->close());
+    Window()->removeEventFilter(&veto);
+    QVERIFY(!host->HasQuit());
+    QVERIFY(pluginLog.isEmpty());
+
+    QVERIFY(Window()->close());
+    QVERIFY(host->HasQuit());
+    QCOMPARE(pluginLog, QStringList({QStringLiteral("quitApplication"), QStringLiteral("uninitialize")}));
+    QCOMPARE(finished.count(), 1);
+    Window()->show();
+    Window()->close();
+    QVERIFY(host->Quit());
+    QCOMPARE(finished.count(), 1);
+    QCOMPARE(pluginLog.size(), 2);
+}
+
+void TestHostUi::quitCommandIsQueued()
+{
+    LoadTestPlugin();
+    QCOMPARE(Mel(QStringLiteral("hostUiTestQuit")), MStatus::kSuccess);
+    QVERIFY(loadedAfterQuitCommand);
+    QVERIFY(!host->HasQuit());
+    QVERIFY(HostPlugins::IsLoaded(TEST_PLUGIN));
+
+    host->ProcessIdleQueue();
+    QVERIFY(host->HasQuit());
+    QVERIFY(!HostPlugins::IsLoaded(TEST_PLUGIN));
+    QCOMPARE(pluginLog, QStringList({QStringLiteral("quitApplication"), QStringLiteral("uninitialize")}));
+}
+
+void TestHostUi::scriptToShelfRecordsScript()
+{
+    const QString script = QStringLiteral("hostUiTestCount \"a\\\"b\\\\c\";\nhostUiTestCount;");
+    QCOMPARE(Mel(QStringLiteral("scriptToShelf(\"Shelf Test\", %1, 1)").arg(MelLiteral(script))),
+             MStatus::kSuccess);
+    QCOMPARE(host->ShelfButtons().size(), 1);
+    QCOMPARE(host->ShelfButtons().last(), qMakePair(QStringLiteral("Shelf Test"), script));
+
+    QCOMPARE(Mel(QStringLiteral("scriptToShelf \"Py\" \"print('x')\" 0")), MStatus::kSuccess);
+    QCOMPARE(host->ShelfButtons().last(), qMakePair(QStringLiteral("Py"), QStringLiteral("print('x')")));
+
+    QToolButton* shelfButton = nullptr;
+    const auto shelfButtons = Window()->ShelfBar()->findChildren<QToolButton*>();
+    for (QToolButton* candidate : shelfButtons)
+    {
+        if (candidate->text() == QLatin1String("Shelf Test"))
+            shelfButton = candidate;
+    }
+    QVERIFY(shelfButton);
+    host->ShowMainWindow();
+    QVERIFY(QTest::qWaitForWindowExposed(Window()));
+    QTest::mouseClick(shelfButton, Qt::LeftButton);
+    QCOMPARE(countCalls, 2);
+    QCOMPARE(countArguments, QStringList({QStringLiteral("a\"b\\c")}));
+}
+
+void TestHostUi::showHelpRecorded()
+{
+    QCOMPARE(Mel(QStringLiteral("showHelp DocsMelCommands")), MStatus::kSuccess);
+    QCOMPARE(Mel(QStringLiteral("showHelp -docs \"Commands/index.html\"")), MStatus::kSuccess);
+    QCOMPARE(host->ShownHelp(),
+             QStringList({QStringLiteral("DocsMelCommands"), QStringLiteral("Commands/index.html")}));
+    bool reported = false;
+    for (const auto& message : std::as_const(messages))
+        reported |= message.first == MCommandMessage::kInfo && message.second.contains("Commands/index.html");
+    QVERIFY(reported);
+}
+
+void TestHostUi::commandLineRunsAndRecalls()
+{
+    HostCommandLine* commandLine = Window()->CommandLine();
+    QLineEdit* input = commandLine->InputField();
+    QTest::keyClicks(input, QStringLiteral("hostUiTestCount fromCommandLine; print \"mel says hi\\n\""));
+    QTest::keyClick(input, Qt::Key_Return);
+    QCOMPARE(countArguments, QStringList({QStringLiteral("fromCommandLine")}));
+    QCOMPARE(commandLine->ResultText(), QStringLiteral("mel says hi"));
+    QVERIFY(input->text().isEmpty());
+
+    auto* languageButton = commandLine->findChild<QToolButton*>(QStringLiteral("commandLineLanguageButton"));
+    QVERIFY(languageButton);
+    QCOMPARE(languageButton->text(), QStringLiteral("MEL"));
+    QTest::mouseClick(languageButton, Qt::LeftButton);
+    QVERIFY(commandLine->IsPython());
+    QCOMPARE(languageButton->text(), QStringLiteral("Python"));
+    QTest::keyClicks(input, QStringLiteral("print(6 * 7)"));
+    QTest::keyClick(input, Qt::Key_Return);
+    QCOMPARE(commandLine->ResultText(), QStringLiteral("42"));
+
+    QTest::keyClicks(input, QStringLiteral("unfinished"));
+    QTest::keyClick(input, Qt::Key_Up);
+    QCOMPARE(input->text(), QStringLiteral("print(6 * 7)"));
+    QTest::keyClick(input, Qt::Key_Up);
+    QVERIFY(input->text().startsWith(QStringLiteral("hostUiTestCount fromCommandLine")));
+    QTest::keyClick(input, Qt::Key_Up);
+    QVERIFY(input->text().startsWith(QStringLiteral("hostUiTestCount fromCommandLine")));
+    QTest::keyClick(input, Qt::Key_Down);
+    QTest::keyClick(input, Qt::Key_Down);
+    QCOMPARE(input->text(), QStringLiteral("unfinished"));
+}
+
+void TestHostUi::batchModeFailures()
+{
+    host.reset();
+    host = std::make_unique<HostApplication>(true);
+    QVERIFY(!host->MainWindow());
+    QVERIFY(!MQtUtil::mainWindow());
+    QVERIFY(!MQtUtil::findControl("MayaWindow"));
+    QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -exists anyPanel")), 0);
+
+    const QStringList failing = {
+        QStringLiteral("workspaceControl anyPanel"),
+        QStringLiteral("workspaceControl -q -visible anyPanel"),
+        QStringLiteral("workspaceControlState -e -tlc 1 2 -w 3 -h 4 anyPanel"),
+        QStringLiteral("symbolButton -q -c anyButton"),
+        QStringLiteral("showHelp DocsMelCommands"),
+        QStringLiteral("scriptToShelf \"a\" \"b\" 1"),
+        QStringLiteral("lsUI -type symbolButton"),
+        QStringLiteral("deleteUI -mi menuItem1"),
+        QStringLiteral("ScriptEditor"),
+    };
+    for (const QString& command : failing)
+    {
+        const int errorsBefore = ErrorCount();
+        QVERIFY2(Mel(command) == MStatus::kFailure, qPrintable(command));
+        QVERIFY2(ErrorCount() > errorsBefore, qPrintable(command));
+    }
+    QVERIFY(host->ShownHelp().isEmpty());
+    QVERIFY(host->ShelfButtons().isEmpty());
+
+    // The quit path works without a window.
+    LoadTestPlugin();
+    QVERIFY(host->Quit());
+    QCOMPARE(pluginLog, QStringList({QStringLiteral("quitApplication"), QStringLiteral("uninitialize")}));
+}
+
+int main(int argc, char** argv)
+{
+    // Nothing may read the real home folder: the temporary prefs folder comes first.
+    QTemporaryDir appDir;
+    qputenv("MAYA_APP_DIR", QFile::encodeName(appDir.path()));
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    TestHostUi test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_HostUi.moc"

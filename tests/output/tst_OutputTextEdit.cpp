@@ -1,0 +1,650 @@
+#include "HostFixture.h"
+#include "output/OutputTextEdit.h"
+#include "settings/ColorSettings.h"
+#include "settings/KeyBindings.h"
+#include "settings/Settings.h"
+
+#include <QtCore/QFile>
+#include <QtCore/QRandomGenerator>
+#include <QtCore/QTemporaryDir>
+#include <QtGui/QTextBlock>
+#include <QtGui/QTextDocument>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QMenu>
+#include <QtWidgets/QScrollBar>
+#include <QtWidgets/QVBoxLayout>
+#include <QtTest/QSignalSpy>
+#include <QtTest/QtTest>
+
+#include <memory>
+
+class TestOutputTextEdit : public QObject
+{
+    Q_OBJECT
+
+private:
+    std::unique_ptr<OutputTextEdit> MakeEdit(bool shown = true)
+    {
+        auto edit = std::make_unique<OutputTextEdit>(&keyBindings);
+        edit->resize(600, 300);
+        if (shown)
+        {
+            edit->show();
+            if (!QTest::qWaitForWindowExposed(edit.get()))
+                return nullptr;
+        }
+        return edit;
+    }
+
+    // What a plain document with the same cap holds after the same appends.
+    static QString CappedReference(const QStringList& chunks, int cap)
+    {
+        QTextDocument reference;
+        reference.setUndoRedoEnabled(false);
+        reference.setMaximumBlockCount(cap);
+        QTextCursor cursor(&reference);
+        for (const QString& chunk : chunks)
+        {
+            cursor.movePosition(QTextCursor::End);
+            cursor.insertText(chunk);
+        }
+        return reference.toPlainText();
+    }
+
+    static QStringList NumberedLines(int count, const QString& prefix = QStringLiteral("line "))
+    {
+        QStringList lines;
+        for (int i = 1; i <= count; ++i)
+            lines << QStringLiteral("%1%2\n").arg(prefix).arg(i);
+        return lines;
+    }
+
+    static QPoint PointOfCharacter(OutputTextEdit* edit, int position)
+    {
+        QTextCursor cursor(edit->document());
+        cursor.setPosition(position);
+        const QRect before = edit->cursorRect(cursor);
+        cursor.setPosition(position + 1);
+        const QRect after = edit->cursorRect(cursor);
+        return QPoint((before.left() + after.left()) / 2, before.center().y());
+    }
+
+    // The selections that the pane handed to the widget.
+    static QList<QTextEdit::ExtraSelection> Shown(const OutputTextEdit* edit)
+    {
+        return edit->QPlainTextEdit::extraSelections();
+    }
+
+    static QList<QTextEdit::ExtraSelection> SelectionsWithForeground(const OutputTextEdit* edit, const QColor& color)
+    {
+        QList<QTextEdit::ExtraSelection> found;
+        for (const QTextEdit::ExtraSelection& selection : Shown(edit))
+        {
+            if (selection.format.hasProperty(QTextFormat::ForegroundBrush) &&
+                selection.format.foreground().color() == color)
+                found << selection;
+        }
+        return found;
+    }
+
+    static void SendWheel(QWidget* target, int delta, Qt::KeyboardModifiers modifiers)
+    {
+        const QPointF pos(20, 20);
+        QWheelEvent event(pos, target->mapToGlobal(pos), QPoint(), QPoint(0, delta), Qt::NoButton, modifiers,
+                          Qt::NoScrollPhase, false);
+        QApplication::sendEvent(target, &event);
+    }
+
+    std::unique_ptr<HostFixture> fixture;
+    KeyBindings keyBindings;
+
+private slots:
+    void init()
+    {
+        fixture = std::make_unique<HostFixture>();
+        ColorSettings::Initialize();
+    }
+
+    void cleanup() { fixture.reset(); }
+
+    void hiddenOutputArrivesWholeAndInOrderOnShow()
+    {
+        auto edit = MakeEdit(false);
+        QVERIFY(edit);
+        edit->AppendText(QStringLiteral("first\n"));
+        edit->AppendText(QStringLiteral("second\n"));
+        edit->AppendText(QStringLiteral("third"));
+        QVERIFY(edit->toPlainText().isEmpty());
+
+        QSignalSpy changes(edit->document(), SIGNAL(contentsChange(int, int, int)));
+        edit->show();
+        QVERIFY(QTest::qWaitForWindowExposed(edit.get()));
+        QCOMPARE(edit->toPlainText(), QStringLiteral("first\nsecond\nthird"));
+        QCOMPARE(changes.count(), 1);
+        QVERIFY(edit->textCursor().atEnd());
+
+        // Shown again after hiding, nothing is repeated.
+        edit->hide();
+        edit->AppendText(QStringLiteral(" and fourth"));
+        edit->show();
+        QCOMPARE(edit->GetText(), QStringLiteral("first\nsecond\nthird and fourth"));
+    }
+
+    void appendClearsSelectionAndFollowsOutput()
+    {
+        auto edit = MakeEdit();
+        QVERIFY(edit);
+        edit->AppendText(NumberedLines(200).join(QString()));
+        QCoreApplication::processEvents();
+        QTextCursor cursor = edit->textCursor();
+        cursor.setPosition(0);
+        cursor.setPosition(4, QTextCursor::KeepAnchor);
+        edit->setTextCursor(cursor);
+        edit->verticalScrollBar()->setValue(0);
+        QCOMPARE(edit->GetSelectedText(), QStringLiteral("line"));
+
+        edit->AppendText(QStringLiteral("tail\n"));
+        QVERIFY(!edit->textCursor().hasSelection());
+        QVERIFY(edit->textCursor().atEnd());
+        QVERIFY(edit->viewport()->rect().contains(edit->cursorRect()));
+        QVERIFY(edit->verticalScrollBar()->value() > 0);
+        QVERIFY(edit->toPlainText().endsWith(QStringLiteral("tail\n")));
+    }
+
+    void appendsOfOneTurnAreInsertedTogether()
+    {
+        auto edit = MakeEdit();
+        QVERIFY(edit);
+        QSignalSpy changes(edit->document(), SIGNAL(contentsChange(int, int, int)));
+        const QStringList lines = NumberedLines(500);
+        for (const QString& line : lines)
+            edit->AppendText(line);
+        // The first is shown at once, the rest when the turn ends.
+        QVERIFY(edit->toPlainText().startsWith(QStringLiteral("line 1\n")));
+        QCoreApplication::processEvents();
+        QCOMPARE(edit->toPlainText(), lines.join(QString()));
+        QVERIFY(changes.count() <= 3);
+        QVERIFY(edit->textCursor().atEnd());
+
+        // Reading the text does not wait for the turn to end.
+        edit->AppendText(QStringLiteral("a"));
+        edit->AppendText(QStringLiteral("b"));
+        QVERIFY(edit->GetText().endsWith(QStringLiteral("line 500\nab")));
+    }
+
+    void capTrimsFromTheTop_data()
+    {
+        QTest::addColumn<bool>("turnPerAppend");
+        QTest::addColumn<int>("cap");
+        QTest::addColumn<int>("count");
+        QTest::newRow("one turn each, default cap") << true << 3000 << 3001;
+        QTest::newRow("one burst, default cap") << false << 3000 << 3001;
+        QTest::newRow("one burst, many times the cap") << false << 3000 << 20000;
+        QTest::newRow("one burst, small cap") << false << 7 << 100;
+    }
+
+    void capTrimsFromTheTop()
+    {
+        QFETCH(bool, turnPerAppend);
+        QFETCH(int, cap);
+        QFETCH(int, count);
+        auto edit = MakeEdit();
+        QVERIFY(edit);
+        edit->SetMaximumBlockCount(cap);
+        const QStringList lines = NumberedLines(count);
+        for (const QString& line : lines)
+        {
+            edit->AppendText(line);
+            if (turnPerAppend)
+                QCoreApplication::processEvents();
+        }
+        QCoreApplication::processEvents();
+        QCOMPARE(edit->document()->blockCount(), cap);
+        QCOMPARE(edit->toPlainText(), CappedReference(lines, cap));
+        QCOMPARE(edit->document()->firstBlock().text(), QStringLiteral("line %1").arg(count - cap + 2));
+        QVERIFY(edit->textCursor().atEnd());
+    }
+
+    void cappedBurstMatchesPlainDocument()
+    {
+        // Chunks of several lines, with lines split across appends.
+        QRandomGenerator random(7);
+        QStringList chunks;
+        for (int i = 0; i < 2000; ++i)
+        {
+            QString chunk;
+            const int lines = static_cast<int>(random.bounded(4));
+            for (int l = 0; l < lines; ++l)
+                chunk += QStringLiteral("c%1.%2\n").arg(i).arg(l);
+            chunk += QStringLiteral("p%1").arg(i);
+            chunks << chunk;
+        }
+        for (const int cap : {1, 2, 5, 50})
+        {
+            auto edit = MakeEdit();
+            QVERIFY(edit);
+            edit->SetMaximumBlockCount(cap);
+            edit->AppendText(QStringLiteral("before\n"));
+            QCoreApplication::processEvents();
+            for (const QString& chunk : std::as_const(chunks))
+                edit->AppendText(chunk);
+            QCoreApplication::processEvents();
+            QCOMPARE(edit->toPlainText(), CappedReference(QStringList{QStringLiteral("before\n")} + chunks, cap));
+        }
+    }
+
+    void logHoldsExactlyWhatWasShown()
+    {
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("out.log"));
+        auto edit = MakeEdit();
+        QVERIFY(edit);
+        edit->AppendText(QStringLiteral("not logged\n"));
+        QVERIFY(edit->BeginWriteToFile(path));
+        QVERIFY(edit->IsWriteToFileActive());
+        edit->AppendText(QStringLiteral("// Result: 1 //\n"));
+        QCoreApplication::processEvents();
+        for (int i = 0; i < 100; ++i)
+            edit->AppendText(QStringLiteral("line %1 \u00e9\u4e2d\n").arg(i));
+        QCoreApplication::processEvents();
+
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QString logged = QString::fromUtf8(file.readAll());
+        file.close();
+        QVERIFY(logged.startsWith(QStringLiteral("// Result: 1 //\n")));
+        QCOMPARE(QStringLiteral("not logged\n") + logged, edit->GetText());
+
+        edit->AppendText(QStringLiteral("last"));
+        edit->EndWriteToFile();
+        QVERIFY(!edit->IsWriteToFileActive());
+        edit->AppendText(QStringLiteral("after"));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(QString::fromUtf8(file.readAll()), logged + QStringLiteral("last"));
+    }
+
+    void logReceivesHeldTextOnArrivalAndOnShow()
+    {
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("held.log"));
+        auto edit = MakeEdit(false);
+        QVERIFY(edit);
+        QVERIFY(edit->BeginWriteToFile(path));
+        edit->AppendText(QStringLiteral("held\n"));
+        edit->show();
+        QVERIFY(QTest::qWaitForWindowExposed(edit.get()));
+        edit->EndWriteToFile();
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(QString::fromUtf8(file.readAll()), QStringLiteral("held\nheld\n"));
+        QCOMPARE(edit->GetText(), QStringLiteral("held\n"));
+    }
+
+    void logThatCannotOpenIsReported()
+    {
+        auto edit = MakeEdit();
+        QVERIFY(edit);
+        const QString path = QStringLiteral("/nonexistent-folder-bq2/out.log");
+        QVERIFY(!edit->BeginWriteToFile(path));
+        QVERIFY(!edit->IsWriteToFileActive());
+        QVERIFY(fixture->HasMessageContaining(QStringLiteral("Failed to open log file for write: %1").arg(path)));
+        edit->AppendText(QStringLiteral("still shown"));
+        QCOMPARE(edit->GetText(), QStringLiteral("still shown"));
+    }
+
+    void userRulesColourNewText()
+    {
+        auto edit = MakeEdit();
+        QVERIFY(edit);
+        const QColor red(0xf4, 0x28, 0x28);
+        const QColor yellow(0xdf, 0xe5, 0x27);
+        edit->AppendText(QStringLiteral("# Error: boom #\nplain\n// Warning: careful //\nx # Error: not at start\n"));
+        const QList<QTextEdit::ExtraSelection> errors = SelectionsWithForeground(edit.get(), red);
+        QCOMPARE(errors.size(), 1);
+        // The factory rules colour whole lines that start with the marker.
+        QCOMPARE(errors.first().cursor.selectedText(), QStringLiteral("# Error: boom #"));
+        const QList<QTextEdit::ExtraSelection> warnings = SelectionsWithForeground(edit.get(), yellow);
+        QCOMPARE(warnings.size(), 1);
+        QCOMPARE(warnings.first().cursor.selectedText(), QStringLiteral("// Warning: careful //"));
+
+        // Rules of the user's: plain text (the dot is no wildcard), per match or for the whole line.
+        const QColor blue(0, 0, 255);
+        const QColor green(0, 255, 0);
+        ColorSettings::outputUserDefinedSelections.append(ExtraSelectionProperties(
+            QStringLiteral("Words"), green, QColor(), QStringLiteral("a.b"), false, false, true));
+        ColorSettings::outputUserDefinedSelections.append(ExtraSelectionProperties(
+            QStringLiteral("Mine"), blue, QColor(), QStringLiteral("a.b"), false, true, true));
+        edit->AppendText(QStringLiteral("has a.b and a.b inside\nhas axb inside\n"));
+        QCoreApplication::processEvents();
+        const QList<QTextEdit::ExtraSelection> mine = SelectionsWithForeground(edit.get(), blue);
+        QCOMPARE(mine.size(), 1);
+        QCOMPARE(mine.first().cursor.selectedText(), QStringLiteral("has a.b and a.b inside"));
+        const QList<QTextEdit::ExtraSelection> words = SelectionsWithForeground(edit.get(), green);
+        QCOMPARE(words.size(), 2);
+        QCOMPARE(words.at(1).cursor.selectedText(), QStringLiteral("a.b"));
+        // Later rules paint over earlier ones: they come later in the list.
+        int lastGreen = -1;
+        int firstBlue = -1;
+        const QList<QTextEdit::ExtraSelection> all = Shown(edit.get());
+        for (int i = 0; i < all.size(); ++i)
+        {
+            const QColor color = all.at(i).format.foreground().color();
+            lastGreen = color == green ? i : lastGreen;
+            firstBlue = color == blue && firstBlue < 0 ? i : firstBlue;
+        }
+        QVERIFY(firstBlue > lastGreen);
+
+        // Both colours off: skipped although enabled.
+        ColorSettings::outputUserDefinedSelections.last() = ExtraSelectionProperties(
+            QStringLiteral("Mine"), QColor(), QColor(), QStringLiteral("a.b"), false, true, true);
+        edit->UpdateExtraSelections();
+        QVERIFY(SelectionsWithForeground(edit.get(), blue).isEmpty());
+        QCOMPARE(SelectionsWithForeground(edit.get(), red).size(), 1);
+
+        Settings::outputSyntaxHighlightingEnabled = false;
+        edit->UpdateExtraSelections();
+        QVERIFY(Shown(edit.get()).isEmpty());
+    }
+
+    void highlightingCoversOnlyTheVisibleStretch()
+    {
+        auto edit = MakeEdit();
+        QVERIFY(edit);
+        edit->SetMaximumBlockCount(3000);
+        for (int i = 0; i < 5000; ++i)
+            edit->AppendText(QStringLiteral("# Error: number %1\n").arg(i));
+        QCoreApplication::processEvents();
+        const QList<QTextEdit::ExtraSelection> atEnd = Shown(edit.get());
+        QVERIFY(!atEnd.isEmpty());
+        const int visibleLines = edit->viewport()->height() / edit->fontMetrics().height() + 2;
+        // The visible lines, plus the lines in the 600 characters above them.
+        QVERIFY2(atEnd.size() <= visibleLines + 600 / 20 + 2, qPrintable(QString::number(atEnd.size())));
+        const int firstVisible = edit->cursorForPosition(QPoint(0, 0)).position();
+        for (const QTextEdit::ExtraSelection& selection : atEnd)
+            QVERIFY(selection.cursor.selectionStart() >= firstVisible - 600);
+
+        // A page step up paints the lines that come into view.
+        edit->verticalScrollBar()->triggerAction(QAbstractSlider::SliderPageStepSub);
+        QTest::qWait(20);
+        const int top = edit->cursorForPosition(QPoint(0, 0)).position();
+        const QTextBlock topBlock = edit->document()->findBlock(top);
+        bool topPainted = false;
+        for (const QTextEdit::ExtraSelection& selection : Shown(edit.get()))
+            topPainted = topPainted || selection.cursor.selectionStart() == topBlock.position();
+        QVERIFY(topPainted);
+    }
+
+    void matchingSelectionHighlightsOtherOccurrences()
+    {
+        auto edit = MakeEdit();
+        QVERIFY(edit);
+        const QColor matching = ColorSettings::GetOutputFormat(ColorSettings::MATCHING_SELECTION).background().color();
+        const auto matches = [&]()
+        {
+            QList<int> starts;
+            for (const QTextEdit::ExtraSelection& selection : Shown(edit.get()))
+            {
+                if (selection.format.background().color() == matching)
+                    starts << selection.cursor.selectionStart();
+            }
+            return starts;
+        };
+        edit->AppendText(QStringLiteral("foo.bar foo aaaa foofoo\nfoo"));
+        QTextCursor cursor = edit->textCursor();
+        cursor.setPosition(8);
+        cursor.setPosition(11, QTextCursor::KeepAnchor);
+        edit->setTextCursor(cursor);
+        QCOMPARE(matches(), (QList<int>{0, 8, 17, 20, 24}));
+
+        // Overlapping occurrences are all marked.
+        cursor.setPosition(12);
+        cursor.setPosition(14, QTextCursor::KeepAnchor);
+        edit->setTextCursor(cursor);
+        QCOMPARE(matches(), (QList<int>{12, 13, 14}));
+
+        Settings::outputMatchedSelectionWordsOnly = true;
+        cursor.setPosition(8);
+        cursor.setPosition(11, QTextCursor::KeepAnchor);
+        edit->setTextCursor(cursor);
+        QCOMPARE(matches(), (QList<int>{0, 8, 24}));
+        cursor.setPosition(0);
+        cursor.setPosition(7, QTextCursor::KeepAnchor);
+        edit->setTextCursor(cursor);
+        QVERIFY(matches().isEmpty());
+        // Several lines: nothing.
+        cursor.setPosition(20);
+        cursor.setPosition(27, QTextCursor::KeepAnchor);
+        edit->setTextCursor(cursor);
+        QVERIFY(matches().isEmpty());
+    }
+
+    void doubleClickTakesLeadingDollar_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<int>("clickAt");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("letter before dollar") << QStringLiteral("$foo$bar") << 6 << QStringLiteral("bar");
+        QTest::newRow("blank before dollar") << QStringLiteral("= $bar;") << 4 << QStringLiteral("$bar");
+        QTest::newRow("capital B before dollar") << QStringLiteral("B$bar") << 3 << QStringLiteral("$bar");
+        QTest::newRow("capital A before dollar") << QStringLiteral("A$bar") << 3 << QStringLiteral("bar");
+        QTest::newRow("at start of text") << QStringLiteral("$var rest") << 2 << QStringLiteral("$var");
+        QTest::newRow("on the dollar") << QStringLiteral("x = $name;") << 4 << QStringLiteral("$name");
+    }
+
+    void doubleClickTakesLeadingDollar()
+    {
+        QFETCH(QString, text);
+        QFETCH(int, clickAt);
+        QFETCH(QString, expected);
+        auto edit = MakeEdit();
+        QVERIFY(edit);
+        edit->AppendText(text);
+        QTest::mouseDClick(edit->viewport(), Qt::LeftButton, {}, PointOfCharacter(edit.get(), clickAt));
+        QCOMPARE(edit->GetSelectedText(), expected);
+
+        Settings::outputDoubleClickIncludesDollarSign = false;
+        QTest::mouseDClick(edit->viewport(), Qt::LeftButton, {}, PointOfCharacter(edit.get(), clickAt));
+        QVERIFY(!edit->GetSelectedText().startsWith(QLatin1Char('$')) || text.at(clickAt) == QLatin1Char('$'));
+    }
+
+    void zoomStaysWithinLimits()
+    {
+        auto edit = MakeEdit();
+        QVERIFY(edit);
+        edit->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(edit.get()));
+        const int base = Settings::outputFont.pointSize();
+        QVERIFY(base > Settings::MINIMUM_FONT_SIZE && base < Settings::MAXIMUM_FONT_SIZE);
+        // The main widget's part: a step of the zoom, then the font again.
+        const auto step = [&edit](int by)
+        {
+            Settings::outputZoom += by;
+            edit->UpdateFont();
+        };
+        connect(edit.get(), &OutputTextEdit::IncreaseFontSizeRequested, this, [&] { step(1); });
+        connect(edit.get(), &OutputTextEdit::DecreaseFontSizeRequested, this, [&] { step(-1); });
+        QAction increase(edit.get());
+        increase.setShortcut(keyBindings.GetShortcut(KeySequenceType::IncreaseFontSize));
+        increase.setShortcutContext(Qt::WidgetWithChildrenShortcut);
+        edit->addAction(&increase);
+        connect(&increase, &QAction::triggered, this, [&] { step(1); });
+        QVERIFY(!increase.shortcut().isEmpty());
+
+        for (int i = 0; i < 40; ++i)
+            SendWheel(edit->viewport(), 120, Qt::ControlModifier);
+        QCOMPARE(edit->font().pointSize(), Settings::MAXIMUM_FONT_SIZE);
+        QCOMPARE(Settings::outputZoom, Settings::MAXIMUM_FONT_SIZE - base);
+        edit->setFocus();
+        QTest::keySequence(edit.get(), increase.shortcut());
+        QCOMPARE(edit->font().pointSize(), Settings::MAXIMUM_FONT_SIZE);
+        QCOMPARE(Settings::outputZoom, Settings::MAXIMUM_FONT_SIZE - base);
+
+        for (int i = 0; i < 40; ++i)
+            SendWheel(edit->viewport(), -120, Qt::ControlModifier);
+        QCOMPARE(edit->font().pointSize(), Settings::MINIMUM_FONT_SIZE);
+        QCOMPARE(Settings::outputZoom, Settings::MINIMUM_FONT_SIZE - base);
+        QTest::keySequence(edit.get(), increase.shortcut());
+        QCOMPARE(edit->font().pointSize(), Settings::MINIMUM_FONT_SIZE + 1);
+
+        // Other modifiers, and the setting off, are swallowed: no zoom and no scroll.
+        edit->AppendText(NumberedLines(300).join(QString()));
+        QCoreApplication::processEvents();
+        const int value = edit->verticalScrollBar()->value();
+        QSignalSpy increaseSpy(edit.get(), SIGNAL(IncreaseFontSizeRequested()));
+        SendWheel(edit->viewport(), 120, Qt::ShiftModifier);
+        SendWheel(edit->viewport(), 120, Qt::ControlModifier | Qt::ShiftModifier);
+        QCOMPARE(edit->verticalScrollBar()->value(), value);
+        Settings::outputMouseWheelChangesFontSize = false;
+        SendWheel(edit->viewport(), 120, Qt::ControlModifier);
+        QCOMPARE(increaseSpy.count(), 0);
+        SendWheel(edit->viewport(), 120, Qt::NoModifier);
+        QVERIFY(edit->verticalScrollBar()->value() < value);
+    }
+
+    void findWrapsBothWays()
+    {
+        auto edit = MakeEdit();
+        QVERIFY(edit);
+        edit->AppendText(QStringLiteral("Alpha beta\nalpha gamma\nbeta alpha"));
+        const auto selectionStart = [&] { return edit->GetSelectedStartPosition(); };
+
+        // With the cursor at the end, the first search wraps to the top.
+        edit->OnSearchChanged(QRegularExpression(QStringLiteral("alpha")), false, true);
+        QCOMPARE(edit->GetSelectedText(), QStringLiteral("alpha"));
+        QCOMPARE(selectionStart(), 11);
+        QVERIFY(edit->FindNext());
+        QCOMPARE(selectionStart(), 28);
+        QVERIFY(edit->FindNext());
+        QCOMPARE(selectionStart(), 11);
+        QVERIFY(edit->FindPrevious());
+        QCOMPARE(selectionStart(), 28);
+        QVERIFY(edit->FindPrevious());
+        QCOMPARE(selectionStart(), 11);
+
+        // A selection that already matches stays where it is.
+        edit->OnSearchChanged(QRegularExpression(QStringLiteral("alpha")), false, true);
+        QCOMPARE(selectionStart(), 11);
+
+        edit->OnSearchChanged(
+            QRegularExpression(QStringLiteral("alpha"), QRegularExpression::CaseInsensitiveOption), false, false);
+        QVERIFY(edit->FindNext());
+        QCOMPARE(selectionStart(), 28);
+        QVERIFY(edit->FindNext());
+        QCOMPARE(selectionStart(), 0);
+
+        int current = 0;
+        int total = 0;
+        edit->GetSearchResults(QRegularExpression(QStringLiteral("beta")), current, total);
+        QCOMPARE(total, 2);
+        QCOMPARE(current, -1);
+        edit->GetSearchResults(QRegularExpression(QStringLiteral("[Aa]lpha")), current, total);
+        QCOMPARE(total, 3);
+        QCOMPARE(current, 1);
+
+        edit->OnSearchChanged(QRegularExpression(QStringLiteral("delta")), false, true);
+        QVERIFY(!edit->FindNext());
+        QCOMPARE(selectionStart(), 0);
+    }
+
+    void findHighlightsMatchesWhileFindIsOpen()
+    {
+        auto edit = MakeEdit();
+        QVERIFY(edit);
+        const QColor found = ColorSettings::GetOutputFormat(ColorSettings::FIND_REPLACE_MATCHING).background().color();
+        const auto foundCount = [&]()
+        {
+            int count = 0;
+            for (const QTextEdit::ExtraSelection& selection : Shown(edit.get()))
+                count += selection.format.background().color() == found ? 1 : 0;
+            return count;
+        };
+        edit->AppendText(QStringLiteral("one two one\nthree one"));
+        edit->OnSearchChanged(QRegularExpression(QStringLiteral("one")), false, true);
+        QCOMPARE(foundCount(), 0);
+
+        edit->ShowFindReplace(false, true);
+        QVERIFY(edit->IsFindReplaceVisible());
+        QCOMPARE(foundCount(), 3);
+        const QColor selectedBackground =
+            ColorSettings::GetOutputFormat(ColorSettings::FIND_REPLACE_SELECTED).background().color();
+        QCOMPARE(edit->palette().color(QPalette::Highlight), selectedBackground);
+        QCOMPARE(edit->palette().color(QPalette::HighlightedText), QColor(Qt::white));
+
+        // Escape closes find and drops the selection.
+        edit->setFocus();
+        QTest::keyClick(edit.get(), Qt::Key_Escape);
+        QVERIFY(!edit->IsFindReplaceVisible());
+        QVERIFY(!edit->textCursor().hasSelection());
+        QCOMPARE(foundCount(), 0);
+        QCOMPARE(edit->palette().color(QPalette::Highlight),
+                 ColorSettings::GetOutputFormat(ColorSettings::SELECTED_TEXT).background().color());
+
+        // Opening find takes the word under the cursor.
+        QTextCursor cursor = edit->textCursor();
+        cursor.setPosition(5);
+        edit->setTextCursor(cursor);
+        edit->ShowFindReplace();
+        QCOMPARE(edit->GetSelectedText(), QStringLiteral("two"));
+    }
+
+    void contextMenuOffersCopySelectAllAndClear()
+    {
+        auto edit = MakeEdit();
+        QVERIFY(edit);
+        edit->AppendText(QStringLiteral("some output\n"));
+        QStringList texts;
+        QList<QKeySequence> keys;
+        QTimer::singleShot(0, this, [&]()
+        {
+            auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+            if (!menu)
+                return;
+            for (QAction* action : menu->actions())
+            {
+                texts << (action->isSeparator() ? QStringLiteral("-") : action->text());
+                keys << action->shortcut();
+            }
+            menu->actions().last()->trigger();
+            menu->close();
+        });
+        edit->ShowContextMenu(QPoint(10, 10));
+        QCOMPARE(texts, (QStringList{QStringLiteral("Copy"), QStringLiteral("-"), QStringLiteral("Select All"),
+                                     QStringLiteral("-"), QStringLiteral("Clear Output")}));
+        QCOMPARE(keys.at(0), keyBindings.GetShortcut(KeySequenceType::Copy));
+        QCOMPARE(keys.at(4), keyBindings.GetShortcut(KeySequenceType::ClearOutput));
+        QVERIFY(edit->GetText().isEmpty());
+        QVERIFY(!edit->GetText().isNull());
+    }
+
+    void selectedTextForExecuteUsesLineFeeds()
+    {
+        auto edit = MakeEdit();
+        QVERIFY(edit);
+        edit->AppendText(QStringLiteral("print(1)\nprint(2)\n"));
+        edit->selectAll();
+        QCOMPARE(edit->GetSelectedText(), QStringLiteral("print(1)\u2029print(2)\u2029"));
+        QCOMPARE(edit->GetSelectedTextForExecute(), QStringLiteral("print(1)\nprint(2)\n"));
+        QCOMPARE(edit->GetSelectedStartPosition(), 0);
+        QCOMPARE(edit->GetSelectedEndPosition(), 18);
+    }
+
+    void focusIsReported()
+    {
+        QWidget window;
+        auto* other = new QLineEdit(&window);
+        auto* edit = new OutputTextEdit(&keyBindings, &window);
+        auto* layout = new QVBoxLayout(&window);
+        layout->addWidget(other);
+        layout->addWidget(edit);
+        window.show();
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        other->setFocus();
+        QSignalSpy focus(edit, SIGNAL(ReceivedFocus()));
+        QTest::mouseClick(edit->viewport(), Qt::LeftButton, {}, QPoint(10, 10));
+        QTRY_COMPARE(focus.count(), 1);
+    }
+};
+
+QTEST_MAIN(TestOutputTextEdit)
+#include "tst_OutputTextEdit.moc"

@@ -1,0 +1,530 @@
+#include "HostFixture.h"
+#include "output/OutputHighlightingDialog.h"
+#include "output/OutputHighlightingWidget.h"
+#include "output/OutputTextEdit.h"
+#include "output/PanelGroup.h"
+#include "output/PanelGroupTabBar.h"
+#include "plugin/MayaUtil.h"
+#include "settings/ColorSettings.h"
+#include "settings/KeyBindings.h"
+#include "settings/Settings.h"
+#include "widgets/ColorLabel.h"
+#include "widgets/FlatButton.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QTemporaryDir>
+#include <QtCore/QTimer>
+#include <QtGui/QTextBlock>
+#include <QtWidgets/QCheckBox>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QDialogButtonBox>
+#include <QtWidgets/QFileDialog>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QListWidget>
+#include <QtWidgets/QMessageBox>
+#include <QtWidgets/QPushButton>
+#include <QtTest/QSignalSpy>
+#include <QtTest/QtTest>
+
+#include <functional>
+#include <memory>
+
+class TestPanelGroup : public QObject
+{
+    Q_OBJECT
+
+private:
+    // Runs `handle` on the next modal widget of type T, from inside the modal's own event loop.
+    template <typename T>
+    void WhenModal(std::function<void(T*)> handle)
+    {
+        auto* timer = new QTimer(this);
+        timer->setInterval(10);
+        connect(timer, &QTimer::timeout, this, [timer, handle]()
+        {
+            auto* widget = qobject_cast<T*>(QApplication::activeModalWidget());
+            if (!widget || !widget->isVisible())
+                return;
+            timer->stop();
+            timer->deleteLater();
+            handle(widget);
+        });
+        timer->start();
+    }
+
+    // Fills in the save dialog as a user would and accepts it.
+    void WhenSaveDialog(const QString& path, const QString& filter, QString* directorySeen = nullptr)
+    {
+        WhenModal<QFileDialog>([=](QFileDialog* dialog)
+        {
+            if (directorySeen)
+                *directorySeen = dialog->directory().absolutePath();
+            dialog->selectNameFilter(filter);
+            dialog->selectFile(path);
+            // As the Save button does.
+            QMetaObject::invokeMethod(dialog, "accept");
+        });
+    }
+
+    void WhenQuestion(QMessageBox::StandardButton answer, QString* text = nullptr)
+    {
+        WhenModal<QMessageBox>([=](QMessageBox* box)
+        {
+            if (text)
+                *text = box->windowTitle() + QLatin1Char('|') + box->text();
+            box->button(answer)->click();
+        });
+    }
+
+    std::unique_ptr<PanelGroup> MakePanel()
+    {
+        auto panel = std::make_unique<PanelGroup>(&keyBindings);
+        panel->resize(600, 300);
+        panel->show();
+        if (!QTest::qWaitForWindowExposed(panel.get()))
+            return nullptr;
+        return panel;
+    }
+
+    static FlatButton* WriteButton(PanelGroup* panel)
+    {
+        return panel->findChild<FlatButton*>(QStringLiteral("writeToFileBtn"));
+    }
+
+    static QString LogText(const QString& path)
+    {
+        QFile file(path);
+        if (!file.open(QIODevice::ReadOnly))
+            return QStringLiteral("<missing>");
+        return QString::fromUtf8(file.readAll());
+    }
+
+    static QString HostEcho(HostFixture& fixture)
+    {
+        return fixture.MelString(QStringLiteral("commandEcho -q -state"));
+    }
+
+    std::unique_ptr<HostFixture> fixture;
+    KeyBindings keyBindings;
+    QTemporaryDir dir;
+
+private slots:
+    void init()
+    {
+        fixture = std::make_unique<HostFixture>();
+        ColorSettings::Initialize();
+    }
+
+    void cleanup()
+    {
+        for (QTimer* timer : findChildren<QTimer*>())
+            delete timer;
+        fixture.reset();
+    }
+
+    void panelHasOneOutputTab()
+    {
+        auto panel = MakePanel();
+        QVERIFY(panel);
+        auto* tabBar = panel->findChild<PanelGroupTabBar*>();
+        QVERIFY(tabBar);
+        QCOMPARE(tabBar->Count(), 1);
+        QCOMPARE(tabBar->GetTabText(0), QStringLiteral("OUTPUT"));
+        QVERIFY(!tabBar->isMovable());
+        QVERIFY(!tabBar->tabsClosable());
+        QVERIFY(!tabBar->acceptDrops());
+        QVERIFY(panel->GetOutputTextEdit());
+        QVERIFY(panel->GetOutputTextEdit()->isVisible());
+        QCOMPARE(WriteButton(panel.get())->size(), QSize(18, 18));
+        QCOMPARE(WriteButton(panel.get())->toolTip(), QStringLiteral("Write to File"));
+        QCOMPARE(panel->findChild<FlatButton*>(QStringLiteral("clearBtn"))->toolTip(), QStringLiteral("Clear"));
+    }
+
+    void verbosityStartsFromHostAndSetting()
+    {
+        MayaUtil::SetEchoAllCommandsEnabled(true);
+        QCOMPARE(PanelGroup(&keyBindings).GetVebosityIndex(), 0);
+        MayaUtil::SetEchoAllCommandsEnabled(false);
+        Settings::outputMinimalTrace = true;
+        QCOMPARE(PanelGroup(&keyBindings).GetVebosityIndex(), 2);
+        Settings::outputMinimalTrace = false;
+        QCOMPARE(PanelGroup(&keyBindings).GetVebosityIndex(), 1);
+    }
+
+    void verbosityChoiceDrivesEchoAndMinimalTrace()
+    {
+        MayaUtil::SetEchoAllCommandsEnabled(false);
+        auto panel = MakePanel();
+        QVERIFY(panel);
+        auto* combo = panel->findChild<QComboBox*>(QStringLiteral("outputTypeCmb"));
+        QVERIFY(combo);
+        QCOMPARE(combo->count(), 3);
+        QCOMPARE(combo->itemText(0), QStringLiteral("Echo All"));
+        QCOMPARE(combo->itemText(2), QStringLiteral("Minimal"));
+        QCOMPARE(combo->toolTip(), QStringLiteral("Output Verbosity"));
+        QSignalSpy changed(panel.get(), SIGNAL(EchoAllCommandsChanged()));
+
+        QTest::keyClick(combo, Qt::Key_Up);
+        QCOMPARE(panel->GetVebosityIndex(), 0);
+        QVERIFY(MayaUtil::EchoAllCommandsEnabled());
+        QCOMPARE(HostEcho(*fixture), QStringLiteral("1"));
+        QVERIFY(!Settings::outputMinimalTrace);
+        QCOMPARE(changed.count(), 1);
+
+        QTest::keyClick(combo, Qt::Key_Down);
+        QTest::keyClick(combo, Qt::Key_Down);
+        QCOMPARE(panel->GetVebosityIndex(), 2);
+        QVERIFY(!MayaUtil::EchoAllCommandsEnabled());
+        QCOMPARE(HostEcho(*fixture), QStringLiteral("0"));
+        QVERIFY(Settings::outputMinimalTrace);
+        QCOMPARE(changed.count(), 3);
+
+        // Switching echo off goes back to the verbosity that the setting holds.
+        panel->SetEchoAllCommandsEnabled(true);
+        QCOMPARE(panel->GetVebosityIndex(), 0);
+        QVERIFY(MayaUtil::EchoAllCommandsEnabled());
+        Settings::outputMinimalTrace = true;
+        panel->SetEchoAllCommandsEnabled(false);
+        QCOMPARE(panel->GetVebosityIndex(), 2);
+        QVERIFY(!MayaUtil::EchoAllCommandsEnabled());
+        panel->SetNormalVerbosity();
+        QCOMPARE(panel->GetVebosityIndex(), 1);
+        QVERIFY(!Settings::outputMinimalTrace);
+        panel->SetMinimalVerbosity();
+        QCOMPARE(panel->GetVebosityIndex(), 2);
+        QVERIFY(Settings::outputMinimalTrace);
+    }
+
+    void capComesFromPreferences()
+    {
+        auto panel = MakePanel();
+        QVERIFY(panel);
+        OutputTextEdit* edit = panel->GetOutputTextEdit();
+        Settings::outputBufferSize = 3000;
+        panel->ApplyPreferences();
+        QCOMPARE(edit->document()->maximumBlockCount(), 3000);
+        for (int i = 1; i <= 50; ++i)
+            panel->OutputAppendText(QStringLiteral("line %1\n").arg(i));
+        // Lowered while output is still held: the newest lines stay.
+        Settings::outputBufferSize = 10;
+        panel->ApplyPreferences();
+        QCOMPARE(edit->document()->blockCount(), 10);
+        QCOMPARE(edit->document()->firstBlock().text(), QStringLiteral("line 42"));
+        QCoreApplication::processEvents();
+        QVERIFY(edit->GetText().endsWith(QStringLiteral("line 50\n")));
+
+        panel->OutputClearAll();
+        QVERIFY(edit->GetText().isEmpty());
+        panel->OutputAppendText(QStringLiteral("a\nb\n"));
+        QCOMPARE(edit->document()->maximumBlockCount(), 10);
+    }
+
+    void writeToFileUnderLogFilterAddsExtension()
+    {
+        auto panel = MakePanel();
+        QVERIFY(panel);
+        QSignalSpy updated(panel.get(), SIGNAL(WriteToFileUpdated(bool)));
+        const QString typed = dir.filePath(QStringLiteral("session"));
+        WhenSaveDialog(typed, QStringLiteral("LOG (*.log)"));
+        panel->ToggleWriteToFile();
+        QCOMPARE(updated.count(), 1);
+        QCOMPARE(updated.at(0).at(0).toBool(), true);
+        QVERIFY(panel->GetOutputTextEdit()->IsWriteToFileActive());
+        QVERIFY(WriteButton(panel.get())->IsChecked());
+        QCOMPARE(WriteButton(panel.get())->toolTip(), QStringLiteral("Stop writing to file"));
+
+        panel->OutputAppendText(QStringLiteral("# Result: 42 #\n"));
+        QCoreApplication::processEvents();
+        QCOMPARE(LogText(typed + QStringLiteral(".log")), QStringLiteral("# Result: 42 #\n"));
+        QVERIFY(!QFile::exists(typed));
+
+        // Declining the question leaves the log running.
+        QString question;
+        WhenQuestion(QMessageBox::No, &question);
+        panel->ToggleWriteToFile();
+        QCOMPARE(question, QStringLiteral("Write Output to File|Stop writing output to file?"));
+        QCOMPARE(updated.count(), 2);
+        QCOMPARE(updated.at(1).at(0).toBool(), true);
+        QVERIFY(panel->GetOutputTextEdit()->IsWriteToFileActive());
+        QVERIFY(WriteButton(panel.get())->IsChecked());
+
+        WhenQuestion(QMessageBox::Yes);
+        panel->ToggleWriteToFile();
+        QCOMPARE(updated.count(), 3);
+        QCOMPARE(updated.at(2).at(0).toBool(), false);
+        QVERIFY(!panel->GetOutputTextEdit()->IsWriteToFileActive());
+        QVERIFY(!WriteButton(panel.get())->IsChecked());
+        QCOMPARE(WriteButton(panel.get())->toolTip(), QStringLiteral("Write to File"));
+        panel->OutputAppendText(QStringLiteral("after\n"));
+        QCoreApplication::processEvents();
+        QCOMPARE(LogText(typed + QStringLiteral(".log")), QStringLiteral("# Result: 42 #\n"));
+    }
+
+    void writeToFileKeepsNamesAsTyped()
+    {
+        auto panel = MakePanel();
+        QVERIFY(panel);
+        QSignalSpy updated(panel.get(), SIGNAL(WriteToFileUpdated(bool)));
+
+        const QString plain = dir.filePath(QStringLiteral("plain"));
+        WhenSaveDialog(plain, QStringLiteral("All Files(*.*)"));
+        panel->ToggleWriteToFile();
+        QVERIFY(QFile::exists(plain));
+        QVERIFY(!QFile::exists(plain + QStringLiteral(".log")));
+        panel->GetOutputTextEdit()->EndWriteToFile();
+
+        QDir(dir.path()).mkdir(QStringLiteral("sub"));
+        const QString upper = dir.filePath(QStringLiteral("sub/OUT.LOG"));
+        QString seen;
+        WhenSaveDialog(upper, QStringLiteral("LOG (*.log)"), &seen);
+        panel->ToggleWriteToFile();
+        // The dialog opens where the last log went.
+        QCOMPARE(seen, QDir(dir.path()).absolutePath());
+        QVERIFY(QFile::exists(upper));
+        QVERIFY(!QFile::exists(upper + QStringLiteral(".log")));
+        panel->GetOutputTextEdit()->EndWriteToFile();
+
+        // Cancelled: nothing starts.
+        WhenModal<QFileDialog>([](QFileDialog* dialog) { dialog->reject(); });
+        panel->ToggleWriteToFile();
+        QCOMPARE(updated.last().at(0).toBool(), false);
+        QVERIFY(!panel->GetOutputTextEdit()->IsWriteToFileActive());
+    }
+
+    void writeToFileThatCannotOpenLeavesButtonOff()
+    {
+        auto panel = MakePanel();
+        QVERIFY(panel);
+        QSignalSpy updated(panel.get(), SIGNAL(WriteToFileUpdated(bool)));
+        // "blocked" gets ".log", and "blocked.log" is a folder.
+        QDir(dir.path()).mkdir(QStringLiteral("blocked.log"));
+        WhenSaveDialog(dir.filePath(QStringLiteral("blocked")), QStringLiteral("LOG (*.log)"));
+        panel->ToggleWriteToFile();
+        QCOMPARE(updated.count(), 1);
+        QCOMPARE(updated.at(0).at(0).toBool(), false);
+        QVERIFY(!WriteButton(panel.get())->IsChecked());
+        QVERIFY(fixture->HasMessageContaining(QStringLiteral("Failed to open log file for write: ")));
+        panel->OutputAppendText(QStringLiteral("goes on"));
+        QCOMPARE(panel->GetOutputTextEdit()->GetText(), QStringLiteral("goes on"));
+    }
+
+    void buttonsAndRelays()
+    {
+        auto panel = MakePanel();
+        QVERIFY(panel);
+        OutputTextEdit* edit = panel->GetOutputTextEdit();
+        panel->OutputAppendText(QStringLiteral("text\n"));
+        QTest::mouseClick(panel->findChild<FlatButton*>(QStringLiteral("clearBtn")), Qt::LeftButton);
+        QVERIFY(edit->GetText().isEmpty());
+
+        QSignalSpy increase(panel.get(), SIGNAL(IncreaseOutputFontSizeRequested()));
+        QSignalSpy decrease(panel.get(), SIGNAL(DecreaseOutputFontSizeRequested()));
+        QSignalSpy focus(panel.get(), SIGNAL(ReceivedFocus()));
+        const auto wheel = [edit](int delta)
+        {
+            QWheelEvent event(QPointF(5, 5), edit->mapToGlobal(QPointF(5, 5)), QPoint(), QPoint(0, delta),
+                              Qt::NoButton, Qt::ControlModifier, Qt::NoScrollPhase, false);
+            QApplication::sendEvent(edit->viewport(), &event);
+        };
+        wheel(120);
+        wheel(-120);
+        wheel(-120);
+        QCOMPARE(increase.count(), 1);
+        QCOMPARE(decrease.count(), 2);
+
+        panel->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(panel.get()));
+        panel->findChild<QComboBox*>()->setFocus();
+        QTest::mouseClick(edit->viewport(), Qt::LeftButton, {}, QPoint(5, 5));
+        QTRY_VERIFY(focus.count() >= 1);
+    }
+
+    void keyBindingShowsInToolTip()
+    {
+        auto panel = MakePanel();
+        QVERIFY(panel);
+        panel->UpdateKeyBindings();
+        QCOMPARE(WriteButton(panel.get())->toolTip(), QStringLiteral("Write to File"));
+        KeySequence row = *keyBindings.GetKeySequence(KeySequenceType::ToggleWriteOutputToFile);
+        row.userSequences = {QKeySequence(QStringLiteral("Ctrl+Alt+W"))};
+        keyBindings.UpdateUserSequences({row});
+        panel->UpdateKeyBindings();
+        QCOMPARE(WriteButton(panel.get())->toolTip(),
+                 QStringLiteral("Write to File (%1)")
+                     .arg(QKeySequence(QStringLiteral("Ctrl+Alt+W")).toString(QKeySequence::NativeText)));
+    }
+
+    void backgroundFollowsPlainText()
+    {
+        auto panel = MakePanel();
+        QVERIFY(panel);
+        QTextCharFormat plain = ColorSettings::GetOutputFormat(ColorSettings::PLAIN_TEXT);
+        plain.setBackground(QColor(1, 2, 3));
+        plain.setForeground(QColor(200, 201, 202));
+        ColorSettings::SetOutputFormat(ColorSettings::PLAIN_TEXT, plain);
+        panel->UpdateFontsAndColors();
+        QCOMPARE(panel->palette().color(QPalette::Inactive, QPalette::Window), QColor(1, 2, 3));
+        QCOMPARE(panel->palette().color(QPalette::Active, QPalette::Window), QColor(1, 2, 3));
+        QCOMPARE(panel->GetOutputTextEdit()->palette().color(QPalette::Base), QColor(1, 2, 3));
+        QCOMPARE(panel->GetOutputTextEdit()->viewport()->palette().color(QPalette::Text), QColor(200, 201, 202));
+        QVERIFY(panel->autoFillBackground());
+    }
+
+    void ruleDialogDefaultsAndValidation()
+    {
+        OutputHighlightingDialog dialog;
+        dialog.SetDefaults();
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+        QCOMPARE(dialog.windowTitle(), QStringLiteral("New Highlight"));
+        auto* name = dialog.findChild<QLineEdit*>(QStringLiteral("nameLineEdit"));
+        auto* match = dialog.findChild<QLineEdit*>(QStringLiteral("matchLineEdit"));
+        auto* foreground = dialog.findChild<ColorLabel*>(QStringLiteral("foregroundColor"));
+        auto* background = dialog.findChild<ColorLabel*>(QStringLiteral("backgroundColor"));
+        auto* backgroundEnabled = dialog.findChild<QCheckBox*>(QStringLiteral("backgroundEnabledCB"));
+        QVERIFY(name && match && foreground && background && backgroundEnabled);
+        QCOMPARE(name->text(), QStringLiteral("Unnamed"));
+        QCOMPARE(foreground->GetColor(), QColor(Qt::green));
+        QVERIFY(foreground->isEnabled());
+        QVERIFY(!backgroundEnabled->isChecked());
+        QVERIFY(!background->isEnabled());
+        QCOMPARE(foreground->size(), QSize(71, 16));
+        QVERIFY(dialog.findChild<QCheckBox*>(QStringLiteral("enabledCB"))->isChecked());
+        QPushButton* ok = dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok);
+
+        QString warning;
+        WhenQuestion(QMessageBox::Ok, &warning);
+        ok->click();
+        QCOMPARE(warning, QStringLiteral("Warning|Text matching field is empty"));
+        QVERIFY(dialog.isVisible());
+
+        name->clear();
+        match->setText(QStringLiteral("^Done"));
+        WhenQuestion(QMessageBox::Ok, &warning);
+        ok->click();
+        QCOMPARE(warning, QStringLiteral("Warning|Name field is empty"));
+        QVERIFY(dialog.isVisible());
+
+        QTest::keyClicks(name, QStringLiteral("Done"));
+        QTest::mouseClick(backgroundEnabled, Qt::LeftButton);
+        QVERIFY(background->isEnabled());
+        ok->click();
+        QVERIFY(!dialog.isVisible());
+        QCOMPARE(dialog.result(), int(QDialog::Accepted));
+        const ExtraSelectionProperties rule = dialog.GetSelectionProperties();
+        QCOMPARE(rule.name, QStringLiteral("Done"));
+        QCOMPARE(rule.match, QStringLiteral("^Done"));
+        QVERIFY(rule.foregroundEnabled && rule.backgroundEnabled);
+        QCOMPARE(rule.foreground, QColor(Qt::green));
+        QVERIFY(rule.enabled);
+        QVERIFY(!rule.regExp);
+
+        dialog.show();
+        dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Cancel)->click();
+        QCOMPARE(dialog.result(), int(QDialog::Rejected));
+    }
+
+    void ruleWithColourOffStaysOffWhenEdited()
+    {
+        const ExtraSelectionProperties stored(QStringLiteral("Mine"), QColor(), QColor(9, 8, 7),
+                                              QStringLiteral("x+"), true, true, false);
+        OutputHighlightingDialog dialog;
+        dialog.SetSelectionProperties(stored);
+        QCOMPARE(dialog.windowTitle(), QStringLiteral("Edit Highlight"));
+        QVERIFY(!dialog.findChild<QCheckBox*>(QStringLiteral("foregroundEnabledCB"))->isChecked());
+        QVERIFY(!dialog.findChild<ColorLabel*>(QStringLiteral("foregroundColor"))->isEnabled());
+        QCOMPARE(dialog.findChild<ColorLabel*>(QStringLiteral("foregroundColor"))->GetColor(), QColor(Qt::green));
+        QVERIFY(dialog.findChild<QCheckBox*>(QStringLiteral("regExpCB"))->isChecked());
+        QVERIFY(dialog.findChild<QCheckBox*>(QStringLiteral("highlightLineCB"))->isChecked());
+        QVERIFY(!dialog.findChild<QCheckBox*>(QStringLiteral("enabledCB"))->isChecked());
+
+        const ExtraSelectionProperties again = dialog.GetSelectionProperties();
+        QVERIFY(!again.foregroundEnabled);
+        QVERIFY(!again.foreground.isValid());
+        QCOMPARE(again.background, QColor(9, 8, 7));
+        QVERIFY(again.regExp && again.highlightLine && !again.enabled);
+    }
+
+    void ruleListEditsAWorkingCopy()
+    {
+        OutputHighlightingWidget widget;
+        widget.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&widget));
+        auto* list = widget.findChild<QListWidget*>(QStringLiteral("listWidget"));
+        QVERIFY(list);
+        QCOMPARE(list->count(), ColorSettings::outputUserDefinedSelections.size());
+        QCOMPARE(list->item(0)->text(), QStringLiteral("Errors (Python)"));
+        QCOMPARE(list->currentRow(), 0);
+        const auto button = [&](const char* name) { return widget.findChild<FlatButton*>(QString::fromLatin1(name)); };
+
+        // New rule through the dialog.
+        WhenModal<OutputHighlightingDialog>([](OutputHighlightingDialog* dialog)
+        {
+            dialog->findChild<QLineEdit*>(QStringLiteral("nameLineEdit"))->setText(QStringLiteral("Mine"));
+            dialog->findChild<QLineEdit*>(QStringLiteral("matchLineEdit"))->setText(QStringLiteral("hello"));
+            dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->click();
+        });
+        QTest::mouseClick(button("newItemBtn"), Qt::LeftButton);
+        QCOMPARE(list->count(), 7);
+        QCOMPARE(list->currentRow(), 6);
+        QCOMPARE(list->item(6)->text(), QStringLiteral("Mine"));
+        QCOMPARE(list->item(6)->checkState(), Qt::Checked);
+        QCOMPARE(ColorSettings::outputUserDefinedSelections.size(), 6);
+
+        // Cancelled: nothing added.
+        WhenModal<OutputHighlightingDialog>([](OutputHighlightingDialog* dialog) { dialog->reject(); });
+        QTest::mouseClick(button("newItemBtn"), Qt::LeftButton);
+        QCOMPARE(list->count(), 7);
+
+        // Edit by double click.
+        WhenModal<OutputHighlightingDialog>([](OutputHighlightingDialog* dialog)
+        {
+            dialog->findChild<QLineEdit*>(QStringLiteral("nameLineEdit"))->setText(QStringLiteral("Greeting"));
+            dialog->findChild<QCheckBox*>(QStringLiteral("enabledCB"))->setChecked(false);
+            dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->click();
+        });
+        QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(list->item(6)).center());
+        QCOMPARE(list->item(6)->text(), QStringLiteral("Greeting"));
+        QCOMPARE(list->item(6)->checkState(), Qt::Unchecked);
+        QCOMPARE(widget.GetSelections().at(6).enabled, false);
+        list->item(6)->setCheckState(Qt::Checked);
+        QCOMPARE(widget.GetSelections().at(6).enabled, true);
+
+        // Order: up twice, down once.
+        QTest::mouseClick(button("moveItemUpBtn"), Qt::LeftButton);
+        QTest::mouseClick(button("moveItemUpBtn"), Qt::LeftButton);
+        QTest::mouseClick(button("moveItemDownBtn"), Qt::LeftButton);
+        QCOMPARE(list->currentRow(), 5);
+        QCOMPARE(list->item(5)->text(), QStringLiteral("Greeting"));
+        QCOMPARE(widget.GetSelections().at(5).name, QStringLiteral("Greeting"));
+        QCOMPARE(widget.GetSelections().at(6).name, QStringLiteral("Results (MEL)"));
+
+        list->setCurrentRow(0);
+        QTest::mouseClick(button("deleteItemBtn"), Qt::LeftButton);
+        QCOMPARE(list->count(), 6);
+        QCOMPARE(widget.GetSelections().first().name, QStringLiteral("Errors (MEL)"));
+        QTest::mouseClick(button("moveItemUpBtn"), Qt::LeftButton);
+        QCOMPARE(widget.GetSelections().first().name, QStringLiteral("Errors (MEL)"));
+
+        widget.Apply();
+        QCOMPARE(ColorSettings::outputUserDefinedSelections.size(), 6);
+        QCOMPARE(ColorSettings::outputUserDefinedSelections.at(4).name, QStringLiteral("Greeting"));
+
+        // The applied rule colours new output.
+        auto panel = MakePanel();
+        QVERIFY(panel);
+        panel->OutputAppendText(QStringLiteral("say hello there\n"));
+        bool painted = false;
+        for (const QTextEdit::ExtraSelection& selection :
+             panel->GetOutputTextEdit()->QPlainTextEdit::extraSelections())
+            painted = painted || (selection.cursor.selectedText() == QStringLiteral("hello") &&
+                                  selection.format.foreground().color() == QColor(Qt::green));
+        QVERIFY(painted);
+
+        widget.Reset();
+        QCOMPARE(list->count(), 6);
+    }
+};
+
+QTEST_MAIN(TestPanelGroup)
+#include "tst_PanelGroup.moc"

@@ -1,0 +1,278 @@
+#include "HostApplication.h"
+#include "HostFixture.h"
+#include "plugin/MayaUtil.h"
+#include "settings/Settings.h"
+
+#include <maya/MGlobal.h>
+
+#include <QtTest/QtTest>
+
+// The host bridge against the substitute host: the text each operation sends and what it
+// makes of the answer.
+class TestMayaUtil : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        fixture = std::make_unique<HostFixture>();
+        QVERIFY(fixture->LoadPlugin() == MStatus::kSuccess);
+        fixture->ClearMessages();
+    }
+
+    void cleanup() { fixture.reset(); }
+
+    void loneMelVariablePrintsItsValue()
+    {
+        MayaUtil::ExecuteMelScript(QStringLiteral("string $bq2Name = \"brindle\";"));
+        fixture->ClearMessages();
+        MayaUtil::ExecuteMelScript(QStringLiteral("$bq2Name"));
+        // Display off: no echo, just the value and a line break.
+        QVERIFY(fixture->MessagesOfType(MCommandMessage::kHistory).isEmpty());
+        QCOMPARE(fixture->MessagesOfType(MCommandMessage::kDisplay).join(QString()), QStringLiteral("brindle\n"));
+
+        fixture->ClearMessages();
+        MayaUtil::ExecuteMelScript(QStringLiteral("$bq2Name;"));
+        QCOMPARE(fixture->MessagesOfType(MCommandMessage::kHistory), QStringList({"$bq2Name;\n"}));
+    }
+
+    void scriptsRunOnIdleWhenAsked()
+    {
+        Settings::executeScriptOnIdle = true;
+        MayaUtil::ExecutePythonScript(QStringLiteral("print('later')"));
+        QVERIFY(!fixture->HasMessageContaining(QStringLiteral("later")));
+        fixture->Host().ProcessIdleQueue();
+        QVERIFY(fixture->HasMessageContaining(QStringLiteral("later")));
+        Settings::executeScriptOnIdle = false;
+    }
+
+    void shelfScriptArrivesEscapedAsOneString()
+    {
+        const QString script = QStringLiteral("print \"a\\\"b\\\\c\";") + QChar(0x2029) + QStringLiteral("// done");
+        MayaUtil::SaveScriptToShelf(QStringLiteral("My Tool"), script, true);
+        QVERIFY(fixture->Host().ShelfButtons().isEmpty());
+        fixture->Host().ProcessIdleQueue();
+        const auto buttons = fixture->Host().ShelfButtons();
+        QCOMPARE(buttons.size(), 1);
+        QCOMPARE(buttons.first().first, QStringLiteral("My Tool"));
+        QCOMPARE(buttons.first().second, QStringLiteral("print \"a\\\"b\\\\c\";\n// done"));
+    }
+
+    void scriptEditorButtonOverrideIsIdempotent()
+    {
+        const QString name = MayaUtil::scriptEditorButtonName;
+        QVERIFY(!name.isEmpty());
+        MayaUtil::OverrideScriptEditorButton();
+        QCOMPARE(MayaUtil::scriptEditorButtonName, name);
+        QString annotation;
+        QVERIFY(MayaUtil::ExecuteMelStringResult(QStringLiteral("symbolButton -q -ann %1").arg(name), annotation));
+        QCOMPARE(annotation, QStringLiteral("Brindlet Editor 2"));
+
+        MayaUtil::RestoreScriptEditorButton();
+        QVERIFY(MayaUtil::scriptEditorButtonName.isEmpty());
+        QVERIFY(MayaUtil::ExecuteMelStringResult(QStringLiteral("symbolButton -q -ann %1").arg(name), annotation));
+        QCOMPARE(annotation, QStringLiteral("Script Editor"));
+        fixture->ClearMessages();
+        MayaUtil::RestoreScriptEditorButton();
+        QVERIFY(fixture->Messages().isEmpty());
+    }
+
+    void menuItemIsMadeOnceAndRemoved()
+    {
+        const QString name = MayaUtil::mainMenuItemName;
+        QVERIFY(!name.isEmpty());
+        MayaUtil::CreateMainMenuItem();
+        QCOMPARE(MayaUtil::mainMenuItemName, name);
+        MayaUtil::RemoveMainMenuItem();
+        QVERIFY(MayaUtil::mainMenuItemName.isEmpty());
+        MayaUtil::RemoveMainMenuItem();
+        QVERIFY(fixture->MessagesOfType(MCommandMessage::kError).isEmpty());
+    }
+
+    void customScaleFollowsTheDpiMode()
+    {
+        qputenv("BQ2_HOST_DPI_MODE", "2");
+        qputenv("BQ2_HOST_DPI_SCALE", "1.75");
+        QCOMPARE(MayaUtil::GetCustomScaleValue(), 1.0);
+        qputenv("BQ2_HOST_DPI_MODE", "1");
+        QCOMPARE(MayaUtil::GetCustomScaleValue(), 1.75);
+        qunsetenv("BQ2_HOST_DPI_MODE");
+        qunsetenv("BQ2_HOST_DPI_SCALE");
+    }
+
+    void echoOptionsLiveInTheHost()
+    {
+        MayaUtil::SetEchoAllCommandsEnabled(true);
+        QVERIFY(MayaUtil::EchoAllCommandsEnabled());
+        fixture->Host().ProcessIdleQueue();
+        int state = 0;
+        QVERIFY(MayaUtil::ExecuteMelIntResult(QStringLiteral("commandEcho -q -state"), state));
+        QCOMPARE(state, 1);
+        MayaUtil::SetShowStackTraceEnabled(true);
+        QVERIFY(MayaUtil::ShowStackTraceEnabled());
+        MayaUtil::SetLineNumbersInErrorsEnabled(false);
+        QVERIFY(!MayaUtil::LineNumbersInErrorsEnabled());
+        MayaUtil::SetSuppressStackWindowEnabled(false);
+        QCOMPARE(Settings::suppressStackWindow, false);
+
+        // Option variables survive a restart of the host.
+        fixture->Restart();
+        QVERIFY(MayaUtil::EchoAllCommandsEnabled());
+        QVERIFY(MayaUtil::ShowStackTraceEnabled());
+    }
+
+    void commandListsKeepTheirPlaces()
+    {
+        QVERIFY(!MayaUtil::MelCommands().isEmpty());
+        QVERIFY(MayaUtil::MelCommands().contains(QStringLiteral("workspaceControl")));
+        QVERIFY(MayaUtil::MelProcedures().contains(QStringLiteral("xvGetMelInfo")));
+        QVERIFY(!MayaUtil::MelCommands().contains(QStringLiteral("xvGetMelInfo")));
+        // Each list holds its names at their index in the host's full list.
+        QStringList all;
+        QVERIFY(MayaUtil::ExecuteMelStringArrayResult(QStringLiteral("melInfo"), all));
+        const QStringList commands = MayaUtil::MelCommands();
+        QVERIFY(commands.size() <= all.size());
+        for (int i = 0; i < commands.size(); ++i)
+            QVERIFY(commands.at(i).isEmpty() || commands.at(i) == all.at(i));
+        const QStringList procedures = MayaUtil::MelProcedures();
+        QVERIFY(!procedures.isEmpty() && !procedures.last().isEmpty());
+        for (int i = 0; i < procedures.size(); ++i)
+            QVERIFY(procedures.at(i).isEmpty() || procedures.at(i) == all.at(i));
+        // Whichever list comes later in the full list holds empty places before its names.
+        QVERIFY(commands.contains(QString()) || procedures.contains(QString()));
+        QCOMPARE(MayaUtil::MelKeywords().size(), 25);
+        QCOMPARE(MayaUtil::MelKeywords().first(), QStringLiteral("break"));
+    }
+
+    void commandFlagsComeInThrees()
+    {
+        const QStringList flags = MayaUtil::CommandFlags(QStringLiteral("brindletEditor2"));
+        QCOMPARE(flags.size(), 12);
+        QVERIFY(flags.contains(QStringLiteral("-of")));
+        QVERIFY(flags.contains(QStringLiteral("-openFile")));
+        QVERIFY(MayaUtil::CommandFlags(QString()).isEmpty());
+        QVERIFY(MayaUtil::CommandFlags(QStringLiteral("noSuchCommand")).isEmpty());
+    }
+
+    void documentationPages()
+    {
+        MayaUtil::CommandDocumentation(QString(), false);
+        MayaUtil::CommandDocumentation(QStringLiteral("workspaceControl"), true);
+        QCOMPARE(fixture->Host().ShownHelp().mid(0, 2),
+                 QStringList({"Commands/index.html", "CommandsPython/workspaceControl.html"}));
+        MayaUtil::CommandDocumentation(QStringLiteral("notACommand"), false);
+        QVERIFY(fixture->HasMessageContaining(QStringLiteral("Command not found: notACommand")));
+        QCOMPARE(fixture->Host().ShownHelp().size(), 2);
+    }
+
+    void pythonAnswersAreCached()
+    {
+        MayaUtil::pythonKeywords.clear();
+        MayaUtil::ExecutePython(QStringLiteral(
+            "_bq2_calls = [0]\n"
+            "_bq2_orig = BrindletEditorHelpers.list_keywords\n"
+            "def _bq2_counting():\n"
+            "    _bq2_calls[0] += 1\n"
+            "    return _bq2_orig()\n"
+            "BrindletEditorHelpers.list_keywords = staticmethod(_bq2_counting)\n"));
+        const QStringList first = MayaUtil::PythonKeywords();
+        const QStringList second = MayaUtil::PythonKeywords();
+        QCOMPARE(first, second);
+        QVERIFY(first.contains(QStringLiteral("None")));
+        QVERIFY(first.contains(QStringLiteral("lambda")));
+        int calls = 0;
+        QVERIFY(MayaUtil::ExecutePythonIntResult(QStringLiteral("_bq2_calls[0]"), calls));
+        QCOMPARE(calls, 1);
+        MayaUtil::ExecutePython(QStringLiteral("BrindletEditorHelpers.list_keywords = _bq2_orig"));
+        QVERIFY(MayaUtil::PythonBuiltins().contains(QStringLiteral("len")));
+        QCOMPARE(MayaUtil::GetPythonVersion().left(4), QStringLiteral("3.11"));
+    }
+
+    void hiddenPythonCallsLeaveNoTrace()
+    {
+        QVERIFY(MayaUtil::PythonExecStatement(QStringLiteral("import json")));
+        QVERIFY(!MayaUtil::PythonExecStatement(QStringLiteral("import no_such_module_here")));
+        QStringList result{QStringLiteral("stale")};
+        MayaUtil::PythonSyntaxCheck(QStringLiteral("def f(:\\n    pass"), result);
+        QCOMPARE(result.size(), 2);
+        QCOMPARE(result.at(1), QStringLiteral("1"));
+        MayaUtil::PythonSyntaxCheck(QStringLiteral("x = 1"), result);
+        QVERIFY(result.isEmpty());
+        MayaUtil::PythonAttributesFromSource(QStringLiteral("import os\\nalpha = 1\\ndef beta(): pass"), QString(),
+                                             result, true);
+        QVERIFY(result.contains(QStringLiteral("alpha")));
+        QVERIFY(result.contains(QStringLiteral("beta")));
+        QVERIFY(!result.contains(QStringLiteral("lambda")));
+        QCOMPARE(Settings::traceHideAll, false);
+    }
+
+    void typedResultsCheckTheirType()
+    {
+        int number = 17;
+        QVERIFY(!MayaUtil::ExecuteMelIntResult(QStringLiteral("about -version"), number));
+        QCOMPARE(number, 17);
+        QString text = QStringLiteral("unchanged");
+        QVERIFY(!MayaUtil::ExecuteMelStringResult(QStringLiteral("about -batch"), text));
+        QVERIFY(!MayaUtil::ExecutePythonStringResult(QStringLiteral("1/0"), text));
+        QCOMPARE(text, QStringLiteral("unchanged"));
+        QStringList list{QStringLiteral("old")};
+        QVERIFY(MayaUtil::ExecutePythonStringArrayResult(QStringLiteral("['a', 'b']"), list));
+        QCOMPARE(list, QStringList({"a", "b"}));
+        double scale = 0;
+        QVERIFY(MayaUtil::ExecuteMelDoubleResult(QStringLiteral("mayaDpiSetting -q -rsv"), scale));
+    }
+
+    void pylintPathLeavesOutTheHostInterpreter()
+    {
+        MayaUtil::ExecutePython(QStringLiteral("import sys\nsys.path[:0] = ['/studio/tools', '/usr/lib/python3.11/x']"));
+        Settings::pylintAdditionalPythonPaths = QStringLiteral("/extra");
+        MayaUtil::UpdatePylintPythonPath();
+        QVERIFY(Settings::pylintPythonPath.startsWith(QStringLiteral("/extra:/studio/tools:")));
+        QVERIFY(!Settings::pylintPythonPath.contains(QStringLiteral("/lib/python")));
+        MayaUtil::ExecutePython(QStringLiteral("del sys.path[:2]"));
+        Settings::pylintAdditionalPythonPaths.clear();
+    }
+
+    void moduleStateRevertsToTheSnapshot()
+    {
+        MayaUtil::ExecutePython(QStringLiteral("BrindletEditorHelpers.module_names = None\n"
+                                               "BrindletEditorHelpers.revert_modules()"));
+        MayaUtil::PythonUpdateModuleState();
+        fixture->Host().ProcessIdleQueue();
+        MayaUtil::ExecutePython(QStringLiteral("import colorsys"));
+        int loaded = 0;
+        QVERIFY(MayaUtil::ExecutePythonIntResult(QStringLiteral("int('colorsys' in sys.modules)"), loaded));
+        QCOMPARE(loaded, 1);
+        MayaUtil::PythonRevertModuleState();
+        fixture->Host().ProcessIdleQueue();
+        QVERIFY(MayaUtil::ExecutePythonIntResult(QStringLiteral("int('colorsys' in sys.modules)"), loaded));
+        QCOMPARE(loaded, 0);
+    }
+
+    void helpersPrintPathsAndEnvironment()
+    {
+        // The host's MEL reads the process environment; Python's os.environ was taken at its start.
+        qputenv("BQ2_TEST_PATHS", "/one:/two");
+        MayaUtil::ExecutePython(QStringLiteral("import os\nos.environ['BQ2_TEST_PATHS'] = '/one:/two'"));
+        MayaUtil::PrintMayaEnvVarPaths(QStringLiteral("BQ2_TEST_PATHS"));
+        MayaUtil::PrintPythonPath();
+        MayaUtil::PrintPythonEnviron();
+        fixture->Host().ProcessIdleQueue();
+        const QString printed = fixture->MessagesOfType(MCommandMessage::kDisplay).join(QString());
+        QVERIFY(printed.contains(QStringLiteral("\nBQ2_TEST_PATHS:\n/one\n/two\n")));
+        QVERIFY(printed.contains(QStringLiteral("\nsys.path:\n")));
+        QVERIFY(printed.contains(QStringLiteral("BQ2_TEST_PATHS: /one:/two")));
+        MayaUtil::PrintMayaEnvVarPaths(QStringLiteral("BQ2_UNSET_VARIABLE"));
+        fixture->ClearMessages();
+        fixture->Host().ProcessIdleQueue();
+        QCOMPARE(fixture->MessagesOfType(MCommandMessage::kDisplay).join(QString()),
+                 QStringLiteral("\nBQ2_UNSET_VARIABLE:\n\n"));
+    }
+
+private:
+    std::unique_ptr<HostFixture> fixture;
+};
+
+QTEST_MAIN(TestMayaUtil)
+#include "tst_MayaUtil.moc"

@@ -1,0 +1,299 @@
+#include "HostFixture.h"
+#include "settings/KeyBindings.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QSettings>
+#include <QtGui/QAction>
+#include <QtTest/QtTest>
+#include <QtWidgets/QWidget>
+
+#include <memory>
+
+using T = KeySequenceType;
+
+class TestKeyBindings : public QObject
+{
+    Q_OBJECT
+
+private:
+    static QString BindingsPath() { return KeyBindings::GetUserKeyBindingsPath(); }
+
+    static void WriteRaw(const QByteArray& bytes)
+    {
+        QFile file(BindingsPath());
+        QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        file.write(bytes);
+    }
+
+    static QKeySequence Keys(const char* text)
+    {
+        return QKeySequence(QString::fromLatin1(text), QKeySequence::PortableText);
+    }
+
+    // Every row gets an action, as the main widget does when it builds its menus.
+    void AttachActions(KeyBindings& bindings)
+    {
+        for (const KeySequence* row : bindings.GetKeySequences())
+        {
+            auto* action = new QAction(row->label, &window);
+            window.addAction(action);
+            bindings.SetAction(row->type, action);
+        }
+    }
+
+    static QList<KeySequence> Edited(const KeyBindings& bindings,
+                                     const QList<QPair<T, QList<QKeySequence>>>& changes)
+    {
+        QList<KeySequence> rows;
+        for (const KeySequence* row : bindings.GetKeySequences())
+            rows.append(*row);
+        for (KeySequence& row : rows)
+        {
+            for (const auto& change : changes)
+            {
+                if (row.type == change.first)
+                    row.userSequences = change.second;
+            }
+        }
+        return rows;
+    }
+
+    std::unique_ptr<HostFixture> fixture;
+    QWidget window;
+
+private slots:
+    void init()
+    {
+        fixture = std::make_unique<HostFixture>();
+        qDeleteAll(window.actions());
+    }
+
+    void cleanup() { fixture.reset(); }
+
+    void tableHoldsEveryRowWithItsDefaults()
+    {
+        const KeyBindings bindings;
+        const QList<KeySequence*>& rows = bindings.GetKeySequences();
+        QCOMPARE(rows.size(), 88);
+        QStringList keys;
+        QList<int> reserved;
+        for (int i = 0; i < rows.size(); ++i)
+        {
+            QCOMPARE(int(rows.at(i)->type), i + 1);
+            QCOMPARE(rows.at(i)->userSequences, rows.at(i)->defaultSequences);
+            QVERIFY(!rows.at(i)->action);
+            keys.append(rows.at(i)->key);
+            if (rows.at(i)->reserved)
+                reserved.append(i + 1);
+        }
+        QCOMPARE(QSet<QString>(keys.cbegin(), keys.cend()).size(), 88);
+        QCOMPARE(reserved, QList<int>({4, 6, 19, 20, 21, 22, 23, 24, 58, 88}));
+
+        const KeySequence* execute = bindings.GetKeySequence(T::Execute);
+        QCOMPARE(execute->key, QStringLiteral("execute"));
+        QCOMPARE(execute->defaultSequences,
+                 QList<QKeySequence>({Keys("Ctrl+Return"), Keys("Ctrl+Enter"), QKeySequence(Qt::Key_Enter)}));
+        QCOMPARE(bindings.GetKeySequence(T::ExecuteAlt)->label, QStringLiteral("Execute"));
+        QCOMPARE(bindings.GetKeySequence(T::Escape)->label, QStringLiteral("Reserved"));
+        QCOMPARE(bindings.GetKeySequence(T::Copy)->defaultSequences.first(),
+                 QKeySequence(QKeySequence::Copy));
+        QCOMPARE(bindings.GetKeySequence(T::PythonSelectionDir)->label,
+                 QStringLiteral("Python Selection dir( )"));
+        QCOMPARE(bindings.GetShortcut(T::ExecuteAll), Keys("Ctrl+Shift+Return"));
+        QCOMPARE(bindings.GetShortcut(T::ToggleCodeEditorLayout), Keys("Alt+Shift+1"));
+        QCOMPARE(bindings.GetShortcut(T::NextEditor), Keys("Ctrl+PgDown"));
+        QVERIFY(bindings.GetShortcut(T::SaveAs).isEmpty());
+        QVERIFY(bindings.GetKeySequence(T::SaveAs)->defaultSequences.isEmpty());
+        QVERIFY(bindings.GetShortcut(T::NoBinding).isEmpty());
+        QVERIFY(!bindings.GetKeySequence(T::NoBinding));
+        QVERIFY(!bindings.GetKeySequence(static_cast<T>(500)));
+    }
+
+    void userBindingsRoundTripThroughTheFile()
+    {
+        QVERIFY(BindingsPath().endsWith(QStringLiteral("/brindletEditor2/brindletEditor2_bindings.ini")));
+        {
+            KeyBindings bindings;
+            bindings.UpdateUserSequences(Edited(bindings, {{T::Find, {Keys("Ctrl+Alt+F"), Keys("F9")}},
+                                                           {T::Replace, {}},
+                                                           {T::Rename, {Keys("F2")}},
+                                                           {T::Save, {Keys("Ctrl+Q")}}}));
+            bindings.WriteUserKeyBindings();
+        }
+
+        KeyBindings bindings;
+        AttachActions(bindings);
+        bindings.ReadUserKeyBindings();
+        QCOMPARE(bindings.GetKeySequence(T::Find)->userSequences,
+                 QList<QKeySequence>({Keys("Ctrl+Alt+F"), Keys("F9")}));
+        QCOMPARE(bindings.GetKeySequence(T::Find)->action->shortcuts(),
+                 bindings.GetKeySequence(T::Find)->userSequences);
+        QVERIFY(bindings.GetShortcut(T::Replace).isEmpty());
+        QVERIFY(bindings.GetKeySequence(T::Replace)->action->shortcut().isEmpty());
+        QCOMPARE(bindings.GetShortcut(T::Rename), Keys("F2"));
+        QCOMPARE(bindings.GetShortcut(T::SaveAll), Keys("Ctrl+Shift+S"));
+        // Reserved rows keep their defaults and never reach the file.
+        QCOMPARE(bindings.GetKeySequence(T::Save)->action->shortcuts().first(),
+                 QKeySequence(QKeySequence::Save));
+
+        QSettings file(BindingsPath(), QSettings::IniFormat);
+        QCOMPARE(file.childGroups(), QStringList({QStringLiteral("user_bindings")}));
+        file.beginGroup(QStringLiteral("user_bindings"));
+        QCOMPARE(file.childKeys().size(), 78);
+        for (const KeySequence* row : bindings.GetKeySequences())
+            QCOMPARE(file.contains(row->key), !row->reserved);
+        QCOMPARE(file.value(QStringLiteral("replace")).toString(), QString());
+    }
+
+    void missingKeysKeepDefaultsAndEmptyValuesRemove()
+    {
+        WriteRaw("[user_bindings]\nfind=\nnewBuffer=F5, Ctrl+F5\nexecute=F1\nsave=@Invalid()\n");
+        KeyBindings bindings;
+        AttachActions(bindings);
+        bindings.ReadUserKeyBindings();
+        QVERIFY(bindings.GetShortcut(T::Find).isEmpty());
+        QCOMPARE(bindings.GetShortcut(T::Replace), Keys("Ctrl+H"));
+        QCOMPARE(bindings.GetKeySequence(T::NewBuffer)->userSequences,
+                 QList<QKeySequence>({Keys("F5"), Keys("Ctrl+F5")}));
+        QCOMPARE(bindings.GetKeySequence(T::Execute)->action->shortcuts().first(), Keys("Ctrl+Return"));
+        QCOMPARE(bindings.GetShortcut(T::Save), QKeySequence(QKeySequence::Save));
+    }
+
+    void malformedFilesFallBackToDefaults_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QKeySequence>("expectedFind");
+        const QKeySequence defaultFind = Keys("Ctrl+F");
+        QTest::newRow("wrong type") << QByteArray("[user_bindings]\nfind=@Rect(1 2 3 4)\n") << defaultFind;
+        QTest::newRow("variant blob")
+            << QByteArray("[user_bindings]\nfind=@Variant(\\0\\0\\0\\x7f\\0\\x1)\n") << defaultFind;
+        QTest::newRow("unknown key name")
+            << QByteArray("[user_bindings]\nfind=Ctrl+Sparkle\n") << QKeySequence();
+        QTest::newRow("truncated") << QByteArray("[user_bindings]\nreplace=Ctrl+R\nfi") << defaultFind;
+        QByteArray garbage;
+        for (int i = 0; i < 20000; ++i)
+            garbage.append(char((i * 7919 + i / 13) % 256));
+        QTest::newRow("binary garbage") << garbage << defaultFind;
+        QTest::newRow("not utf-8") << QByteArray("[user_bindings]\nfind=\xff\xfe+\xc0\n") << QKeySequence();
+        QTest::newRow("unreadable") << QByteArray() << defaultFind;
+    }
+
+    void malformedFilesFallBackToDefaults()
+    {
+        QFETCH(QByteArray, content);
+        QFETCH(QKeySequence, expectedFind);
+        if (content.isEmpty())
+            QVERIFY(QDir().mkpath(BindingsPath())); // a folder where the file should be
+        else
+            WriteRaw(content);
+
+        KeyBindings bindings;
+        AttachActions(bindings);
+        bindings.ReadUserKeyBindings();
+        QCOMPARE(bindings.GetShortcut(T::Find), expectedFind);
+        QCOMPARE(bindings.GetShortcut(T::Execute), Keys("Ctrl+Return"));
+        QCOMPARE(bindings.GetKeySequence(T::CloseFile)->action->shortcuts(),
+                 QList<QKeySequence>({Keys("Ctrl+W")}));
+
+        if (content.isEmpty())
+        {
+            bindings.WriteUserKeyBindings();
+            QVERIFY(fixture->HasMessageContaining(QStringLiteral("Failed to write")));
+        }
+    }
+
+    void duplicateHotkeyIsDroppedFromTheLaterRow()
+    {
+        KeyBindings bindings;
+        AttachActions(bindings);
+        bindings.UpdateUserSequences(Edited(bindings, {{T::Replace, {Keys("Ctrl+F"), Keys("F8")}},
+                                                       {T::NewBuffer, {Keys("Ctrl+W")}},
+                                                       {T::GotoLine, {Keys("Ctrl+S")}}}));
+
+        QCOMPARE(bindings.GetKeySequence(T::Find)->action->shortcuts(),
+                 QList<QKeySequence>({Keys("Ctrl+F")}));
+        QCOMPARE(bindings.GetKeySequence(T::Replace)->userSequences, QList<QKeySequence>({Keys("F8")}));
+        QCOMPARE(bindings.GetKeySequence(T::Replace)->action->shortcuts(), QList<QKeySequence>({Keys("F8")}));
+        QVERIFY(fixture->HasMessageContaining(QStringLiteral("Duplicate hotkey detected: Replace (Ctrl+F)")));
+
+        // The earlier row wins, whichever of the two the user changed.
+        QCOMPARE(bindings.GetShortcut(T::NewBuffer), Keys("Ctrl+W"));
+        QCOMPARE(bindings.GetKeySequence(T::CloseFile)->userSequences, QList<QKeySequence>({QKeySequence()}));
+        QVERIFY(bindings.GetShortcut(T::CloseFile).isEmpty());
+        QVERIFY(
+            fixture->HasMessageContaining(QStringLiteral("Duplicate hotkey detected: Close File (Ctrl+W)")));
+
+        // A reserved row always holds its shortcut against a later row.
+        QVERIFY(bindings.GetShortcut(T::GotoLine).isEmpty());
+        QCOMPARE(bindings.GetKeySequence(T::Save)->action->shortcuts(),
+                 QList<QKeySequence>({Keys("Ctrl+S")}));
+    }
+
+    void rowsWithoutActionsTakePartInNoCheck()
+    {
+        KeyBindings bindings;
+        auto* replace = new QAction(&window);
+        bindings.SetAction(T::Replace, replace);
+        bindings.SetAction(T::NoBinding, replace);
+        bindings.UpdateUserSequences(Edited(bindings, {{T::Replace, {Keys("Ctrl+F")}}}));
+        QCOMPARE(replace->shortcuts(), QList<QKeySequence>({Keys("Ctrl+F")}));
+        QVERIFY(!fixture->HasMessageContaining(QStringLiteral("Duplicate hotkey")));
+    }
+
+    void actionsFireFromKeysOnlyWhileEnabled()
+    {
+        KeyBindings bindings;
+        AttachActions(bindings);
+        bindings.ReadUserKeyBindings();
+        QAction* execute = bindings.GetKeySequence(T::Execute)->action;
+        QAction* find = bindings.GetKeySequence(T::Find)->action;
+        QSignalSpy executed(execute, &QAction::triggered);
+        QSignalSpy found(find, &QAction::triggered);
+
+        window.show();
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        QTest::keyClick(&window, Qt::Key_Return, Qt::ControlModifier);
+        QTest::keyClick(&window, Qt::Key_Enter);
+        QTest::keyClick(&window, Qt::Key_F, Qt::ControlModifier);
+        QCOMPARE(executed.count(), 2);
+        QCOMPARE(found.count(), 1);
+
+        bindings.SetBindingsEnabled(false);
+        QVERIFY(execute->shortcuts().isEmpty());
+        QTest::keyClick(&window, Qt::Key_Return, Qt::ControlModifier);
+        QTest::keyClick(&window, Qt::Key_F, Qt::ControlModifier);
+        QCOMPARE(executed.count(), 2);
+        QCOMPARE(found.count(), 1);
+        QCOMPARE(bindings.GetShortcut(T::Find), Keys("Ctrl+F"));
+
+        bindings.SetBindingsEnabled(true);
+        for (const KeySequence* row : bindings.GetKeySequences())
+            QCOMPARE(row->action->shortcuts(), row->reserved ? row->defaultSequences : row->userSequences);
+        QTest::keyClick(&window, Qt::Key_Return, Qt::ControlModifier);
+        QCOMPARE(executed.count(), 3);
+
+        // A new binding replaces the old one on the action.
+        bindings.UpdateUserSequences(Edited(bindings, {{T::Find, {Keys("F9")}}}));
+        QTest::keyClick(&window, Qt::Key_F, Qt::ControlModifier);
+        QCOMPARE(found.count(), 1);
+        QTest::keyClick(&window, Qt::Key_F9);
+        QCOMPARE(found.count(), 2);
+        window.hide();
+    }
+
+    void deletedActionIsForgotten()
+    {
+        KeyBindings bindings;
+        auto* action = new QAction(&window);
+        bindings.SetAction(T::Find, action);
+        delete action;
+        bindings.Update();
+        bindings.SetBindingsEnabled(false);
+        QVERIFY(!bindings.GetKeySequence(T::Find)->action);
+    }
+};
+
+QTEST_MAIN(TestKeyBindings)
+#include "tst_KeyBindings.moc"

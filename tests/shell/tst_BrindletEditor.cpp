@@ -1,0 +1,347 @@
+#include "HostApplication.h"
+#include "HostFixture.h"
+#include "output/PanelGroup.h"
+#include "plugin/BrindletEditorCommand.h"
+#include "plugin/MayaUtil.h"
+#include "settings/KeyBindings.h"
+#include "settings/Settings.h"
+#include "shell/BrindletEditor.h"
+#include "shell/StatusBar.h"
+#include "sidebar/ActivityBar.h"
+#include "sidebar/SideBar.h"
+#include "tabs/CodeEditorGroup.h"
+
+#include <QtCore/QFile>
+#include <QtGui/QAction>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QBoxLayout>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QMainWindow>
+#include <QtWidgets/QSplitter>
+#include <QtWidgets/QToolButton>
+#include <QtTest/QtTest>
+
+// The main widget opened as a user opens it, through the command in the substitute host.
+class TestBrindletEditor : public QObject
+{
+    Q_OBJECT
+
+private:
+    BrindletEditor* Open()
+    {
+        BrindletEditor* editor = fixture->OpenEditor();
+        if (!editor)
+            return nullptr;
+        QWidget* window = editor->window();
+        window->resize(1200, 800);
+        window->show();
+        if (!QTest::qWaitForWindowExposed(window))
+            return nullptr;
+        return editor;
+    }
+
+    static int SideBarWidth(BrindletEditor* editor)
+    {
+        QSplitter* splitter = editor->GetSideBarSplitter();
+        return splitter->sizes().value(splitter->indexOf(editor->GetSideBar()));
+    }
+
+    static QList<int> OutputSizes(BrindletEditor* editor)
+    {
+        return editor->GetOutputSplitter()->sizes();
+    }
+
+    static void DragHandle(QSplitter* splitter, int distance)
+    {
+        QSplitterHandle* handle = splitter->handle(1);
+        const bool horizontal = splitter->orientation() == Qt::Horizontal;
+        const QPoint start(0, 0);
+        const QPoint end = horizontal ? QPoint(distance, 0) : QPoint(0, distance);
+        QTest::mousePress(handle, Qt::LeftButton, Qt::NoModifier, start);
+        QMouseEvent move(QEvent::MouseMove, QPointF(end), handle->mapToGlobal(QPointF(end)), Qt::LeftButton,
+                         Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(handle, &move);
+        QTest::mouseRelease(handle, Qt::LeftButton, Qt::NoModifier, end);
+    }
+
+private slots:
+    void init()
+    {
+        fixture = std::make_unique<HostFixture>();
+        QVERIFY(fixture->LoadPlugin() == MStatus::kSuccess);
+    }
+
+    void cleanup() { fixture.reset(); }
+
+    void firstStartGivesOneMelAndOnePythonBuffer()
+    {
+        BrindletEditor* editor = Open();
+        QVERIFY(editor);
+        QCOMPARE(editor->GetCodeEditorCount(), 2);
+        CodeEditorGroup* active = editor->GetActiveCodeEditorGroup();
+        QVERIFY(active);
+        QCOMPARE(active->GetLabel(0), QStringLiteral("MEL"));
+        QCOMPARE(active->GetLabel(1), QStringLiteral("Python"));
+        QCOMPARE(editor->GetCodeEditorGroupCount(), 3);
+        int visibleGroups = 0;
+        for (int i = 0; i < editor->GetCodeEditorGroupCount(); ++i)
+            visibleGroups += editor->GetCodeEditorGroupByIndex(i)->isVisible() ? 1 : 0;
+        QCOMPARE(visibleGroups, 1);
+        QVERIFY(editor->GetCodeEditorGroupByIndex(3) == nullptr);
+        QVERIFY(editor->GetCodeEditorGroupById(2));
+        // The layout from the outside in.
+        QCOMPARE(editor->GetSideBarSplitter()->widget(0), editor->GetSideBar());
+        QCOMPARE(editor->GetOutputSplitter()->widget(0), static_cast<QWidget*>(editor->GetPanelGroup()));
+        QCOMPARE(editor->GetOutputSplitter()->orientation(), Qt::Vertical);
+        QCOMPARE(editor->GetEditorGroupSplitter()->orientation(), Qt::Horizontal);
+        QVERIFY(editor->GetActivityBar()->isVisible());
+        QVERIFY(editor->GetStatusBar()->isVisible());
+        QVERIFY(editor->windowTitle() == QStringLiteral("Brindlet Editor 2"));
+    }
+
+    void sideBarTogglesAndComesBackAtAQuarter()
+    {
+        Settings::sideBarVisible = false;
+        BrindletEditor* editor = Open();
+        QVERIFY(editor);
+        QCOMPARE(SideBarWidth(editor), 0);
+        // The activity bar's button opens it at a quarter of the width: nothing was stored.
+        editor->GetActivityBar()->findChildren<QToolButton*>().first()->click();
+        QVERIFY(Settings::sideBarVisible);
+        QCOMPARE(SideBarWidth(editor), editor->width() / 4);
+
+        // The toggle remembers the size it had.
+        editor->GetSideBarSplitter()->setSizes({400, editor->width() - 400});
+        editor->ToggleSideBar();
+        QVERIFY(!Settings::sideBarVisible);
+        QCOMPARE(SideBarWidth(editor), 0);
+        editor->ToggleSideBar();
+        QCOMPARE(SideBarWidth(editor), 400);
+    }
+
+    void draggingAPanelToNothingClearsItsFlag()
+    {
+        BrindletEditor* editor = Open();
+        QVERIFY(editor);
+        QVERIFY(Settings::sideBarVisible);
+        DragHandle(editor->GetSideBarSplitter(), -2000);
+        QCOMPARE(SideBarWidth(editor), 0);
+        QVERIFY(!Settings::sideBarVisible);
+        DragHandle(editor->GetSideBarSplitter(), 300);
+        QVERIFY(SideBarWidth(editor) > 0);
+        QVERIFY(Settings::sideBarVisible);
+
+        // The output panel sits first (top): dragging its handle up hides it.
+        DragHandle(editor->GetOutputSplitter(), -2000);
+        QVERIFY(!Settings::outputVisible);
+        QVERIFY(Settings::codeEditorVisible);
+    }
+
+    void editorsAndOutputAreNeverBothHidden()
+    {
+        BrindletEditor* editor = Open();
+        QVERIFY(editor);
+        editor->ToggleOutput();
+        QVERIFY(!Settings::outputVisible);
+        QVERIFY(Settings::codeEditorVisible);
+        editor->ToggleCodeEditor();
+        QVERIFY(!Settings::codeEditorVisible);
+        QVERIFY(Settings::outputVisible);
+        const QList<int> sizes = OutputSizes(editor);
+        QVERIFY(sizes.at(0) > 0); // the panel
+        QCOMPARE(sizes.at(1), 0); // the editors
+        editor->ToggleCodeEditor();
+        QVERIFY(Settings::codeEditorVisible && Settings::outputVisible);
+        QVERIFY(OutputSizes(editor).at(0) > 0 && OutputSizes(editor).at(1) > 0);
+    }
+
+    void barsAndTheirActionTexts()
+    {
+        BrindletEditor* editor = Open();
+        QVERIFY(editor);
+        editor->GetToggleActivityBarAction()->trigger();
+        QVERIFY(!editor->GetActivityBar()->isVisible());
+        QCOMPARE(editor->GetToggleActivityBarAction()->text(), QStringLiteral("Show Activity Bar"));
+        editor->GetToggleStatusBarAction()->trigger();
+        QVERIFY(!editor->GetStatusBar()->isVisible());
+        QCOMPARE(editor->GetToggleStatusBarAction()->text(), QStringLiteral("Show Status Bar"));
+        editor->ToggleStatusBar();
+        QCOMPARE(editor->GetToggleStatusBarAction()->text(), QStringLiteral("Hide Status Bar"));
+    }
+
+    void sideBarAndOutputMove()
+    {
+        BrindletEditor* editor = Open();
+        QVERIFY(editor);
+        editor->GetSideBarSplitter()->setSizes({300, 900});
+        editor->ToggleSideBarPosition();
+        QCOMPARE(editor->GetSideBarSplitter()->widget(1), editor->GetSideBar());
+        QCOMPARE(SideBarWidth(editor), 300);
+        QCOMPARE(editor->GetToggleSideBarPositionAction()->text(), QStringLiteral("Move Side Bar Left"));
+        auto* central = qobject_cast<QHBoxLayout*>(editor->GetSideBarSplitter()->parentWidget()->layout()
+                                                       ->itemAt(1)->layout());
+        QVERIFY(central);
+        QCOMPARE(central->itemAt(1)->widget(), editor->GetActivityBar());
+        editor->ToggleSideBarPosition();
+        QCOMPARE(central->itemAt(0)->widget(), editor->GetActivityBar());
+        QCOMPARE(editor->GetToggleSideBarPositionAction()->text(), QStringLiteral("Move Side Bar Right"));
+
+        editor->GetOutputSplitter()->setSizes({200, 500});
+        editor->OutputPositionBottom();
+        QCOMPARE(editor->GetOutputSplitter()->widget(1), static_cast<QWidget*>(editor->GetPanelGroup()));
+        QCOMPARE(OutputSizes(editor), QList<int>({500, 200}));
+        // The kept quirk: the side bar's action text follows the output's move.
+        QCOMPARE(editor->GetToggleSideBarPositionAction()->text(), QStringLiteral("Move Side Bar Left"));
+        editor->OutputPositionLeft();
+        QCOMPARE(editor->GetOutputSplitter()->orientation(), Qt::Horizontal);
+        QCOMPARE(editor->GetOutputSplitter()->widget(0), static_cast<QWidget*>(editor->GetPanelGroup()));
+        editor->ToggleCodeEditorLayout();
+        QCOMPARE(editor->GetEditorGroupSplitter()->orientation(), Qt::Vertical);
+    }
+
+    void layoutSurvivesARestart()
+    {
+        BrindletEditor* editor = Open();
+        QVERIFY(editor);
+        editor->ToggleSideBarPosition();
+        editor->OutputPositionRight();
+        editor->ToggleCodeEditorLayout();
+        editor->ToggleStatusBar();
+        editor->ToggleSideBar();
+        editor->SaveState();
+        const QString dir = Settings::GetUserConfigDirectory();
+        for (const char* name : {"brindletEditor2.ini", "brindletEditor2_colors.ini", "brindletEditor2_bindings.ini"})
+            QVERIFY2(QFile::exists(dir + QLatin1Char('/') + QLatin1String(name)), name);
+
+        fixture->Restart();
+        editor = Open();
+        QVERIFY(editor);
+        QCOMPARE(editor->GetSideBarSplitter()->widget(1), editor->GetSideBar());
+        QCOMPARE(editor->GetOutputSplitter()->orientation(), Qt::Horizontal);
+        QCOMPARE(editor->GetOutputSplitter()->widget(1), static_cast<QWidget*>(editor->GetPanelGroup()));
+        QCOMPARE(editor->GetEditorGroupSplitter()->orientation(), Qt::Vertical);
+        QVERIFY(!editor->GetStatusBar()->isVisible());
+        QVERIFY(!Settings::sideBarVisible);
+        QCOMPARE(SideBarWidth(editor), 0);
+    }
+
+    void stateIsWrittenAtQuit()
+    {
+        BrindletEditor* editor = Open();
+        QVERIFY(editor);
+        editor->ToggleCodeEditorLayout();
+        const QString ini = Settings::GetUserConfigPath();
+        QFile::remove(ini);
+        QVERIFY(fixture->Host().Quit());
+        QSettings raw(ini, QSettings::IniFormat);
+        QCOMPARE(raw.value(QStringLiteral("main/codeEditorOrientVertical")).toBool(), true);
+    }
+
+    void bindingsRoundTripAndDuplicatesAreDropped()
+    {
+        {
+            QSettings bindings(Settings::GetUserConfigDirectory() + QStringLiteral("/brindletEditor2_bindings.ini"),
+                               QSettings::IniFormat);
+            // Toggle Output comes first in the table, so it keeps Ctrl+B.
+            bindings.setValue(QStringLiteral("user_bindings/toggleOutput"), QStringList{QStringLiteral("Ctrl+B")});
+        }
+        fixture->ClearMessages();
+        BrindletEditor* editor = Open();
+        QVERIFY(editor);
+        KeyBindings* bindings = editor->GetKeyBindings();
+        QCOMPARE(bindings->GetShortcut(KeySequenceType::ToggleOutput), QKeySequence(QStringLiteral("Ctrl+B")));
+        QCOMPARE(bindings->GetShortcut(KeySequenceType::ToggleSideBar), QKeySequence());
+        QVERIFY(fixture->HasMessageContaining(QStringLiteral("Duplicate hotkey detected: Toggle Side Bar (Ctrl+B)")));
+
+        // The shortcut works from the keyboard.
+        const bool outputVisible = Settings::outputVisible;
+        editor->activateWindow();
+        QApplication::setActiveWindow(editor->window());
+        editor->GetActiveCodeEditorGroup()->FocusCurrentCodeEditor();
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_B, Qt::ControlModifier);
+        QCOMPARE(Settings::outputVisible, !outputVisible);
+    }
+
+    void damagedConfigurationFilesGiveDefaults()
+    {
+        const QString dir = Settings::GetUserConfigDirectory();
+        QByteArray garbage;
+        for (int i = 0; i < 2048; ++i)
+            garbage.append(char((i * 131) & 0xff));
+        for (const char* name : {"brindletEditor2.ini", "brindletEditor2_colors.ini", "brindletEditor2_bindings.ini"})
+        {
+            QFile file(dir + QLatin1Char('/') + QLatin1String(name));
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            file.write(garbage);
+        }
+        fixture->Restart();
+        BrindletEditor* editor = Open();
+        QVERIFY(editor);
+        QCOMPARE(editor->GetCodeEditorCount(), 2);
+        QCOMPARE(editor->GetKeyBindings()->GetShortcut(KeySequenceType::ToggleSideBar),
+                 QKeySequence(QStringLiteral("Ctrl+B")));
+        QVERIFY(Settings::sideBarLeft);
+    }
+
+    void keysStopAtTheEditor()
+    {
+        BrindletEditor* editor = Open();
+        QVERIFY(editor);
+        QSignalSpy spy(editor, SIGNAL(AppendToOutputRequested(QString)));
+        QWidget* parent = editor->parentWidget();
+        QVERIFY(parent);
+        struct KeyCounter : QObject
+        {
+            int presses = 0;
+            bool eventFilter(QObject*, QEvent* event) override
+            {
+                presses += event->type() == QEvent::KeyPress ? 1 : 0;
+                return false;
+            }
+        } counter;
+        parent->installEventFilter(&counter);
+        QTest::keyClick(editor, Qt::Key_F7);
+        QCOMPARE(counter.presses, 0);
+        parent->removeEventFilter(&counter);
+    }
+
+    void bindingsFollowTheFocusWhenDocked()
+    {
+        BrindletEditor* editor = Open();
+        QVERIFY(editor);
+        QAction* toggleSideBar = nullptr;
+        for (KeySequence* row : editor->GetKeyBindings()->GetKeySequences())
+        {
+            if (row->type == KeySequenceType::ToggleSideBar)
+                toggleSideBar = row->action;
+        }
+        QVERIFY(toggleSideBar);
+        QVERIFY(!toggleSideBar->shortcuts().isEmpty());
+        QVERIFY(fixture->Mel(QStringLiteral("workspaceControl -e -floating 0 %1").arg(MayaUtil::workspaceControlName)) ==
+                MStatus::kSuccess);
+        QVERIFY(!MayaUtil::WorkspaceControlFloating());
+
+        auto* outside = new QLineEdit(fixture->Host().MainWindow());
+        outside->show();
+        editor->OnApplicationFocusChanged(nullptr, outside);
+        QVERIFY(toggleSideBar->shortcuts().isEmpty());
+        editor->OnApplicationFocusChanged(outside, editor->GetActiveCodeEditorGroup());
+        QVERIFY(!toggleSideBar->shortcuts().isEmpty());
+        delete outside;
+    }
+
+    void closingTheHostWithNothingModifiedAsksNothing()
+    {
+        BrindletEditor* editor = Open();
+        QVERIFY(editor);
+        Settings::saveAllOnExit = false;
+        QVERIFY(fixture->Host().Quit());
+        QVERIFY(!BrindletEditorCommand::GuiAvailable());
+    }
+
+private:
+    std::unique_ptr<HostFixture> fixture;
+};
+
+QTEST_MAIN(TestBrindletEditor)
+#include "tst_BrindletEditor.moc"

@@ -1,0 +1,152 @@
+#include "HostFixture.h"
+
+#include "HostApplication.h"
+#include "plugin/BrindletEditorCommand.h"
+#include "plugin/PluginMain.h"
+#include "settings/Settings.h"
+#include "shell/BrindletEditor.h"
+
+#include <maya/MCommandResult.h>
+#include <maya/MGlobal.h>
+#include <maya/MMessage.h>
+#include <maya/MQtUtil.h>
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QDir>
+#include <QtCore/QtGlobal>
+
+namespace
+{
+const QString PLUGIN_NAME = QStringLiteral("brindletEditor2");
+}
+
+HostFixture::HostFixture(bool batchMode) : batch(batchMode)
+{
+    qputenv("MAYA_APP_DIR", QFile::encodeName(appDir.path()));
+    StartHost();
+}
+
+HostFixture::~HostFixture()
+{
+    StopHost();
+}
+
+void HostFixture::StartHost()
+{
+    // Settings outlive a plug-in unload inside one process; a new session starts from defaults,
+    // as a fresh Maya would.
+    Settings::ResetToDefaults();
+    BrindletEditorCommand::firstCall = true;
+    host = std::make_unique<HostApplication>(batch);
+    // A user sees the host's window; widgets inside it only count as visible once it is shown.
+    if (!batch)
+        host->ShowMainWindow();
+    recorderId = MCommandMessage::addCommandOutputCallback(&HostFixture::Record, this);
+}
+
+void HostFixture::StopHost()
+{
+    if (!host)
+        return;
+    MMessage::removeCallback(static_cast<MCallbackId>(recorderId));
+    host.reset();
+}
+
+void HostFixture::Restart()
+{
+    StopHost();
+    messages.clear();
+    StartHost();
+    LoadPlugin();
+}
+
+MStatus HostFixture::LoadPlugin()
+{
+    return host->LoadPlugin(PLUGIN_NAME, initializePlugin, uninitializePlugin);
+}
+
+MStatus HostFixture::UnloadPlugin()
+{
+    return host->UnloadPlugin(PLUGIN_NAME);
+}
+
+BrindletEditor* HostFixture::OpenEditor()
+{
+    MGlobal::executeCommand(MString("brindletEditor2"));
+    // A widget added to a shown layout is shown on the next turn of the event loop.
+    QCoreApplication::processEvents();
+    return BrindletEditorCommand::editorWidget;
+}
+
+BrindletEditor* HostFixture::Editor() const
+{
+    return BrindletEditorCommand::editorWidget;
+}
+
+HostApplication& HostFixture::Host() const
+{
+    return *host;
+}
+
+QString HostFixture::AppDir() const
+{
+    return appDir.path();
+}
+
+QString HostFixture::UserConfigDirectory() const
+{
+    return Settings::GetUserConfigDirectory();
+}
+
+MStatus HostFixture::Mel(const QString& text)
+{
+    return MGlobal::executeCommand(MQtUtil::toMString(text));
+}
+
+QString HostFixture::MelString(const QString& text)
+{
+    MCommandResult result;
+    MString value;
+    if (MGlobal::executeCommand(MQtUtil::toMString(text), result) != MStatus::kSuccess)
+        return QString();
+    if (result.getResult(value) != MStatus::kSuccess)
+        return QString();
+    return MQtUtil::toQString(value);
+}
+
+const QList<HostFixture::Message>& HostFixture::Messages() const
+{
+    return messages;
+}
+
+QStringList HostFixture::MessagesOfType(MCommandMessage::MessageType type) const
+{
+    QStringList texts;
+    for (const Message& message : messages)
+    {
+        if (message.type == type)
+            texts.append(message.text);
+    }
+    return texts;
+}
+
+bool HostFixture::HasMessageContaining(const QString& fragment) const
+{
+    for (const Message& message : messages)
+    {
+        if (message.text.contains(fragment))
+            return true;
+    }
+    return false;
+}
+
+void HostFixture::ClearMessages()
+{
+    messages.clear();
+}
+
+void HostFixture::Record(const MString& message, MCommandMessage::MessageType type, void* clientData)
+{
+    auto* fixture = static_cast<HostFixture*>(clientData);
+    fixture->messages.append({type, MQtUtil::toQString(message)});
+}
