@@ -94,10 +94,16 @@ MStatus HostMel::Execute(const QString& text, MCommandResult* result, bool displ
         ReportError(QStringLiteral("Scripts are nested too deeply."));
         return MStatus::kFailure;
     }
+    const char frame = 0;
+    const bool outermost = session.stackBase == nullptr;
+    if (outermost)
+        session.stackBase = &frame;
     ++session.depth;
     HostMelInterpreter interpreter(session.globals, true);
     const HostMelInterpreter::Flow flow = interpreter.Run(parsed.program->statements);
     --session.depth;
+    if (outermost)
+        session.stackBase = nullptr;
     if (flow == HostMelInterpreter::Flow::Error)
         return MStatus::kFailure;
     const HostMelValue& value = interpreter.LastValue();

@@ -120,15 +120,15 @@ bool HostMelDispatcher::BuildCall(const QString& name, const QList<HostMelFlagSp
         if (IsModeFlag(token.flag, "q", "query") || IsModeFlag(token.flag, "e", "edit"))
             continue;
         const QString bare = token.flag.mid(1);
-        const HostMelFlagSpec* spec = nullptr;
+        const HostMelFlagSpec* match = nullptr;
         for (const HostMelFlagSpec& candidate : specs)
         {
             if (candidate.shortName == bare || candidate.longName == bare)
-                spec = &candidate;
+                match = &candidate;
         }
-        if (!spec)
+        if (!match)
             return Report(QStringLiteral("Invalid flag '%1'").arg(token.flag));
-        const int count = call.query ? 0 : spec->argCount;
+        const int count = call.query ? 0 : match->argCount;
         QStringList values;
         for (int k = 0; k < count; ++k)
         {
@@ -138,7 +138,7 @@ bool HostMelDispatcher::BuildCall(const QString& name, const QList<HostMelFlagSp
                                                               : QStringLiteral("%1 arguments").arg(count)));
             values.append(Words(tokens[i]).join(QLatin1Char(' ')));
         }
-        call.flags.append(qMakePair(spec->longName.isEmpty() ? spec->shortName : spec->longName, values));
+        call.flags.append(qMakePair(match->longName.isEmpty() ? match->shortName : match->longName, values));
     }
     return true;
 }

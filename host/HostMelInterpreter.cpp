@@ -241,6 +241,8 @@ HostMelInterpreter::Flow HostMelInterpreter::ExecuteForIn(const HostMelStatement
 bool HostMelInterpreter::Evaluate(const HostMelExpr& expr, HostMelValue& result)
 {
     using Kind = HostMelExpr::Kind;
+    if (HostMelSession::Instance().StackExhausted())
+        return Fail(QStringLiteral("The script nests too deeply."), expr.line);
     switch (expr.kind)
     {
     case Kind::Literal:

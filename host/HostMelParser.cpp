@@ -6,6 +6,8 @@ namespace
 {
 // Deeper nesting than this is refused rather than risking the stack.
 constexpr int MAX_DEPTH = 200;
+// "a + b + c ..." nests to the left; a longer chain is refused for the same reason.
+constexpr int MAX_CHAIN = 1000;
 
 class DepthGuard
 {
@@ -476,8 +478,11 @@ HostMelExprPtr HostMelParser::ParseCommand(bool insideBackquotes)
         else
         {
             arg.value = ParseCommandOperand();
+            int chain = 0;
             while (arg.value && scanner_.AcceptOperator(QStringLiteral("+"), QStringLiteral("+=")))
             {
+                if (++chain > MAX_CHAIN)
+                    return Failure(QStringLiteral("Expression too long"));
                 HostMelExprPtr right = ParseCommandOperand();
                 if (!right)
                     return nullptr;
@@ -609,8 +614,10 @@ HostMelExprPtr HostMelParser::ParseBinary(int level)
     if (level >= static_cast<int>(levels.size()))
         return ParseUnary();
     HostMelExprPtr left = ParseBinary(level + 1);
-    while (left)
+    for (int chain = 0; left; ++chain)
     {
+        if (chain > MAX_CHAIN)
+            return Failure(QStringLiteral("Expression too long"));
         QString op;
         for (const Operator& candidate : levels[static_cast<size_t>(level)])
         {

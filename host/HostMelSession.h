@@ -43,6 +43,11 @@ public:
 
     static constexpr int MAX_DEPTH = 120;
 
+    // Where the outermost running script's frame is; null when none runs.
+    const char* stackBase = nullptr;
+    // True when the stack has grown too far below stackBase to go deeper safely.
+    bool StackExhausted() const;
+
 private:
     HostMelSession();
 };

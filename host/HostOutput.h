@@ -15,6 +15,8 @@
 // Standard output gets what Maya's terminal gets: no echo; display and stack-trace text raw;
 // info as the text and a newline; "Warning: ", "Error: " and "Result: " before the others, each
 // ending in a newline.
+//
+// Like Maya's own display calls, these are for the main thread only.
 class HostOutput
 {
 public:

@@ -203,37 +203,10 @@ bool RunStatements(const QString& code)
     return true;
 }
 
-// The value of the code if it is an expression. Null for statements (which have run) and for
-// errors (which are reported).
-HostPythonObject EvaluateValue(const QString& code)
+// Runs the code: as an expression when it compiles as one, its value then in `value`; else as
+// statements, `value` left null. False if it raised; the error is reported.
+bool RunCode(const QString& code, HostPythonObject& value)
 {
-    HostPythonObject expression = CompileExpression(code);
-    if (!expression)
-    {
-        if (PyErr_Occurred())
-        {
-            HostPythonErrors::ReportCurrent();
-        }
-        else
-        {
-            RunStatements(code);
-        }
-        return {};
-    }
-    HostPythonObject value = Run(expression.Get());
-    if (!value)
-    {
-        HostPythonErrors::ReportCurrent();
-    }
-    return value;
-}
-
-bool ExecuteLocked(const QString& code, bool displayEnabled)
-{
-    if (!displayEnabled)
-    {
-        return RunStatements(code);
-    }
     HostPythonObject expression = CompileExpression(code);
     if (!expression)
     {
@@ -244,13 +217,27 @@ bool ExecuteLocked(const QString& code, bool displayEnabled)
         }
         return RunStatements(code);
     }
-    HostPythonObject value = Run(expression.Get());
+    value = Run(expression.Get());
     if (!value)
     {
         HostPythonErrors::ReportCurrent();
         return false;
     }
-    if (value.Get() == Py_None)
+    return true;
+}
+
+bool ExecuteLocked(const QString& code, bool displayEnabled)
+{
+    if (!displayEnabled)
+    {
+        return RunStatements(code);
+    }
+    HostPythonObject value;
+    if (!RunCode(code, value))
+    {
+        return false;
+    }
+    if (!value || value.Get() == Py_None)
     {
         return true;
     }
@@ -348,8 +335,8 @@ bool Evaluate(const QString& code, Result& result, Converter convert)
     try
     {
         HostPythonLock lock;
-        HostPythonObject value = EvaluateValue(code);
-        const bool converted = value && convert(value.Get(), result);
+        HostPythonObject value;
+        const bool converted = RunCode(code, value) && value && convert(value.Get(), result);
         HostPythonOutput::Flush();
         return converted;
     }

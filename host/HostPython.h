@@ -15,8 +15,8 @@ public:
     // other than None is reported as a result message. False if an exception was raised.
     static bool Execute(const QString& code, bool displayEnabled);
 
-    // Evaluate an expression (or run statements whose last line is an expression) in __main__
-    // and convert its value. False on an exception or a value of another type.
+    // Evaluate an expression in __main__ and convert its value. Code that is not an expression
+    // runs as statements and gives false (no value); so do an exception and a value of another type.
     static bool EvaluateInt(const QString& code, int& result);
     static bool EvaluateDouble(const QString& code, double& result);
     static bool EvaluateString(const QString& code, QString& result);

@@ -49,9 +49,11 @@ void OutputHighlightingDialog::SetSelectionProperties(const ExtraSelectionProper
     // A colour that is switched off shows what the rule stored, or the default.
     const auto shown = [](bool enabled, const QColor& stored, const QColor& fallback)
     { return enabled || stored.isValid() ? stored : fallback; };
-    ui.foregroundColor->SetColor(shown(properties.foregroundEnabled, properties.foreground, defaultForeground));
+    ui.foregroundColor->SetColor(
+        shown(properties.foregroundEnabled, properties.foreground, defaultForeground));
     ui.foregroundEnabledCB->setChecked(properties.foregroundEnabled);
-    ui.backgroundColor->SetColor(shown(properties.backgroundEnabled, properties.background, defaultBackground));
+    ui.backgroundColor->SetColor(
+        shown(properties.backgroundEnabled, properties.background, defaultBackground));
     ui.backgroundEnabledCB->setChecked(properties.backgroundEnabled);
     ui.enabledCB->setChecked(properties.enabled);
     ui.highlightLineCB->setChecked(properties.highlightLine);

@@ -24,7 +24,8 @@ void OutputHighlightingWidget::CreateWidgets()
     moveItemUpBtn = CreateButton(QStringLiteral(":/moveLayerUp.png"), QStringLiteral("Move Up"));
     moveItemDownBtn = CreateButton(QStringLiteral(":/moveLayerDown.png"), QStringLiteral("Move Down"));
     newItemBtn = CreateButton(QStringLiteral(":/newLayerEmpty.png"), QStringLiteral("New Highlight"));
-    deleteItemBtn = CreateButton(QStringLiteral(":/bq2_icons/delete_highlight.png"), QStringLiteral("Delete Highlight"));
+    deleteItemBtn =
+        CreateButton(QStringLiteral(":/bq2_icons/delete_highlight.png"), QStringLiteral("Delete Highlight"));
     moveItemUpBtn->setObjectName(QStringLiteral("moveItemUpBtn"));
     moveItemDownBtn->setObjectName(QStringLiteral("moveItemDownBtn"));
     newItemBtn->setObjectName(QStringLiteral("newItemBtn"));

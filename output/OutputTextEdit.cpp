@@ -142,8 +142,8 @@ bool OutputTextEdit::CursorRestsAtEnd() const
 
 void OutputTextEdit::InsertAtEnd(const QString& text, bool replaceDocument)
 {
-    const qsizetype survivingStart =
-        OutputArrivalBuffer::SurvivingStart(text, text.count(QLatin1Char('\n')), document()->maximumBlockCount());
+    const qsizetype survivingStart = OutputArrivalBuffer::SurvivingStart(text, text.count(QLatin1Char('\n')),
+                                                                         document()->maximumBlockCount());
     if (survivingStart >= 0)
         replaceDocument = true;
 
@@ -399,7 +399,8 @@ void OutputTextEdit::HighlightUserDefinedSelections(int from, int to)
     {
         if (!rule.enabled || (!rule.foregroundEnabled && !rule.backgroundEnabled))
             continue;
-        const QRegularExpression& regEx = UserRegEx(rule.regExp ? rule.match : QRegularExpression::escape(rule.match));
+        const QRegularExpression& regEx =
+            UserRegEx(rule.regExp ? rule.match : QRegularExpression::escape(rule.match));
         if (!regEx.isValid())
             continue;
         int position = from;
@@ -488,10 +489,12 @@ void OutputTextEdit::HighlightFoundSelection(int from, int to)
     const QTextDocument* doc = document();
     const int textStart = qMax(0, doc->findBlock(from).position() - 1);
     const QTextBlock last = doc->findBlock(to);
-    const int textEnd = qMin(doc->characterCount() - 1, last.position() + static_cast<int>(last.length()) + 1);
+    const int textEnd =
+        qMin(doc->characterCount() - 1, last.position() + static_cast<int>(last.length()) + 1);
     const QString text = PlainTextRange(textStart, textEnd);
 
-    const QTextCharFormat format = ColorSettings::GetOutputFormat(ColorSettings::FIND_REPLACE_MATCHING, false);
+    const QTextCharFormat format =
+        ColorSettings::GetOutputFormat(ColorSettings::FIND_REPLACE_MATCHING, false);
     const int selectionStart = GetSelectedStartPosition();
     const int selectionEnd = GetSelectedEndPosition();
     bool selectionOnMatch = false;
@@ -509,7 +512,8 @@ void OutputTextEdit::HighlightFoundSelection(int from, int to)
     }
     if (selectionOnMatch)
     {
-        const QTextCharFormat found = ColorSettings::GetOutputFormat(ColorSettings::FIND_REPLACE_SELECTED, false);
+        const QTextCharFormat found =
+            ColorSettings::GetOutputFormat(ColorSettings::FIND_REPLACE_SELECTED, false);
         SetSelectionPalette(Qt::white, found.background().color());
     }
     else
@@ -811,7 +815,8 @@ void OutputTextEdit::UpdateTextOptions()
 {
     QTextOption option;
     option.setWrapMode(Settings::outputWordWrapEnabled ? QTextOption::WordWrap : QTextOption::NoWrap);
-    option.setTabStopDistance(QFontMetricsF(font()).horizontalAdvance(QLatin1Char(' ')) * Settings::tabsSizeDefault);
+    option.setTabStopDistance(QFontMetricsF(font()).horizontalAdvance(QLatin1Char(' ')) *
+                              Settings::tabsSizeDefault);
     document()->setDefaultTextOption(option);
 }
 

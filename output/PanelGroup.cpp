@@ -92,15 +92,18 @@ void PanelGroup::CreateConnections()
     connect(outputTypeCmb, SIGNAL(currentIndexChanged(int)), this, SLOT(OnOutputTypeChanged(int)));
     connect(writeToFileBtn, SIGNAL(clicked()), this, SLOT(ToggleWriteToFile()));
     connect(clearBtn, SIGNAL(clicked()), outputTextEdit, SLOT(ClearAll()));
-    connect(outputTextEdit, SIGNAL(IncreaseFontSizeRequested()), this, SLOT(OnIncreaseOutputFontSizeRequested()));
-    connect(outputTextEdit, SIGNAL(DecreaseFontSizeRequested()), this, SLOT(OnDecreaseOutputFontSizeRequested()));
+    connect(outputTextEdit, SIGNAL(IncreaseFontSizeRequested()), this,
+            SLOT(OnIncreaseOutputFontSizeRequested()));
+    connect(outputTextEdit, SIGNAL(DecreaseFontSizeRequested()), this,
+            SLOT(OnDecreaseOutputFontSizeRequested()));
     connect(outputTextEdit, SIGNAL(ReceivedFocus()), this, SLOT(OnReceivedFocus()));
 }
 
 void PanelGroup::InitializeOutputTypeCmb()
 {
     outputTypeCmb->setToolTip(QStringLiteral("Output Verbosity"));
-    outputTypeCmb->addItems({QStringLiteral("Echo All"), QStringLiteral("Normal"), QStringLiteral("Minimal")});
+    outputTypeCmb->addItems(
+        {QStringLiteral("Echo All"), QStringLiteral("Normal"), QStringLiteral("Minimal")});
     if (MayaUtil::EchoAllCommandsEnabled())
         outputTypeCmb->setCurrentIndex(0);
     else
@@ -233,8 +236,8 @@ void PanelGroup::ToggleWriteToFile()
 
 bool PanelGroup::AskStopWriteToFile()
 {
-    QMessageBox box(QMessageBox::Question, WRITE_TO_FILE_TITLE, QStringLiteral("Stop writing output to file?"),
-                    QMessageBox::Yes | QMessageBox::No, this);
+    QMessageBox box(QMessageBox::Question, WRITE_TO_FILE_TITLE,
+                    QStringLiteral("Stop writing output to file?"), QMessageBox::Yes | QMessageBox::No, this);
     return box.exec() == QMessageBox::Yes;
 }
 
@@ -243,14 +246,16 @@ void PanelGroup::StartWriteToFile()
     const QString logFilter = QStringLiteral("LOG (*.log)");
     const QString filter = QStringLiteral("%1;;%2").arg(logFilter, QStringLiteral("All Files(*.*)"));
     QString selectedFilter;
-    QString path = QFileDialog::getSaveFileName(this, WRITE_TO_FILE_TITLE, LastLogDirectory(), filter, &selectedFilter);
+    QString path =
+        QFileDialog::getSaveFileName(this, WRITE_TO_FILE_TITLE, LastLogDirectory(), filter, &selectedFilter);
     if (path.isEmpty())
     {
         emit WriteToFileUpdated(false);
         return;
     }
     LastLogDirectory() = QFileInfo(path).absolutePath();
-    if (selectedFilter.startsWith(QLatin1String("LOG")) && !path.endsWith(QLatin1String(".log"), Qt::CaseInsensitive))
+    if (selectedFilter.startsWith(QLatin1String("LOG")) &&
+        !path.endsWith(QLatin1String(".log"), Qt::CaseInsensitive))
         path += QStringLiteral(".log");
     if (outputTextEdit->BeginWriteToFile(path))
     {

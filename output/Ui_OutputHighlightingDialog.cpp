@@ -13,8 +13,7 @@
 
 namespace
 {
-template <typename T>
-T* Named(T* widget, const char* name)
+template <typename T> T* Named(T* widget, const char* name)
 {
     widget->setObjectName(QString::fromLatin1(name));
     return widget;
@@ -51,7 +50,8 @@ void Ui_OutputHighlightingDialog::setupUi(QDialog* dialog)
     enabledCB = Named(new QCheckBox(dialog), "enabledCB");
     highlightLineLabel = Named(new QLabel(QStringLiteral("Highlight Line"), dialog), "highlightLineLabel");
     highlightLineCB = Named(new QCheckBox(dialog), "highlightLineCB");
-    buttonBox = Named(new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, dialog), "buttonBox");
+    buttonBox =
+        Named(new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, dialog), "buttonBox");
 
     auto* grid = new QGridLayout();
     grid->addWidget(nameLabel, 0, 0);

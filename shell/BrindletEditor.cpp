@@ -6,6 +6,7 @@
 #include "shell/StatusBar.h"
 #include "sidebar/ActivityBar.h"
 #include "sidebar/SideBar.h"
+#include "editor/CodeEditor.h"
 #include "tabs/CodeEditorGroup.h"
 
 #include <QtWidgets/QApplication>
@@ -23,6 +24,7 @@ BrindletEditor::BrindletEditor(QWidget* parent) : QWidget(parent), mainWindow(Ma
     CreateLayout();
     CreateConnections();
     ApplyPreferences();
+    RestoreCodeEditors();
     if (GetCodeEditorCount() == 0)
     {
         NewMelBuffer();
@@ -31,6 +33,7 @@ BrindletEditor::BrindletEditor(QWidget* parent) : QWidget(parent), mainWindow(Ma
     SetActiveCodeEditorGroup(GetActiveCodeEditorGroup(), true);
     // After the panels exist, since it applies to all of them.
     keyBindings.ReadUserKeyBindings();
+    keyBindingsRead = true;
     // What the host printed before this widget existed.
     panelGroup->OutputAppendText(MayaUtil::GetExistingHistory());
     if (mainWindow)
@@ -149,9 +152,39 @@ void BrindletEditor::CreateLayout()
 
 void BrindletEditor::ConnectCodeEditorGroup(CodeEditorGroup* group)
 {
+    connect(group, SIGNAL(NewTabRequested()), this, SLOT(NewBuffer()));
+    connect(group, SIGNAL(CloseTabRequested(CodeEditorGroup*, int)), this,
+            SLOT(OnCloseTabRequested(CodeEditorGroup*, int)));
+    connect(group, SIGNAL(CloseOtherTabsRequested(CodeEditorGroup*, int)), this,
+            SLOT(OnCloseOtherTabsRequested(CodeEditorGroup*, int)));
+    connect(group, SIGNAL(CloseTabsToRightRequested(CodeEditorGroup*, int)), this,
+            SLOT(OnCloseTabsToRightRequested(CodeEditorGroup*, int)));
     connect(group, SIGNAL(CurrentTabChanged()), this, SLOT(OnActiveCodeEditorChanged()));
+    connect(group, SIGNAL(MoveTabRequested(int, int, int, int)), this, SLOT(OnMoveTabRequested(int, int, int, int)));
+    connect(group, SIGNAL(MoveTabToZoneRequested(int, int, int, TabDropZone)), this,
+            SLOT(OnMoveTabToZoneRequested(int, int, int, TabDropZone)));
     connect(group, SIGNAL(ReceivedFocus(CodeEditorGroup*)), this,
             SLOT(OnCodeEditorGroupFocusReceived(CodeEditorGroup*)));
+    connect(group, SIGNAL(OpenFileRequested(int, int, QString)), this, SLOT(OnOpenFileRequested(int, int, QString)));
+    connect(group, SIGNAL(OpenFilesRequested(int, TabDropZone, QStringList)), this,
+            SLOT(OnOpenFilesRequested(int, TabDropZone, QStringList)));
+    connect(group, SIGNAL(FileChanged(QString)), this, SLOT(OnFileChanged(QString)));
+    connect(group, SIGNAL(RenameRequested(CodeEditorGroup*, int)), this, SLOT(Rename(CodeEditorGroup*, int)));
+    connect(group, SIGNAL(CursorPositionChanged()), this, SLOT(UpdateCursorPosition()));
+    connect(group, SIGNAL(OverwriteModeChanged()), this, SLOT(UpdateOverwriteMode()));
+    connect(group, SIGNAL(ErrorAndWarningTextChanged()), this, SLOT(UpdateStatusBarInfo()));
+    connect(group, SIGNAL(ExecutePressed()), this, SLOT(Execute()));
+    connect(group, SIGNAL(ExecuteAllPressed()), this, SLOT(ExecuteAll()));
+    connect(group, SIGNAL(ExecuteLinePressed()), this, SLOT(ExecuteLine()));
+    connect(group, SIGNAL(SaveScriptToShelfPressed()), this, SLOT(SaveScriptToShelf()));
+    connect(group, SIGNAL(PythonDirRequested()), this, SLOT(PythonDirSelection()));
+    connect(group, SIGNAL(PythonHelpRequested()), this, SLOT(PythonHelpSelection()));
+    connect(group, SIGNAL(PythonUpdateModuleStateRequested()), this, SLOT(PythonUpdateModuleState()));
+    connect(group, SIGNAL(PythonRevertModuleStateRequested()), this, SLOT(PythonRevertModuleState()));
+    connect(group, SIGNAL(TogglePythonRevertModuleStateOnExecuteRequested()), this,
+            SLOT(OnTogglePythonRevertModuleStateOnExecuteRequested()));
+    connect(group, SIGNAL(ParserUpdated(BaseParser*)), this, SLOT(OnParserUpdated(BaseParser*)));
+    connect(group, SIGNAL(MiniToolbarDisplayModified()), this, SLOT(RefreshCodeEditorGroupMiniToolbar()));
 }
 
 void BrindletEditor::CreateConnections()
@@ -296,12 +329,68 @@ void BrindletEditor::FocusActiveCodeEditor()
 void BrindletEditor::OnActiveCodeEditorChanged()
 {
     sideBar->SaveOutline();
+    if (CodeEditorGroup* group = GetActiveCodeEditorGroup())
+        group->UpdateParser();
+    UpdateInterpreter();
+    UpdateCursorPosition();
     UpdateTitleBar();
+    UpdateStatusBarInfo();
 }
 
 void BrindletEditor::OnCodeEditorGroupFocusReceived(CodeEditorGroup* group)
 {
     SetActiveCodeEditorGroup(group, false);
+    CheckForFileChanges();
+}
+
+void BrindletEditor::SetParsingEnabled(bool enabled)
+{
+    for (CodeEditorGroup* group : codeEditorGroups)
+        group->SetParsingEnabled(enabled);
+}
+
+void BrindletEditor::OnParserUpdated(BaseParser* /*parser*/)
+{
+    // The outline view that shows the parser's symbols joins with the side bar's views.
+}
+
+// ---------------------------------------------------------------------------------------------
+// Status bar
+
+void BrindletEditor::UpdateInterpreter()
+{
+    CodeEditor* codeEditor = GetActiveCodeEditor();
+    statusBar->SetInterpreter(codeEditor ? codeEditor->GetLanguage() : CodeEditorLanguage::TEXT);
+}
+
+void BrindletEditor::UpdateCursorPosition()
+{
+    CodeEditor* codeEditor = GetActiveCodeEditor();
+    if (!codeEditor)
+    {
+        statusBar->SetInfo(QString());
+        statusBar->SetCursorPosition(0, 0, 0);
+        return;
+    }
+    int line = 0;
+    int column = 0;
+    int selected = 0;
+    codeEditor->GetCursorStatus(line, column, selected);
+    statusBar->SetCursorPosition(line, column, selected);
+}
+
+void BrindletEditor::UpdateStatusBarInfo()
+{
+    // Error and warning counts come with the parsers' decorations; until then there are none.
+    statusBar->SetErrorAndWarningCount(0, 0);
+    statusBar->SetInfo(QString());
+}
+
+void BrindletEditor::UpdateOverwriteMode()
+{
+    statusBar->SetOverwriteEnabled(Settings::overwriteEnabled);
+    for (CodeEditorGroup* group : codeEditorGroups)
+        group->UpdateOverwriteMode();
 }
 
 bool BrindletEditor::IsBrindletEditorWidget(QWidget* widget) const
@@ -324,58 +413,3 @@ bool BrindletEditor::IsSideBarWidget(QWidget* widget) const
     return false;
 }
 
-// ---------------------------------------------------------------------------------------------
-// Buffers (plain buffers until the code editor groups hold real editors)
-
-void BrindletEditor::AddBuffer(const QString& label)
-{
-    CodeEditorGroup* group = GetActiveCodeEditorGroup();
-    if (!group)
-        group = codeEditorGroups.first();
-    group->AddBuffer(label);
-    RefreshCodeEditorGroups(false);
-    SetActiveCodeEditorGroup(group, false);
-}
-
-void BrindletEditor::NewMelBuffer()
-{
-    AddBuffer(Settings::defaultMelBufferLabel);
-}
-
-void BrindletEditor::NewPythonBuffer()
-{
-    AddBuffer(Settings::defaultPythonBufferLabel);
-}
-
-bool BrindletEditor::OpenFile(const QString& /*path*/, bool /*fromWorkspace*/)
-{
-    return false;
-}
-
-bool BrindletEditor::ModifiedFilesExist() const
-{
-    return false;
-}
-
-int BrindletEditor::ShowUnsavedFileDialog(const QString& /*path*/)
-{
-    return 0;
-}
-
-void BrindletEditor::SaveAll(bool /*internalBuffers*/, bool /*files*/)
-{
-}
-
-bool BrindletEditor::IsPythonModuleStateUpdated() const
-{
-    return moduleStateUpdated;
-}
-
-void BrindletEditor::Execute()
-{
-}
-
-void BrindletEditor::PythonRevertModuleState()
-{
-    MayaUtil::PythonRevertModuleState();
-}

@@ -1,14 +1,20 @@
 #pragma once
 
+#include "editor/CodeEditorProperties.h"
 #include "settings/KeyBindings.h"
+#include "shell/ExecuteType.h"
 #include "sidebar/SideBarView.h"
+#include "tabs/TabDropZone.h"
 
 #include <QtCore/QList>
 #include <QtCore/QStringList>
 #include <QtWidgets/QWidget>
 
 class ActivityBar;
+class BaseParser;
+class CodeEditor;
 class CodeEditorGroup;
+class QFileInfo;
 class PanelGroup;
 class QAction;
 class QHBoxLayout;
@@ -56,11 +62,30 @@ public:
     bool IsBrindletEditorWidget(QWidget* widget) const;
     bool IsSideBarWidget(QWidget* widget) const;
 
+    CodeEditor* GetActiveCodeEditor() const;
+    CodeEditor* GetCodeEditorWithFocus() const;
+    CodeEditorGroup* GetCodeEditorGroupByPath(const QString& path) const;
+    bool CodeEditorExists(const QString& path) const;
+    QStringList GetCodeEditorPaths() const;
+
     // Buffers and files.
-    bool OpenFile(const QString& path, bool fromWorkspace);
+    int CreateCodeEditor(CodeEditorType type, CodeEditorLanguage language, const QString& filePath,
+                         const QString& label, const QString& text, CodeEditorGroup* group, int index);
+    int CreateCodeEditor(CodeEditorType type, const QString& filePath, const QString& label, CodeEditorGroup* group,
+                         int index);
+    CodeEditor* GetCodeEditor(const QString& path, bool open);
+    int GetCodeEditorIndex(CodeEditorGroup* group, const QString& path) const;
+    QString GetFileText(const QString& path) const;
+    static CodeEditorLanguage GetLanguageFromFilename(const QFileInfo& info);
+    bool SaveCodeEditor(int groupIndex, int index);
+    bool SaveCodeEditor(const QString& filePath, const QString& text);
+    bool CloseCodeEditor(CodeEditorGroup* group, int index, bool prompt);
+    bool CloseCodeEditor(int groupIndex, int index, bool prompt);
+    void UpdateCodeEditorGroupDetails();
+    void RestoreCodeEditors();
     bool ModifiedFilesExist() const;
-    int ShowUnsavedFileDialog(const QString& path);
-    void SaveAll(bool internalBuffers, bool files);
+    int ShowUnsavedFileDialog(const QString& name);
+    void AddRecentFile(const QString& path);
 
     // Script execution.
     bool IsPythonModuleStateUpdated() const;
@@ -123,13 +148,62 @@ public slots:
     void UpdateKeyBindings();
     void UpdateCodeEditorExtraSelections();
 
+    void UpdateInterpreter();
+    void UpdateCursorPosition();
+    void UpdateStatusBarInfo();
+    void UpdateOverwriteMode();
+    void SetParsingEnabled(bool enabled);
+    void OnParserUpdated(BaseParser* parser);
+
     // Buffers and files.
+    void NewBuffer();
+    void NewBuffer(CodeEditorLanguage language);
     void NewMelBuffer();
     void NewPythonBuffer();
+    void OpenFile();
+    bool OpenFile(const QString& filePath, bool temp = false);
+    void OpenRecentFile();
+    void ReopenClosedFile();
+    void ClearRecentFiles();
+    void Save();
+    void SaveAs();
+    void SaveAll(bool internalBuffers = true, bool fileBuffers = true);
+    void Rename();
+    void Rename(CodeEditorGroup* codeEditorGroup, int codeEditorIndex);
+    void RevertFile();
+    void CloseFile();
+    void CloseAllFiles();
+    void OnCloseTabRequested(CodeEditorGroup* group, int index);
+    void OnCloseOtherTabsRequested(CodeEditorGroup* group, int index);
+    void OnCloseTabsToRightRequested(CodeEditorGroup* group, int index);
+    void OnFileChanged(const QString& path);
+    void CheckForFileChanges();
+    void OnFilePathChanged(const QString& oldFilePath, const QString& newFilePath);
+    void OnMoveTabRequested(int oldId, int oldIndex, int newId, int newIndex);
+    void OnMoveTabToZoneRequested(int oldId, int oldIndex, int newId, TabDropZone dropZone);
+    void OnOpenFileRequested(int groupId, int index, const QString& filePath);
+    void OnOpenFilesRequested(int groupId, TabDropZone dropZone, const QStringList& filePaths);
+    void SetActiveCodeEditor(int codeEditorGroupIndex, int codeEditorIndex, bool applyFocus = true);
+    void SetActiveCodeEditor(const QString& filePath);
+    void UpdateRecentFilesMenu();
 
     // Script execution.
+    void Execute(ExecuteType type);
     void Execute();
+    void ExecuteLine();
+    void ExecuteAll();
+    void PythonUpdateModuleState();
     void PythonRevertModuleState();
+    void UpdatePythonRevertModuleStateOnExecute();
+    void OnTogglePythonRevertModuleStateOnExecuteRequested();
+    void SourceScript();
+    void SaveScriptToShelf();
+    void PythonDirSelection();
+    void PythonHelpSelection();
+    void PrintPythonPath();
+    void PrintPythonEnviron();
+    void PrintMayaEnvVarPaths();
+    void ParseForcedImports();
 
 protected:
     bool eventFilter(QObject* object, QEvent* event) override;
@@ -158,7 +232,18 @@ private:
     int SideBarSplitterSize() const;
     int OutputSplitterSize() const;
     int CodeEditorSplitterSize() const;
-    void AddBuffer(const QString& label);
+    void CreateFileActions();
+    void CreateCommandActions();
+    void CreateFileMenu();
+    void CreateCommandMenu();
+    void PreSave(CodeEditor* codeEditor);
+    QString ShowSaveFileNameDialog(const CodeEditorProperties& properties);
+    bool ShowConfirmCloseInternalBufferDialog(const QString& label);
+    void DeleteFileByPath(const QString& path);
+    static void ReplaceOutlineExpandedHashPath(const QString& oldPath, const QString& newPath);
+    void ReloadChangedFile(const QString& path);
+    CodeEditorGroup* FirstHiddenCodeEditorGroup() const;
+    void PlaceCodeEditorGroupBeside(CodeEditorGroup* group, CodeEditorGroup* target, TabDropZone dropZone);
 
     QWidget* mainWindow = nullptr;
 
@@ -177,7 +262,33 @@ private:
     QAction* outputPositionBottomAction = nullptr;
     QAction* outputPositionLeftAction = nullptr;
     QAction* outputPositionRightAction = nullptr;
+    QAction* newBufferAction = nullptr;
+    QAction* newMelBufferAction = nullptr;
+    QAction* newPythonBufferAction = nullptr;
+    QAction* openFileAction = nullptr;
+    QAction* reopenClosedFileAction = nullptr;
+    QAction* clearRecentFilesAction = nullptr;
+    QAction* saveAction = nullptr;
+    QAction* saveAsAction = nullptr;
+    QAction* saveAllAction = nullptr;
+    QAction* renameAction = nullptr;
+    QAction* saveScriptToShelfAction = nullptr;
+    QAction* sourceScriptAction = nullptr;
+    QAction* revertFileAction = nullptr;
+    QAction* closeFileAction = nullptr;
+    QAction* closeAllFilesAction = nullptr;
     QAction* executeAction = nullptr;
+    QAction* executeAltAction = nullptr;
+    QAction* executeLineAction = nullptr;
+    QAction* executeAllAction = nullptr;
+    QAction* printPythonPathAction = nullptr;
+    QAction* printPythonEnvironAction = nullptr;
+    QAction* pythonSelectionDirAction = nullptr;
+    QAction* pythonSelectionHelpAction = nullptr;
+    QAction* pythonUpdateModuleStateAction = nullptr;
+    QAction* pythonRevertModuleStateAction = nullptr;
+    QAction* pythonRevertModuleStateOnExecuteAction = nullptr;
+    QList<QAction*> envVarActions;
 
     QMenuBar* menuBar = nullptr;
     QMenu* recentFilesMenu = nullptr;
@@ -195,5 +306,8 @@ private:
     QStringList watchedChanges;
     QStringList ownSaves;
     bool keyBindingsEnabled = true;
+    // The first buffers are made, and saved, before the bindings are read; writing the file
+    // then would replace the user's bindings with the defaults.
+    bool keyBindingsRead = false;
     bool moduleStateUpdated = false;
 };

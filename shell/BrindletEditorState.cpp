@@ -9,6 +9,7 @@
 #include "shell/StatusBar.h"
 #include "sidebar/ActivityBar.h"
 #include "sidebar/SideBar.h"
+#include "editor/CodeEditor.h"
 #include "tabs/CodeEditorGroup.h"
 
 #include <QtCore/QFileInfo>
@@ -122,11 +123,8 @@ void BrindletEditor::OnApplicationFocusChanged(QWidget* /*old*/, QWidget* now)
 void BrindletEditor::UpdateTitleBar()
 {
     QString title;
-    if (CodeEditorGroup* group = GetActiveCodeEditorGroup())
-    {
-        if (group->GetCodeEditorCount() > 0)
-            title = group->GetLabel(group->GetCurrentIndex()) + QStringLiteral(" - ");
-    }
+    if (CodeEditor* codeEditor = GetActiveCodeEditor())
+        title = codeEditor->GetLabel() + QStringLiteral(" - ");
     title += Settings::APPLICATION_TITLE;
     MayaUtil::SetWorkspaceLabel(title);
 }
@@ -158,13 +156,15 @@ void BrindletEditor::RestoreSplitterState()
 
 void BrindletEditor::WriteUserConfigs()
 {
+    UpdateCodeEditorGroupDetails();
     sideBar->SaveOutline();
-    sideBar->ClearInvalidDetailsFromOutline(QStringList());
+    sideBar->ClearInvalidDetailsFromOutline(GetCodeEditorPaths());
     SaveWindowGeometry(false);
     SaveSplitterState();
     Settings::WriteUserConfig();
     ColorSettings::WriteUserConfig();
-    keyBindings.WriteUserKeyBindings();
+    if (keyBindingsRead)
+        keyBindings.WriteUserKeyBindings();
     sideBar->SaveWorkspace();
 }
 
@@ -196,6 +196,12 @@ void BrindletEditor::ApplyPreferences()
     panelGroup->ApplyPreferences();
     UpdateOverrideScriptEditorButton();
     UpdateKeyBindings();
+    for (CodeEditorGroup* group : codeEditorGroups)
+    {
+        group->UpdateTextOptions();
+        group->UpdateFontsAndColors();
+    }
+    ParseForcedImports();
     MayaUtil::UpdatePylintPythonPath();
     for (CodeEditorGroup* group : codeEditorGroups)
         group->UpdatePreferences();
@@ -218,6 +224,8 @@ void BrindletEditor::UpdateOverrideScriptEditorButton()
 void BrindletEditor::UpdateKeyBindings()
 {
     panelGroup->UpdateKeyBindings();
+    for (CodeEditorGroup* group : codeEditorGroups)
+        group->UpdateKeyBindings();
     sideBar->UpdateKeyBindings();
     activityBar->UpdateKeyBindings();
 }

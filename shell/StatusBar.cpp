@@ -1,5 +1,6 @@
 #include "shell/StatusBar.h"
 
+#include "plugin/MayaUtil.h"
 #include "settings/KeyBindings.h"
 #include "settings/Settings.h"
 
@@ -15,7 +16,7 @@ StatusBar::StatusBar(KeyBindings* bindings, QWidget* parent) : QWidget(parent), 
     CreateWidgets();
     CreateLayout();
     CreateConnections();
-    SetInterpreterText(QString());
+    SetInterpreter(CodeEditorLanguage::TEXT);
     SetCursorPosition(0, 0, 0);
     SetOverwriteEnabled(Settings::overwriteEnabled);
     UpdateVisibility();
@@ -70,9 +71,20 @@ void StatusBar::CreateConnections()
     connect(this, SIGNAL(customContextMenuRequested(QPoint)), this, SLOT(ShowContextMenu(QPoint)));
 }
 
-void StatusBar::SetInterpreterText(const QString& text)
+void StatusBar::SetInterpreter(CodeEditorLanguage language)
 {
+    // The trailing blanks keep the distance to the next item.
+    QString text;
+    if (language == CodeEditorLanguage::MEL)
+        text = QStringLiteral("MEL     ");
+    else if (language == CodeEditorLanguage::PYTHON)
+        text = QStringLiteral("Python %1 (64-bit)     ").arg(MayaUtil::GetPythonVersion());
     interpreterLabel->setText(text);
+}
+
+QString StatusBar::GetInterpreterText() const
+{
+    return interpreterLabel->text();
 }
 
 void StatusBar::SetErrorAndWarningCount(int errors, int warnings)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "editor/CodeEditorLanguage.h"
+
 #include <QtWidgets/QWidget>
 
 class KeyBindings;
@@ -14,7 +16,8 @@ class StatusBar : public QWidget
 public:
     StatusBar(KeyBindings* keyBindings, QWidget* parent = nullptr);
 
-    void SetInterpreterText(const QString& text);
+    void SetInterpreter(CodeEditorLanguage language);
+    QString GetInterpreterText() const;
     void SetErrorAndWarningCount(int errors, int warnings);
     void SetInfo(const QString& text);
     void SetCursorPosition(int line, int column, int selected);

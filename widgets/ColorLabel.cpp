@@ -2,9 +2,7 @@
 
 #include <QtGui/QPixmap>
 
-ColorLabel::ColorLabel(QWidget* parent) : QLabel(parent)
-{
-}
+ColorLabel::ColorLabel(QWidget* parent) : QLabel(parent) {}
 
 void ColorLabel::SetColor(const QColor& newColor)
 {

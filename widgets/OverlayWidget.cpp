@@ -2,9 +2,7 @@
 
 #include <QtGui/QPainter>
 
-OverlayWidget::OverlayWidget(QWidget* parent) : QWidget(parent)
-{
-}
+OverlayWidget::OverlayWidget(QWidget* parent) : QWidget(parent) {}
 
 void OverlayWidget::paintEvent(QPaintEvent* event)
 {

@@ -396,8 +396,14 @@ void TestHostMel::syntaxErrorRunsNothing()
     QVERIFY(!Mel(QStringLiteral("{ print \"open block\";")));
     QVERIFY(!Mel(QStringLiteral("global proc broken( {")));
     QVERIFY(!Mel(QString(500, QLatin1Char('(')) + QStringLiteral("1") + QString(500, QLatin1Char(')'))));
+    QString chain = QStringLiteral("1");
+    for (int i = 0; i < 5000; ++i)
+        chain += QStringLiteral(" + 1");
+    QVERIFY(!Mel(QStringLiteral("print \"first\"; print (%1);").arg(chain)));
     QVERIFY(recorder.Printed().isEmpty());
-    QCOMPARE(recorder.Errors().size(), 5);
+    QCOMPARE(recorder.Errors().size(), 6);
+    // A long chain within bounds works.
+    QCOMPARE(MelInt(chain.left(4 * 500 + 1)), 501);
     QVERIFY(recorder.Errors().at(0).startsWith(QLatin1String("line 2: ")));
 }
 

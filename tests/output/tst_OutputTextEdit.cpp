@@ -9,12 +9,12 @@
 #include <QtCore/QTemporaryDir>
 #include <QtGui/QTextBlock>
 #include <QtGui/QTextDocument>
+#include <QtTest/QSignalSpy>
+#include <QtTest/QtTest>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QScrollBar>
 #include <QtWidgets/QVBoxLayout>
-#include <QtTest/QSignalSpy>
-#include <QtTest/QtTest>
 
 #include <memory>
 
@@ -75,7 +75,8 @@ private:
         return edit->QPlainTextEdit::extraSelections();
     }
 
-    static QList<QTextEdit::ExtraSelection> SelectionsWithForeground(const OutputTextEdit* edit, const QColor& color)
+    static QList<QTextEdit::ExtraSelection> SelectionsWithForeground(const OutputTextEdit* edit,
+                                                                     const QColor& color)
     {
         QList<QTextEdit::ExtraSelection> found;
         for (const QTextEdit::ExtraSelection& selection : Shown(edit))
@@ -229,7 +230,8 @@ private slots:
             for (const QString& chunk : std::as_const(chunks))
                 edit->AppendText(chunk);
             QCoreApplication::processEvents();
-            QCOMPARE(edit->toPlainText(), CappedReference(QStringList{QStringLiteral("before\n")} + chunks, cap));
+            QCOMPARE(edit->toPlainText(),
+                     CappedReference(QStringList{QStringLiteral("before\n")} + chunks, cap));
         }
     }
 
@@ -287,7 +289,8 @@ private slots:
         const QString path = QStringLiteral("/nonexistent-folder-bq2/out.log");
         QVERIFY(!edit->BeginWriteToFile(path));
         QVERIFY(!edit->IsWriteToFileActive());
-        QVERIFY(fixture->HasMessageContaining(QStringLiteral("Failed to open log file for write: %1").arg(path)));
+        QVERIFY(
+            fixture->HasMessageContaining(QStringLiteral("Failed to open log file for write: %1").arg(path)));
         edit->AppendText(QStringLiteral("still shown"));
         QCOMPARE(edit->GetText(), QStringLiteral("still shown"));
     }
@@ -298,7 +301,8 @@ private slots:
         QVERIFY(edit);
         const QColor red(0xf4, 0x28, 0x28);
         const QColor yellow(0xdf, 0xe5, 0x27);
-        edit->AppendText(QStringLiteral("# Error: boom #\nplain\n// Warning: careful //\nx # Error: not at start\n"));
+        edit->AppendText(
+            QStringLiteral("# Error: boom #\nplain\n// Warning: careful //\nx # Error: not at start\n"));
         const QList<QTextEdit::ExtraSelection> errors = SelectionsWithForeground(edit.get(), red);
         QCOMPARE(errors.size(), 1);
         // The factory rules colour whole lines that start with the marker.
@@ -378,7 +382,8 @@ private slots:
     {
         auto edit = MakeEdit();
         QVERIFY(edit);
-        const QColor matching = ColorSettings::GetOutputFormat(ColorSettings::MATCHING_SELECTION).background().color();
+        const QColor matching =
+            ColorSettings::GetOutputFormat(ColorSettings::MATCHING_SELECTION).background().color();
         const auto matches = [&]()
         {
             QList<int> starts;
@@ -444,7 +449,8 @@ private slots:
 
         Settings::outputDoubleClickIncludesDollarSign = false;
         QTest::mouseDClick(edit->viewport(), Qt::LeftButton, {}, PointOfCharacter(edit.get(), clickAt));
-        QVERIFY(!edit->GetSelectedText().startsWith(QLatin1Char('$')) || text.at(clickAt) == QLatin1Char('$'));
+        QVERIFY(!edit->GetSelectedText().startsWith(QLatin1Char('$')) ||
+                text.at(clickAt) == QLatin1Char('$'));
     }
 
     void zoomStaysWithinLimits()
@@ -526,7 +532,8 @@ private slots:
         QCOMPARE(selectionStart(), 11);
 
         edit->OnSearchChanged(
-            QRegularExpression(QStringLiteral("alpha"), QRegularExpression::CaseInsensitiveOption), false, false);
+            QRegularExpression(QStringLiteral("alpha"), QRegularExpression::CaseInsensitiveOption), false,
+            false);
         QVERIFY(edit->FindNext());
         QCOMPARE(selectionStart(), 28);
         QVERIFY(edit->FindNext());
@@ -550,7 +557,8 @@ private slots:
     {
         auto edit = MakeEdit();
         QVERIFY(edit);
-        const QColor found = ColorSettings::GetOutputFormat(ColorSettings::FIND_REPLACE_MATCHING).background().color();
+        const QColor found =
+            ColorSettings::GetOutputFormat(ColorSettings::FIND_REPLACE_MATCHING).background().color();
         const auto foundCount = [&]()
         {
             int count = 0;
@@ -594,22 +602,24 @@ private slots:
         edit->AppendText(QStringLiteral("some output\n"));
         QStringList texts;
         QList<QKeySequence> keys;
-        QTimer::singleShot(0, this, [&]()
-        {
-            auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-            if (!menu)
-                return;
-            for (QAction* action : menu->actions())
-            {
-                texts << (action->isSeparator() ? QStringLiteral("-") : action->text());
-                keys << action->shortcut();
-            }
-            menu->actions().last()->trigger();
-            menu->close();
-        });
+        QTimer::singleShot(0, this,
+                           [&]()
+                           {
+                               auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+                               if (!menu)
+                                   return;
+                               for (QAction* action : menu->actions())
+                               {
+                                   texts << (action->isSeparator() ? QStringLiteral("-") : action->text());
+                                   keys << action->shortcut();
+                               }
+                               menu->actions().last()->trigger();
+                               menu->close();
+                           });
         edit->ShowContextMenu(QPoint(10, 10));
-        QCOMPARE(texts, (QStringList{QStringLiteral("Copy"), QStringLiteral("-"), QStringLiteral("Select All"),
-                                     QStringLiteral("-"), QStringLiteral("Clear Output")}));
+        QCOMPARE(texts,
+                 (QStringList{QStringLiteral("Copy"), QStringLiteral("-"), QStringLiteral("Select All"),
+                              QStringLiteral("-"), QStringLiteral("Clear Output")}));
         QCOMPARE(keys.at(0), keyBindings.GetShortcut(KeySequenceType::Copy));
         QCOMPARE(keys.at(4), keyBindings.GetShortcut(KeySequenceType::ClearOutput));
         QVERIFY(edit->GetText().isEmpty());

@@ -66,7 +66,8 @@ private slots:
         QCOMPARE(button.alignment(), Qt::AlignCenter);
         const QColor background = button.palette().window().color();
         QCOMPARE(button.GetColor(), background);
-        QVERIFY(button.styleSheet().contains(QStringLiteral("background-color : %1;").arg(background.name())));
+        QVERIFY(
+            button.styleSheet().contains(QStringLiteral("background-color : %1;").arg(background.name())));
 
         button.SetImage(QImage(QStringLiteral(":/bq2_icons/no_such_icon.png")), 4);
         QVERIFY(button.pixmap().isNull());

@@ -1,0 +1,114 @@
+#include <QtCore/QDir>
+#include <QtCore/QTemporaryDir>
+#include <QtGui/QImage>
+#include <QtGui/QPixmap>
+#include <QtTest/QtTest>
+
+// The widgets open their icons by name from the resources; a missing, misnamed or broken file
+// would only show as an empty button, so every name is checked here.
+class TestIcons : public QObject
+{
+    Q_OBJECT
+
+private:
+    static QStringList IconNames()
+    {
+        return QStringLiteral(
+                   "clear_field close close_all close_white collapse delete_highlight error execute "
+                   "execute_all execute_line explorer_view folder_closed folder_opened "
+                   "list_code_editors match_case match_word mel mel_global_proc mel_global_var "
+                   "mel_icon mel_proc modified new_file new_folder next python python_class "
+                   "python_class_method python_class_variable python_icon python_import python_main "
+                   "python_method python_static_method python_variable quick_help_view refresh "
+                   "regular_expression replace replace_all save_all save_script_to_shelf "
+                   "scroll_left scroll_right search_filters search_view settings sort-by-alphabet "
+                   "text text_icon view_collapsed view_expanded warning write_to_file")
+            .split(QLatin1Char(' '));
+    }
+
+    static QString IconPath(const QString& name) { return QStringLiteral(":/bq2_icons/%1.png").arg(name); }
+
+    // The tab's close cross and modified mark are drawn at 8 pixels; no other icon below 10.
+    static int SmallestDrawnSize(const QString& name)
+    {
+        const bool tabMark = name == QLatin1String("close_white") || name == QLatin1String("modified");
+        return tabMark ? 8 : 10;
+    }
+
+    static int MaxAlpha(const QImage& image)
+    {
+        int result = 0;
+        for (int y = 0; y < image.height(); ++y)
+        {
+            for (int x = 0; x < image.width(); ++x)
+                result = qMax(result, image.pixelColor(x, y).alpha());
+        }
+        return result;
+    }
+
+    static bool HasClearPixel(const QImage& image)
+    {
+        for (int y = 0; y < image.height(); ++y)
+        {
+            for (int x = 0; x < image.width(); ++x)
+            {
+                if (image.pixelColor(x, y).alpha() == 0)
+                    return true;
+            }
+        }
+        return false;
+    }
+
+    QTemporaryDir appDir;
+
+private slots:
+    void initTestCase()
+    {
+        qputenv("MAYA_APP_DIR", QFile::encodeName(appDir.path()));
+        QCOMPARE(IconNames().size(), 54);
+        QCOMPARE(IconNames().removeDuplicates(), 0);
+    }
+
+    void iconLoads_data()
+    {
+        QTest::addColumn<QString>("name");
+        for (const QString& name : IconNames())
+            QTest::newRow(qPrintable(name)) << name;
+    }
+
+    // Square, one canvas size for all so that they scale alike, drawn on a transparent ground, and
+    // still solid somewhere when scaled down to the smallest size the widgets draw it at.
+    void iconLoads()
+    {
+        QFETCH(QString, name);
+        const QPixmap pixmap(IconPath(name));
+        QVERIFY2(!pixmap.isNull(), qPrintable(IconPath(name)));
+        QCOMPARE(pixmap.width(), pixmap.height());
+        QCOMPARE(pixmap.size(), QSize(32, 32));
+
+        const QImage image = pixmap.toImage().convertToFormat(QImage::Format_ARGB32);
+        QVERIFY(image.hasAlphaChannel());
+        QVERIFY2(MaxAlpha(image) == 255, "no opaque pixel");
+        QVERIFY2(HasClearPixel(image), "no transparent ground");
+
+        const int size = SmallestDrawnSize(name);
+        const QImage small = image.scaled(size, size, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+        QVERIFY2(MaxAlpha(small) >= 192, "fades away when drawn small");
+    }
+
+    // A file the code does not know by name is dead weight or a misspelt icon.
+    void noUnknownIcons()
+    {
+        const QStringList known = IconNames();
+        const QStringList files = QDir(QStringLiteral(":/bq2_icons")).entryList(QDir::Files);
+        QCOMPARE(files.size(), known.size());
+        for (const QString& file : files)
+        {
+            QVERIFY2(file.endsWith(QLatin1String(".png")), qPrintable(file));
+            QVERIFY2(known.contains(file.chopped(4)), qPrintable(file));
+        }
+    }
+};
+
+QTEST_MAIN(TestIcons)
+#include "tst_Icons.moc"
