@@ -35,8 +35,14 @@ CodeEditorGroup::CodeEditorGroup(int groupId, KeyBindings* bindings, QWidget* pa
     // The Pylint worker thread starts here once the worker is part of the build.
 }
 
-// The Pylint worker thread is stopped here, with a bounded wait, once it exists.
-CodeEditorGroup::~CodeEditorGroup() = default;
+CodeEditorGroup::~CodeEditorGroup()
+{
+    // The editors go with the widget tree after this body has run: what they emit while they
+    // are torn down must not reach a group that is half gone.
+    for (CodeEditor* codeEditor : GetCodeEditors())
+        DisconnectCodeEditor(codeEditor);
+    // The Pylint worker thread is stopped here, with a bounded wait, once it exists.
+}
 
 void CodeEditorGroup::CreateWidgets()
 {
@@ -48,10 +54,10 @@ void CodeEditorGroup::CreateWidgets()
     codeEditorStack = new QStackedWidget(this);
     codeEditorStack->setObjectName(QStringLiteral("codeEditorStack"));
 
-    scrollLeftBtn = CreateButton(QStringLiteral("scrollLeftBtn"), QStringLiteral(":/bq2_icons/scroll_left.png"), 6,
-                                 QString());
-    scrollRightBtn = CreateButton(QStringLiteral("scrollRightBtn"), QStringLiteral(":/bq2_icons/scroll_right.png"),
-                                  6, QString());
+    scrollLeftBtn = CreateButton(QStringLiteral("scrollLeftBtn"),
+                                 QStringLiteral(":/bq2_icons/scroll_left.png"), 6, QString());
+    scrollRightBtn = CreateButton(QStringLiteral("scrollRightBtn"),
+                                  QStringLiteral(":/bq2_icons/scroll_right.png"), 6, QString());
     CreateMiniToolbar();
     listCodeEditorsBtn = CreateButton(QStringLiteral("listCodeEditorsBtn"),
                                       QStringLiteral(":/bq2_icons/list_code_editors.png"), 8, QString());
@@ -64,12 +70,12 @@ void CodeEditorGroup::CreateMiniToolbar()
     miniToolbarSeparator = new FlatButton(this);
     miniToolbarSeparator->setObjectName(QStringLiteral("miniToolbarSeparator"));
     miniToolbarSeparator->SetSize(14, 18);
-    executeAllBtn = CreateButton(QStringLiteral("executeAllBtn"), QStringLiteral(":/bq2_icons/execute_all.png"), 4,
-                                 EXECUTE_ALL_LABEL);
-    executeBtn =
-        CreateButton(QStringLiteral("executeBtn"), QStringLiteral(":/bq2_icons/execute.png"), 8, EXECUTE_LABEL);
-    executeLineBtn = CreateButton(QStringLiteral("executeLineBtn"), QStringLiteral(":/bq2_icons/execute_line.png"),
-                                  6, EXECUTE_LINE_LABEL);
+    executeAllBtn = CreateButton(QStringLiteral("executeAllBtn"),
+                                 QStringLiteral(":/bq2_icons/execute_all.png"), 4, EXECUTE_ALL_LABEL);
+    executeBtn = CreateButton(QStringLiteral("executeBtn"), QStringLiteral(":/bq2_icons/execute.png"), 8,
+                              EXECUTE_LABEL);
+    executeLineBtn = CreateButton(QStringLiteral("executeLineBtn"),
+                                  QStringLiteral(":/bq2_icons/execute_line.png"), 6, EXECUTE_LINE_LABEL);
     // Hidden until the owner asks for it on the active group.
     for (FlatButton* button : {miniToolbarSeparator, executeAllBtn, executeBtn, executeLineBtn})
         button->hide();
@@ -115,7 +121,8 @@ void CodeEditorGroup::CreateConnections()
     connect(tabBar, SIGNAL(CloseTabRequested(int)), this, SLOT(OnCloseTabRequested(int)));
     connect(tabBar, SIGNAL(CloseOtherTabsRequested(int)), this, SLOT(OnCloseOtherTabsRequested(int)));
     connect(tabBar, SIGNAL(CloseTabsToRightRequested(int)), this, SLOT(OnCloseTabsToRightRequested(int)));
-    connect(tabBar, SIGNAL(MoveTabRequested(int, int, int, int)), this, SLOT(OnMoveTabRequested(int, int, int, int)));
+    connect(tabBar, SIGNAL(MoveTabRequested(int, int, int, int)), this,
+            SLOT(OnMoveTabRequested(int, int, int, int)));
     connect(tabBar, SIGNAL(OpenFileRequested(int, const QString&)), this,
             SLOT(OnOpenFileRequested(int, const QString&)));
     connect(tabBar, SIGNAL(Activated()), this, SLOT(FocusCurrentCodeEditor()));
@@ -140,26 +147,26 @@ void CodeEditorGroup::CreateConnections()
 
 void CodeEditorGroup::UpdateTextOptions()
 {
-    for (int i = 0; i < GetCount(); ++i)
-        GetCodeEditor(i)->UpdateTextOptions();
+    for (CodeEditor* codeEditor : GetCodeEditors())
+        codeEditor->UpdateTextOptions();
 }
 
 void CodeEditorGroup::UpdateFont()
 {
-    for (int i = 0; i < GetCount(); ++i)
-        GetCodeEditor(i)->UpdateFont();
+    for (CodeEditor* codeEditor : GetCodeEditors())
+        codeEditor->UpdateFont();
 }
 
 void CodeEditorGroup::UpdateOverwriteMode()
 {
-    for (int i = 0; i < GetCount(); ++i)
-        GetCodeEditor(i)->UpdateOverwriteMode();
+    for (CodeEditor* codeEditor : GetCodeEditors())
+        codeEditor->UpdateOverwriteMode();
 }
 
 void CodeEditorGroup::UpdateFontsAndColors()
 {
-    for (int i = 0; i < GetCount(); ++i)
-        GetCodeEditor(i)->UpdateFontsAndColors();
+    for (CodeEditor* codeEditor : GetCodeEditors())
+        codeEditor->UpdateFontsAndColors();
     // The current tab merges into the editor below it.
     const QBrush background = ColorSettings::GetCodeEditorFormat(ColorSettings::PLAIN_TEXT).background();
     tabBar->SetActiveTabBackgroundColor(background.style() == Qt::NoBrush ? QColor() : background.color());
@@ -172,7 +179,8 @@ void CodeEditorGroup::UpdateKeyBindings()
     {
         if (!keyBindings)
             return name;
-        return QStringLiteral("%1 (%2)").arg(name, keyBindings->GetShortcut(type).toString(QKeySequence::NativeText));
+        return QStringLiteral("%1 (%2)").arg(
+            name, keyBindings->GetShortcut(type).toString(QKeySequence::NativeText));
     };
     executeBtn->setToolTip(toolTip(EXECUTE_LABEL, KeySequenceType::Execute));
     executeAllBtn->setToolTip(toolTip(EXECUTE_ALL_LABEL, KeySequenceType::ExecuteAll));
@@ -185,8 +193,8 @@ void CodeEditorGroup::UpdatePreferences()
     tabBar->SetTabsClosable(Settings::showCloseButtonOnTabs);
     tabBar->SetTabsMoveable(!Settings::lockTabPositions);
     tabBar->SetIconsVisible(true);
-    for (QWidget* widget : {static_cast<QWidget*>(tabBar), static_cast<QWidget*>(scrollLeftBtn),
-                            static_cast<QWidget*>(scrollRightBtn), static_cast<QWidget*>(listCodeEditorsBtn)})
+    const QList<QWidget*> barWidgets{tabBar, scrollLeftBtn, scrollRightBtn, listCodeEditorsBtn};
+    for (QWidget* widget : barWidgets)
         widget->setVisible(Settings::showTabBar);
     SetMiniToolbarVisible(miniToolbarVisible);
 }

@@ -46,6 +46,8 @@ public:
     void UpdateFilePath(const QString& oldPath, const QString& newPath, CodeEditorLanguage language);
     int GetCodeEditorIndex(const QString& path) const;
     CodeEditor* GetCodeEditor(int index) const;
+    // Every editor, in tab order.
+    QList<CodeEditor*> GetCodeEditors() const;
     CodeEditor* GetCurrent() const;
     bool CodeEditorExists(int index) const;
     int GetCount() const;

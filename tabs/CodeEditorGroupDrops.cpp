@@ -45,7 +45,8 @@ void CodeEditorGroup::UpdateDropZone(const QPoint& pos, const QMimeData* mimeDat
         }
         if (p >= static_cast<int>(length * 0.85))
         {
-            SetDropZone(TabDropZoneAfter, vertical ? zone.adjusted(0, half, 0, 0) : zone.adjusted(half, 0, 0, 0));
+            SetDropZone(TabDropZoneAfter,
+                        vertical ? zone.adjusted(0, half, 0, 0) : zone.adjusted(half, 0, 0, 0));
             return;
         }
     }
@@ -97,8 +98,8 @@ void CodeEditorGroup::dropEvent(QDropEvent* event)
         // Two unsigned bytes: the source bar's id and the tab's index.
         const QByteArray payload = mimeData->data(MOVE_CODE_EDITOR_MIME_TYPE);
         if (payload.size() == 2)
-            emit MoveTabToZoneRequested(static_cast<uchar>(payload.at(0)), static_cast<uchar>(payload.at(1)), id,
-                                        zone);
+            emit MoveTabToZoneRequested(static_cast<uchar>(payload.at(0)), static_cast<uchar>(payload.at(1)),
+                                        id, zone);
         event->acceptProposedAction();
         return;
     }

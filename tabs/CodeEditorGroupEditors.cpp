@@ -43,7 +43,7 @@ int CodeEditorGroup::InsertCodeEditor(int index, const CodeEditorProperties& pro
 {
     if (!CountsMatch("Failed to insert code editor. Tab and code editor count mismatch."))
         return -1;
-    auto* codeEditor = new CodeEditor(properties, keyBindings);
+    auto* codeEditor = new CodeEditor(properties, keyBindings, codeEditorStack);
     codeEditor->setPlainText(text);
     return InsertCodeEditor(index, codeEditor);
 }
@@ -92,13 +92,15 @@ void CodeEditorGroup::MoveCodeEditor(CodeEditorGroup* source, int from, int to)
         InsertCodeEditor(to, codeEditor);
 }
 
-void CodeEditorGroup::UpdateFilePath(const QString& oldPath, const QString& newPath, CodeEditorLanguage language)
+void CodeEditorGroup::UpdateFilePath(const QString& oldPath, const QString& newPath,
+                                     CodeEditorLanguage language)
 {
     for (int i = 0; i < GetCount(); ++i)
     {
-        CodeEditorProperties properties = GetCodeEditor(i)->GetProperties();
-        if (properties.filePath != oldPath)
+        const CodeEditor* codeEditor = GetCodeEditor(i);
+        if (!codeEditor || codeEditor->GetFilePath() != oldPath)
             continue;
+        CodeEditorProperties properties = codeEditor->GetProperties();
         properties.filePath = newPath;
         properties.label = QFileInfo(newPath).fileName();
         properties.language = language;
@@ -149,7 +151,8 @@ int CodeEditorGroup::GetCodeEditorIndex(const QString& path) const
 {
     for (int i = 0; i < GetCount(); ++i)
     {
-        if (GetCodeEditor(i)->GetFilePath() == path)
+        const CodeEditor* codeEditor = GetCodeEditor(i);
+        if (codeEditor && codeEditor->GetFilePath() == path)
             return i;
     }
     return -1;
@@ -158,6 +161,17 @@ int CodeEditorGroup::GetCodeEditorIndex(const QString& path) const
 CodeEditor* CodeEditorGroup::GetCodeEditor(int index) const
 {
     return qobject_cast<CodeEditor*>(codeEditorStack->widget(index));
+}
+
+QList<CodeEditor*> CodeEditorGroup::GetCodeEditors() const
+{
+    QList<CodeEditor*> codeEditors;
+    for (int i = 0; i < codeEditorStack->count(); ++i)
+    {
+        if (CodeEditor* codeEditor = GetCodeEditor(i))
+            codeEditors.append(codeEditor);
+    }
+    return codeEditors;
 }
 
 CodeEditor* CodeEditorGroup::GetCurrent() const
@@ -349,8 +363,8 @@ void CodeEditorGroup::SetTabType(int index, CodeEditorType type)
 QList<CodeEditorProperties> CodeEditorGroup::GetAllProperties() const
 {
     QList<CodeEditorProperties> all;
-    for (int i = 0; i < GetCount(); ++i)
-        all.append(GetCodeEditor(i)->GetProperties());
+    for (const CodeEditor* codeEditor : GetCodeEditors())
+        all.append(codeEditor->GetProperties());
     return all;
 }
 
@@ -380,9 +394,8 @@ QList<CodeEditorProperties> CodeEditorGroup::GetLastUsedEditors()
         result.prepend(GetCodeEditor(index)->GetProperties());
     }
     lastUsedEditors = stillOpen;
-    for (int i = 0; i < GetCount(); ++i)
+    for (const CodeEditor* codeEditor : GetCodeEditors())
     {
-        const CodeEditor* codeEditor = GetCodeEditor(i);
         if (!met.contains(codeEditor->GetFilePath()))
             result.append(codeEditor->GetProperties());
     }

@@ -98,7 +98,8 @@ void CodeEditorGroup::OnTextChanged(const QString& path, const QString& text)
     // A visible find bar refreshes its results for the current editor here first.
     UpdateParser(GetCurrent());
     // Only a live search in files wants every change; while it is closed this costs nothing.
-    if (Settings::sideBarVisible && Settings::searchViewActive && !Settings::globalSearchRegEx.pattern().isEmpty())
+    if (Settings::sideBarVisible && Settings::searchViewActive &&
+        !Settings::globalSearchRegEx.pattern().isEmpty())
         emit TextChanged(path, text);
 }
 

@@ -266,7 +266,8 @@ void CustomTabBar::UpdateAbsoluteTabRects(bool repaint)
     {
         tab.absoluteRect = tab.relativeRect.translated(x, 0);
         x += tab.relativeRect.width();
-        tab.iconRect = QRect(tab.absoluteRect.topLeft() + QPoint(iconOffsetX, iconOffsetY), QSize(iconSize, iconSize));
+        tab.iconRect =
+            QRect(tab.absoluteRect.topLeft() + QPoint(iconOffsetX, iconOffsetY), QSize(iconSize, iconSize));
         tab.closeRect = QRect(tab.absoluteRect.right() + closeOffsetX, tab.absoluteRect.top() + closeOffsetY,
                               closeSize, closeSize);
     }

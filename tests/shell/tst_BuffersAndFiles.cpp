@@ -1,0 +1,353 @@
+#include "HostApplication.h"
+#include "HostFixture.h"
+#include "editor/CodeEditor.h"
+#include "plugin/MayaUtil.h"
+#include "settings/Settings.h"
+#include "shell/BrindletEditor.h"
+#include "tabs/CodeEditorGroup.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QProcess>
+#include <QtCore/QTimer>
+#include <QtWidgets/QAbstractButton>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QFileDialog>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QMessageBox>
+#include <QtWidgets/QSplitter>
+#include <QtTest/QtTest>
+
+#include <functional>
+
+namespace
+{
+bool WriteFile(const QString& path, const QByteArray& bytes)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly | QIODevice::Truncate) && file.write(bytes) == bytes.size();
+}
+
+QByteArray ReadFile(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+// Answers the next modal dialog with the given button, and records that one was shown.
+struct DialogAnswer : QObject
+{
+    QMessageBox::StandardButton button;
+    QStringList texts;
+    explicit DialogAnswer(QMessageBox::StandardButton answer) : button(answer)
+    {
+        timer.setInterval(20);
+        connect(&timer, &QTimer::timeout, this, [this] {
+            if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget()))
+            {
+                texts.append(box->text());
+                box->button(button)->click();
+            }
+        });
+        timer.start();
+    }
+    QTimer timer;
+};
+
+// A folder that nobody, root included, can write into; false where the platform can't do it.
+bool MakeReadOnly(const QString& path, bool readOnly)
+{
+    QFile::setPermissions(path, readOnly ? QFileDevice::ReadOwner | QFileDevice::ExeOwner
+                                         : QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+    if (!readOnly)
+        return QProcess::execute(QStringLiteral("chattr"), {QStringLiteral("-i"), path}) >= 0;
+    QFile probe(path + QStringLiteral("/.probe"));
+    if (!probe.open(QIODevice::WriteOnly))
+        return true;
+    probe.remove();
+    QProcess::execute(QStringLiteral("chattr"), {QStringLiteral("+i"), path});
+    QFile second(path + QStringLiteral("/.probe"));
+    if (!second.open(QIODevice::WriteOnly))
+        return true;
+    second.remove();
+    return false;
+}
+} // namespace
+
+// Buffers as real files in the user's prefs folder, files on disk, and the tabs across restarts.
+class TestBuffersAndFiles : public QObject
+{
+    Q_OBJECT
+
+private:
+    BrindletEditor* Open()
+    {
+        editor = fixture->OpenEditor();
+        if (editor)
+        {
+            editor->window()->resize(1000, 700);
+            if (!QTest::qWaitForWindowExposed(editor->window()))
+                return nullptr;
+        }
+        return editor;
+    }
+
+    CodeEditorGroup* Active() const { return editor->GetActiveCodeEditorGroup(); }
+
+    static void Type(CodeEditor* codeEditor, const QString& text)
+    {
+        QTextCursor cursor = codeEditor->textCursor();
+        cursor.movePosition(QTextCursor::End);
+        cursor.insertText(text);
+    }
+
+    QString NewFile(const QString& name, const QByteArray& bytes)
+    {
+        const QString path = QDir(files.path()).filePath(name);
+        WriteFile(path, bytes);
+        return path;
+    }
+
+private slots:
+    void init()
+    {
+        fixture = std::make_unique<HostFixture>();
+        QVERIFY(fixture->LoadPlugin() == MStatus::kSuccess);
+        QVERIFY(Open());
+    }
+
+    void cleanup()
+    {
+        editor = nullptr;
+        fixture.reset();
+    }
+
+    void firstStartMakesTwoBufferFiles()
+    {
+        QCOMPARE(editor->GetCodeEditorCount(), 2);
+        const QDir buffers(Settings::GetInternalBufferDirectoryPath());
+        const QStringList names = buffers.entryList(QDir::Files);
+        QCOMPARE(names.size(), 2);
+        QVERIFY(names.filter(QRegularExpression(QStringLiteral("^melBuffer_.{6}\\.mel$"))).size() == 1);
+        QVERIFY(names.filter(QRegularExpression(QStringLiteral("^pythonBuffer_.{6}\\.py$"))).size() == 1);
+        QCOMPARE(Active()->GetType(0), CodeEditorType::INTERNAL_BUFFER);
+        QCOMPARE(Active()->GetLabel(1), QStringLiteral("Python"));
+    }
+
+    void tabsComeBackAfterARestart()
+    {
+        const QString path = NewFile(QStringLiteral("tool.py"), QByteArray(4000, 'x').replace('x', "line\n"));
+        QVERIFY(editor->OpenFile(path));
+        CodeEditor* file = Active()->GetCurrent();
+        QVERIFY(file);
+        file->SetCursorPosition(120);
+        Type(Active()->GetCodeEditor(1), QStringLiteral("print('kept')"));
+        editor->SetActiveCodeEditor(0, 1);
+        Active()->SetCursorPosition(1, 5, false);
+        fixture->Restart();
+        QVERIFY(Open());
+        QCOMPARE(editor->GetCodeEditorCount(), 3);
+        QCOMPARE(Active()->GetCurrentIndex(), 1);
+        QCOMPARE(Active()->GetText(1), QStringLiteral("print('kept')"));
+        QCOMPARE(Active()->GetCursorPosition(1), 5);
+        const int index = Active()->GetCodeEditorIndex(QFileInfo(path).absoluteFilePath());
+        QVERIFY(index >= 0);
+        QCOMPARE(Active()->GetCursorPosition(index), 120);
+        QCOMPARE(Active()->GetType(index), CodeEditorType::FILE);
+    }
+
+    void damagedTabRecordsAreSkippedOrRepaired()
+    {
+        const QString a = NewFile(QStringLiteral("a.mel"), "print 1;");
+        const QString b = NewFile(QStringLiteral("b.py"), "print(2)");
+        QVERIFY(fixture->UnloadPlugin() == MStatus::kSuccess);
+        {
+            QSettings ini(Settings::GetUserConfigPath(), QSettings::IniFormat);
+            ini.setValue(QStringLiteral("tabs/tabDetails"),
+                         QStringList{QStringLiteral("0;1;%1;1;0").arg(a), QStringLiteral("7;1;%1;1;0;0").arg(b),
+                                     QStringLiteral("0;5;%1;1;0;0").arg(a),
+                                     QStringLiteral("x;1;/gone/file.py;1;0;0")});
+        }
+        fixture->Restart();
+        QVERIFY(Open());
+        // The five-field entry and the bad type are skipped, group 7 means group 0, the
+        // missing file has no tab.
+        QCOMPARE(editor->GetCodeEditorCount(), 1);
+        QCOMPARE(editor->GetCodeEditorGroupByIndex(0)->GetFilePath(0), b);
+        QVERIFY(fixture->HasMessageContaining(QStringLiteral("Failed to open file: /gone/file.py")));
+    }
+
+    void aFileIsOpenOnlyOnce()
+    {
+        const QString path = NewFile(QStringLiteral("once.mel"), "// once");
+        QVERIFY(editor->OpenFile(path));
+        editor->OnMoveTabToZoneRequested(Active()->GetId(), Active()->GetCurrentIndex(), Active()->GetId(),
+                                         TabDropZoneAfter);
+        QVERIFY(editor->GetCodeEditorGroupByPath(path) != editor->GetCodeEditorGroupByIndex(0));
+        editor->SetActiveCodeEditor(0, 0);
+        const int count = editor->GetCodeEditorCount();
+        QVERIFY(!editor->OpenFile(path));
+        QCOMPARE(editor->GetCodeEditorCount(), count);
+        QCOMPARE(editor->GetActiveCodeEditorGroup(), editor->GetCodeEditorGroupByPath(path));
+    }
+
+    void closedFilesEnterTheRecentListAndReopen()
+    {
+        const QString first = NewFile(QStringLiteral("first.py"), "1");
+        const QString second = NewFile(QStringLiteral("second.py"), "2");
+        editor->OpenFile(first);
+        editor->OpenFile(second);
+        QVERIFY(Settings::recentFiles.isEmpty());
+        editor->CloseFile();
+        QCOMPARE(Settings::recentFiles.first(), second);
+        QVERIFY(!editor->CodeEditorExists(second));
+        editor->ReopenClosedFile();
+        QVERIFY(editor->CodeEditorExists(second));
+        // A closed buffer is destroyed and does not enter the list.
+        const QString buffer = Active()->GetFilePath(0);
+        editor->SetActiveCodeEditor(0, 0);
+        DialogAnswer yes(QMessageBox::Yes);
+        Type(Active()->GetCodeEditor(0), QStringLiteral("print 3;"));
+        editor->CloseFile();
+        QCOMPARE(yes.texts.size(), 1);
+        QVERIFY(!QFile::exists(buffer));
+        QVERIFY(!Settings::recentFiles.contains(buffer));
+    }
+
+    void changesByOtherProgramsReloadOrAsk()
+    {
+        const QString path = NewFile(QStringLiteral("watched.py"), "old = 1\n");
+        editor->OpenFile(path);
+        CodeEditor* codeEditor = Active()->GetCurrent();
+        QProcess::execute(QStringLiteral("sh"), {QStringLiteral("-c"), QStringLiteral("echo 'new = 2' > '%1'").arg(path)});
+        QTRY_VERIFY(editor->GetCodeEditorGroupByPath(path));
+        QTest::qWait(300);
+        // Nothing happens until the user comes back to the editor.
+        QCOMPARE(codeEditor->GetText(), QStringLiteral("old = 1\n"));
+        editor->CheckForFileChanges();
+        QCOMPARE(codeEditor->GetText(), QStringLiteral("new = 2\n"));
+        QVERIFY(!codeEditor->IsModified());
+
+        // A modified editor asks first.
+        Type(codeEditor, QStringLiteral("# mine\n"));
+        WriteFile(path + QStringLiteral(".tmp"), "newer = 3\n");
+        QFile::remove(path);
+        QFile::rename(path + QStringLiteral(".tmp"), path);
+        QTest::qWait(300);
+        {
+            DialogAnswer no(QMessageBox::No);
+            editor->CheckForFileChanges();
+            QCOMPARE(no.texts.size(), 1);
+            QVERIFY(no.texts.first().contains(QStringLiteral("This file has been modified by another program.")));
+        }
+        QVERIFY(codeEditor->GetText().contains(QStringLiteral("# mine")));
+
+        // The editor's own save does not ask; the watch follows the replaced file.
+        editor->Save();
+        QCOMPARE(ReadFile(path), QByteArray("new = 2\n# mine\n"));
+        QTest::qWait(300);
+        DialogAnswer any(QMessageBox::No);
+        editor->CheckForFileChanges();
+        QVERIFY(any.texts.isEmpty());
+        QProcess::execute(QStringLiteral("sh"), {QStringLiteral("-c"), QStringLiteral("echo 'x = 4' > '%1'").arg(path)});
+        QTest::qWait(300);
+        editor->CheckForFileChanges();
+        QCOMPARE(codeEditor->GetText(), QStringLiteral("x = 4\n"));
+    }
+
+    void aDeletedFileLeavesItsEditorModified()
+    {
+        const QString path = NewFile(QStringLiteral("doomed.mel"), "print 1;");
+        editor->OpenFile(path);
+        CodeEditor* codeEditor = Active()->GetCurrent();
+        QVERIFY(!codeEditor->IsModified());
+        QFile::remove(path);
+        QTRY_VERIFY(codeEditor->IsModified());
+    }
+
+    void aFailedSaveKeepsTheOldFileAndTheEdits()
+    {
+        QDir(files.path()).mkdir(QStringLiteral("locked"));
+        const QString folder = QDir(files.path()).filePath(QStringLiteral("locked"));
+        const QString path = folder + QStringLiteral("/keep.mel");
+        WriteFile(path, "print \"old\";");
+        editor->OpenFile(path);
+        CodeEditor* codeEditor = Active()->GetCurrent();
+        Type(codeEditor, QStringLiteral("\nprint \"new\";"));
+        if (!MakeReadOnly(folder, true))
+            QSKIP("No way to make a folder read-only here");
+        fixture->ClearMessages();
+        editor->Save();
+        MakeReadOnly(folder, false);
+        QVERIFY(fixture->HasMessageContaining(QStringLiteral("Failed to open file for save: %1").arg(path)));
+        QVERIFY(codeEditor->IsModified());
+        QCOMPARE(ReadFile(path), QByteArray("print \"old\";"));
+        QCOMPARE(QDir(folder).entryList(QDir::Files | QDir::Hidden).size(), 1);
+        editor->Save();
+        QVERIFY(!codeEditor->IsModified());
+        QCOMPARE(ReadFile(path), QByteArray("print \"old\";\nprint \"new\";"));
+    }
+
+    void tabsDraggedToAnEdgeOpenTheNextGroup()
+    {
+        QCOMPARE(editor->GetCodeEditorGroupByIndex(1)->isVisible(), false);
+        CodeEditorGroup* first = Active();
+        editor->OnMoveTabToZoneRequested(first->GetId(), 1, first->GetId(), TabDropZoneAfter);
+        CodeEditorGroup* second = editor->GetCodeEditorGroupByIndex(1);
+        QVERIFY(second->isVisible());
+        QCOMPARE(second->GetCount(), 1);
+        QCOMPARE(second->GetLabel(0), QStringLiteral("Python"));
+        QCOMPARE(editor->GetActiveCodeEditorGroup(), second);
+        QVERIFY(first->IsTabDropOtherGroupsEnabled());
+
+        // Moving the only tab out hides the group again.
+        editor->OnMoveTabRequested(second->GetId(), 0, first->GetId(), 1);
+        QVERIFY(!second->isVisible());
+        QCOMPARE(first->GetCount(), 2);
+        QCOMPARE(editor->GetCodeEditorGroupByIndex(0), first);
+    }
+
+    void pythonSaveDialogAddsTheRightExtension_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("saved");
+        QTest::newRow("bare name") << "tool" << "tool.py";
+        QTest::newRow("upper case suffix kept") << "tool.PY" << "tool.PY";
+        QTest::newRow("stub file kept") << "tool.pyi" << "tool.pyi";
+        QTest::newRow("other suffix gains one") << "tool.txt" << "tool.txt.py";
+    }
+
+    void pythonSaveDialogAddsTheRightExtension()
+    {
+        QFETCH(QString, typed);
+        QFETCH(QString, saved);
+        CodeEditorGroup* group = Active();
+        group->SetCurrentIndex(1);
+        const QString bufferPath = group->GetFilePath(1);
+        Type(group->GetCodeEditor(1), QStringLiteral("print('saved')"));
+        const QString directory = files.path();
+        QTimer::singleShot(200, this, [&] {
+            auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+            if (!dialog)
+                return;
+            dialog->setDirectory(directory);
+            dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(typed);
+            QMetaObject::invokeMethod(dialog, "accept");
+        });
+        editor->SaveAs();
+        const QString target = QDir(directory).filePath(saved);
+        QVERIFY(QFile::exists(target));
+        QCOMPARE(group->GetFilePath(1), target);
+        QCOMPARE(group->GetType(1), CodeEditorType::FILE);
+        QCOMPARE(group->GetLabel(1), saved);
+        QVERIFY(!QFile::exists(bufferPath));
+    }
+
+private:
+    std::unique_ptr<HostFixture> fixture;
+    BrindletEditor* editor = nullptr;
+    QTemporaryDir files;
+};
+
+QTEST_MAIN(TestBuffersAndFiles)
+#include "tst_BuffersAndFiles.moc"

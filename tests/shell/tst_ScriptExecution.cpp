@@ -1,0 +1,222 @@
+#include "HostApplication.h"
+#include "HostFixture.h"
+#include "editor/CodeEditor.h"
+#include "output/OutputTextEdit.h"
+#include "output/PanelGroup.h"
+#include "plugin/MayaUtil.h"
+#include "settings/Settings.h"
+#include "shell/BrindletEditor.h"
+#include "tabs/CodeEditorGroup.h"
+
+#include <maya/MGlobal.h>
+
+#include <QtCore/QFile>
+#include <QtWidgets/QApplication>
+#include <QtTest/QtTest>
+
+// Running code from the editor as a user does: focus a buffer, type, execute, read the output.
+class TestScriptExecution : public QObject
+{
+    Q_OBJECT
+
+private:
+    BrindletEditor* editor = nullptr;
+
+    CodeEditor* Buffer(CodeEditorLanguage language) const
+    {
+        CodeEditorGroup* group = editor->GetActiveCodeEditorGroup();
+        for (int i = 0; group && i < group->GetCount(); ++i)
+        {
+            if (group->GetLanguage(i) == language)
+            {
+                group->SetCurrentIndex(i);
+                return group->GetCodeEditor(i);
+            }
+        }
+        return nullptr;
+    }
+
+    CodeEditor* FocusedBuffer(CodeEditorLanguage language, const QString& text) const
+    {
+        CodeEditor* codeEditor = Buffer(language);
+        if (!codeEditor)
+            return nullptr;
+        QApplication::setActiveWindow(codeEditor->window());
+        codeEditor->setFocus();
+        // Entered as an edit, as typing would: the buffer becomes modified.
+        codeEditor->selectAll();
+        codeEditor->textCursor().insertText(text);
+        return codeEditor;
+    }
+
+    QString Output() const { return editor->GetPanelGroup()->GetOutputTextEdit()->GetText(); }
+
+    void ClearOutput() const { editor->ClearHistory(); }
+
+private slots:
+    void init()
+    {
+        fixture = std::make_unique<HostFixture>();
+        QVERIFY(fixture->LoadPlugin() == MStatus::kSuccess);
+        editor = fixture->OpenEditor();
+        QVERIFY(editor);
+        editor->window()->resize(1000, 700);
+        QVERIFY(QTest::qWaitForWindowExposed(editor->window()));
+    }
+
+    void cleanup()
+    {
+        editor = nullptr;
+        fixture.reset();
+    }
+
+    void typedPythonRunsAndPrints()
+    {
+        CodeEditor* python = FocusedBuffer(CodeEditorLanguage::PYTHON, QString());
+        QVERIFY(python);
+        QTRY_COMPARE(QApplication::focusWidget(), static_cast<QWidget*>(python));
+        QTest::keyClicks(python, QStringLiteral("print(6*7"));
+        if (!python->GetText().endsWith(QLatin1Char(')')))
+            QTest::keyClicks(python, QStringLiteral(")"));
+        QCOMPARE(python->GetText(), QStringLiteral("print(6*7)"));
+        ClearOutput();
+        QTest::keyClick(python, Qt::Key_Return, Qt::ControlModifier);
+        QCOMPARE(Output(), QStringLiteral("print(6*7)\n42\n"));
+    }
+
+    void expressionsErrorsAndMelVariables()
+    {
+        CodeEditor* python = FocusedBuffer(CodeEditorLanguage::PYTHON, QStringLiteral("3 * 14"));
+        QVERIFY(python);
+        ClearOutput();
+        editor->Execute();
+        QVERIFY(Output().endsWith(QStringLiteral("# Result: 42 #\n")));
+
+        python->SetText(QStringLiteral("raise ValueError('no luck')"));
+        editor->Execute();
+        QVERIFY(Output().contains(QStringLiteral("# Error: ValueError: ")));
+        QVERIFY(Output().endsWith(QStringLiteral("no luck #\n")));
+
+        CodeEditor* mel = FocusedBuffer(CodeEditorLanguage::MEL, QStringLiteral("string $bq2Answer = \"yes\";"));
+        QVERIFY(mel);
+        editor->Execute();
+        mel->SetText(QStringLiteral("$bq2Answer"));
+        ClearOutput();
+        editor->Execute();
+        // The lone variable prints its value, without an echo.
+        QCOMPARE(Output(), QStringLiteral("yes\n"));
+    }
+
+    void typesChooseTheText()
+    {
+        CodeEditor* python = FocusedBuffer(CodeEditorLanguage::PYTHON, QStringLiteral("print('a')\nprint('b')"));
+        QVERIFY(python);
+        python->SetCursorSelection(0, 10);
+        ClearOutput();
+        editor->Execute(ExecuteType::Selection);
+        QCOMPARE(Output(), QStringLiteral("print('a')\na\n"));
+
+        ClearOutput();
+        editor->Execute(ExecuteType::All);
+        QCOMPARE(Output(), QStringLiteral("print('a')\nprint('b')\na\nb\n"));
+
+        python->SetCursorPosition(13);
+        ClearOutput();
+        editor->ExecuteLine();
+        QCOMPARE(Output(), QStringLiteral("print('b')\nb\n"));
+    }
+
+    void nothingRunsWithoutAFocusedEditor()
+    {
+        FocusedBuffer(CodeEditorLanguage::PYTHON, QStringLiteral("print('should not run')"));
+        OutputTextEdit* output = editor->GetPanelGroup()->GetOutputTextEdit();
+        output->setFocus();
+        QTRY_COMPARE(QApplication::focusWidget(), static_cast<QWidget*>(output));
+        ClearOutput();
+        editor->Execute();
+        QVERIFY(!Output().contains(QStringLiteral("should not run")));
+    }
+
+    void aBlankLineRunsAndSavesNothing()
+    {
+        Settings::saveAllOnExecute = true;
+        CodeEditor* python = FocusedBuffer(CodeEditorLanguage::PYTHON, QStringLiteral("print(1)\n    \nprint(2)"));
+        QVERIFY(python);
+        QVERIFY(python->IsModified());
+        python->SetCursorPosition(10);
+        ClearOutput();
+        editor->ExecuteLine();
+        QVERIFY(Output().isEmpty());
+        QVERIFY(python->IsModified());
+        QCOMPARE(QFile(python->GetFilePath()).size(), 0);
+
+        // A line that runs saves every buffer first.
+        python->SetCursorPosition(0);
+        editor->ExecuteLine();
+        QVERIFY(!python->IsModified());
+        QFile file(python->GetFilePath());
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.readAll(), QByteArray("print(1)\n    \nprint(2)"));
+    }
+
+    void revertOnExecuteDropsModulesImportedSinceTheSnapshot()
+    {
+        // The first show took the snapshot.
+        fixture->Host().ProcessIdleQueue();
+        MayaUtil::ExecutePython(QStringLiteral("import sys\nsys.modules.pop('fractions', None)"));
+        CodeEditor* python = FocusedBuffer(CodeEditorLanguage::PYTHON, QStringLiteral("import fractions"));
+        QVERIFY(python);
+        editor->Execute();
+        int loaded = 0;
+        QVERIFY(MayaUtil::ExecutePythonIntResult(QStringLiteral("int('fractions' in sys.modules)"), loaded));
+        QCOMPARE(loaded, 1);
+
+        // Also a MEL run reverts.
+        Settings::pythonRevertModuleStateOnExecute = true;
+        FocusedBuffer(CodeEditorLanguage::MEL, QStringLiteral("print \"mel\\n\";"));
+        editor->Execute();
+        fixture->Host().ProcessIdleQueue();
+        QVERIFY(MayaUtil::ExecutePythonIntResult(QStringLiteral("int('fractions' in sys.modules)"), loaded));
+        QCOMPARE(loaded, 0);
+        Settings::pythonRevertModuleStateOnExecute = false;
+    }
+
+    void forcedImportsAreCheckedAndRun()
+    {
+        fixture->ClearMessages();
+        Settings::pythonForcedImports = QStringLiteral("import os; from json import dumps; import a:b; print(1);"
+                                                       "  ;import no_such_module_bq2");
+        editor->ParseForcedImports();
+        QCOMPARE(Settings::pythonParsedForcedImports,
+                 QStringList({QStringLiteral("import os"), QStringLiteral("from json import dumps")}));
+        for (const char* bad : {"import a:b", "print(1)", "import no_such_module_bq2"})
+            QVERIFY2(fixture->HasMessageContaining(QStringLiteral("Skipping invalid forced import: %1")
+                                                       .arg(QLatin1String(bad))),
+                     bad);
+        int defined = 0;
+        QVERIFY(MayaUtil::ExecutePythonIntResult(QStringLiteral("int('dumps' in globals())"), defined));
+        QCOMPARE(defined, 1);
+    }
+
+    void dirAndHelpOfTheSelection()
+    {
+        CodeEditor* python = FocusedBuffer(CodeEditorLanguage::PYTHON, QStringLiteral("len"));
+        QVERIFY(python);
+        ClearOutput();
+        editor->PythonHelpSelection();
+        QVERIFY(Output().isEmpty());
+        python->SetCursorSelection(0, 3);
+        editor->PythonDirSelection();
+        QVERIFY(Output().contains(QStringLiteral("# Result: ")));
+        QVERIFY(Output().contains(QStringLiteral("__call__")));
+        ClearOutput();
+        editor->PythonHelpSelection();
+        QVERIFY(Output().contains(QStringLiteral("Return the number of items")));
+    }
+
+private:
+    std::unique_ptr<HostFixture> fixture;
+};
+
+QTEST_MAIN(TestScriptExecution)
+#include "tst_ScriptExecution.moc"
