@@ -57,7 +57,6 @@ public:
     void SetActiveCodeEditorGroup(CodeEditorGroup* group, bool force);
     int GetCodeEditorCount() const;
     void RefreshCodeEditorGroups(bool equalizeSizes);
-    void RefreshCodeEditorGroupMiniToolbar();
 
     bool IsBrindletEditorWidget(QWidget* widget) const;
     bool IsSideBarWidget(QWidget* widget) const;
@@ -142,6 +141,7 @@ public slots:
     void OnSplitterMoved();
     void OnApplicationFocusChanged(QWidget* old, QWidget* now);
     void FocusActiveCodeEditor();
+    void RefreshCodeEditorGroupMiniToolbar();
     void OnActiveCodeEditorChanged();
     void OnCodeEditorGroupFocusReceived(CodeEditorGroup* group);
     void UpdateOverrideScriptEditorButton();

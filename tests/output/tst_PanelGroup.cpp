@@ -505,8 +505,10 @@ private slots:
                 dialog->findChild<QCheckBox*>(QStringLiteral("enabledCB"))->setChecked(false);
                 dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->click();
             });
-        QTest::mouseDClick(list->viewport(), Qt::LeftButton, {},
-                           list->visualItemRect(list->item(6)).center());
+        // A user's double click starts with a click.
+        const QPoint row = list->visualItemRect(list->item(6)).center();
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, row);
+        QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, row);
         QCOMPARE(list->item(6)->text(), QStringLiteral("Greeting"));
         QCOMPARE(list->item(6)->checkState(), Qt::Unchecked);
         QCOMPARE(widget.GetSelections().at(6).enabled, false);

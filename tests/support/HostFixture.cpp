@@ -13,7 +13,9 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
+#include <QtCore/QRegularExpression>
 #include <QtCore/QtGlobal>
+#include <QtTest/QTest>
 
 namespace
 {
@@ -22,6 +24,8 @@ const QString PLUGIN_NAME = QStringLiteral("brindletEditor2");
 
 HostFixture::HostFixture(bool batchMode) : batch(batchMode)
 {
+    // Connections by signature fail only at run time: make that a test failure.
+    QTest::failOnWarning(QRegularExpression(QStringLiteral("QObject::connect")));
     qputenv("MAYA_APP_DIR", QFile::encodeName(appDir.path()));
     StartHost();
 }
