@@ -113,10 +113,22 @@ private slots:
         }
     }
 
+    // Deletes what typeCharacter typed, within the line.
     void typeBackspace()
     {
         QBENCHMARK
         {
+            QTest::keyClick(editor.get(), Qt::Key_A);
+            QTest::keyClick(editor.get(), Qt::Key_Backspace);
+        }
+    }
+
+    // Backspace at the start of a line: two lines become one.
+    void backspaceJoiningLines()
+    {
+        QBENCHMARK
+        {
+            editor->moveCursor(QTextCursor::StartOfBlock);
             QTest::keyClick(editor.get(), Qt::Key_Backspace);
         }
     }

@@ -1,4 +1,5 @@
 #include "HostApplication.h"
+#include "HostStyle.h"
 #include "HostEvents.h"
 #include "HostIdleQueue.h"
 #include "HostMainWindow.h"
@@ -17,6 +18,7 @@ HostApplication::HostApplication(bool batch, QObject* parent) : QObject(parent),
     HostState::SetBatch(batch);
     if (!batch)
     {
+        HostStyle::Apply();
         mainWindow = new HostMainWindow();
         connect(mainWindow, &HostMainWindow::CloseAccepted, this,
                 &HostApplication::OnMainWindowCloseAccepted);

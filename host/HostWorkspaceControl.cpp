@@ -1,5 +1,6 @@
 #include "HostWorkspaceControl.h"
 #include <QtGui/QCloseEvent>
+#include <QtGui/QScreen>
 #include <QtWidgets/QMainWindow>
 #include <QtWidgets/QVBoxLayout>
 
@@ -76,12 +77,33 @@ void HostWorkspaceControl::SetLabel(const QString& label)
 void HostWorkspaceControl::SetFloatingGeometry(const QRect& geometry)
 {
     if (isFloating() && geometry.isValid())
+    {
         setGeometry(geometry);
+        placed = true;
+    }
+}
+
+void HostWorkspaceControl::PlaceFirstTime()
+{
+    // A floating panel that no saved state places opens at a working size over the main window,
+    // as Maya opens a new panel.
+    placed = true;
+    if (!isFloating())
+        return;
+    const QSize size = content->sizeHint().expandedTo(QSize(DEFAULT_WIDTH, DEFAULT_HEIGHT));
+    QRect area = parentWidget() && parentWidget()->isVisible() ? parentWidget()->geometry() : QRect();
+    if (area.isEmpty() && screen())
+        area = screen()->availableGeometry();
+    QRect frame(QPoint(0, 0), size);
+    frame.moveCenter(area.center());
+    setGeometry(frame);
 }
 
 void HostWorkspaceControl::Restore()
 {
     SetCollapsed(false);
+    if (!placed)
+        PlaceFirstTime();
     show();
     raise();
 }

@@ -38,7 +38,13 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    static constexpr int DEFAULT_WIDTH = 1000;
+    static constexpr int DEFAULT_HEIGHT = 700;
+
+    void PlaceFirstTime();
+
     QWidget* content = nullptr;
+    bool placed = false;
     QString uiScript;
     bool retained = true;
     bool collapsed = false;

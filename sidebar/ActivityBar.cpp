@@ -2,6 +2,7 @@
 
 #include "settings/KeyBindings.h"
 
+#include <QtGui/QIcon>
 #include <QtWidgets/QToolButton>
 #include <QtWidgets/QVBoxLayout>
 
@@ -14,10 +15,11 @@ ActivityBar::ActivityBar(KeyBindings* bindings, QWidget* parent) : QWidget(paren
     SetView(SideBarViewExplorer);
 }
 
-QToolButton* ActivityBar::CreateViewButton(const QString& text, const QString& toolTip)
+QToolButton* ActivityBar::CreateViewButton(const QString& iconName, const QString& toolTip)
 {
     auto* button = new QToolButton(this);
-    button->setText(text);
+    button->setIcon(QIcon(QStringLiteral(":/bq2_icons/%1.png").arg(iconName)));
+    button->setIconSize(QSize(22, 22));
     button->setToolTip(toolTip);
     button->setCheckable(true);
     button->setAutoRaise(true);
@@ -27,9 +29,9 @@ QToolButton* ActivityBar::CreateViewButton(const QString& text, const QString& t
 
 void ActivityBar::CreateWidgets()
 {
-    viewButtons = {CreateViewButton(QStringLiteral("E"), QStringLiteral("Explorer")),
-                   CreateViewButton(QStringLiteral("S"), QStringLiteral("Search")),
-                   CreateViewButton(QStringLiteral("?"), QStringLiteral("Quick Help"))};
+    viewButtons = {CreateViewButton(QStringLiteral("explorer_view"), QStringLiteral("Explorer")),
+                   CreateViewButton(QStringLiteral("search_view"), QStringLiteral("Search")),
+                   CreateViewButton(QStringLiteral("quick_help_view"), QStringLiteral("Quick Help"))};
 }
 
 void ActivityBar::CreateLayout()

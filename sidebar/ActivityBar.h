@@ -32,7 +32,7 @@ private:
     void CreateWidgets();
     void CreateLayout();
     void CreateConnections();
-    QToolButton* CreateViewButton(const QString& text, const QString& toolTip);
+    QToolButton* CreateViewButton(const QString& iconName, const QString& toolTip);
 
     KeyBindings* keyBindings;
     SideBarView view = SideBarViewExplorer;
