@@ -134,6 +134,21 @@ private slots:
         QCOMPARE(Active()->GetLabel(1), QStringLiteral("Python"));
     }
 
+    void buffersReachTheirFilesAtQuitNotAtEachKey()
+    {
+        const QString melPath = Active()->GetFilePath(0);
+        const QString pythonPath = Active()->GetFilePath(1);
+        Type(Active()->GetCodeEditor(0), QStringLiteral("print \"typed\";"));
+        QCOMPARE(ReadFile(melPath), QByteArray());
+        editor->SaveAll();
+        QCOMPARE(ReadFile(melPath), QByteArray("print \"typed\";"));
+        Type(Active()->GetCodeEditor(1), QStringLiteral("x = 1"));
+        // Files are kept as the user left them at quit unless asked; buffers are always written.
+        Settings::saveAllOnExit = false;
+        QVERIFY(fixture->Host().Quit());
+        QCOMPARE(ReadFile(pythonPath), QByteArray("x = 1"));
+    }
+
     void tabsComeBackAfterARestart()
     {
         const QString path = NewFile(QStringLiteral("tool.py"), QByteArray(4000, 'x').replace('x', "line\n"));
