@@ -185,12 +185,17 @@ void BrindletEditor::ConnectCodeEditorGroup(CodeEditorGroup* group)
             SLOT(OnTogglePythonRevertModuleStateOnExecuteRequested()));
     connect(group, SIGNAL(ParserUpdated(BaseParser*)), this, SLOT(OnParserUpdated(BaseParser*)));
     connect(group, SIGNAL(MiniToolbarDisplayModified()), this, SLOT(RefreshCodeEditorGroupMiniToolbar()));
+    connect(group, SIGNAL(IncreaseFontSizeRequested()), this, SLOT(IncreaseCodeEditorFontSize()));
+    connect(group, SIGNAL(DecreaseFontSizeRequested()), this, SLOT(DecreaseCodeEditorFontSize()));
 }
 
 void BrindletEditor::CreateConnections()
 {
     for (CodeEditorGroup* group : codeEditorGroups)
         ConnectCodeEditorGroup(group);
+    connect(panelGroup, SIGNAL(IncreaseOutputFontSizeRequested()), this, SLOT(IncreaseOutputFontSize()));
+    connect(panelGroup, SIGNAL(DecreaseOutputFontSizeRequested()), this, SLOT(DecreaseOutputFontSize()));
+    connect(panelGroup, SIGNAL(ReceivedFocus()), this, SLOT(CheckForFileChanges()));
     connect(sideBar, SIGNAL(SideBarVisibilityChangeRequested(bool)), this, SLOT(SetSideBarVisible(bool)));
     connect(sideBar, SIGNAL(ViewChangeRequested(SideBarView)), this, SLOT(SetSideBarView(SideBarView)));
     connect(activityBar, SIGNAL(ViewSelected(SideBarView)), this, SLOT(OnActivityBarViewSelected(SideBarView)));

@@ -147,6 +147,18 @@ public slots:
     void UpdateOverrideScriptEditorButton();
     void UpdateKeyBindings();
     void UpdateCodeEditorExtraSelections();
+    void UpdateFontsAndColors();
+    void UpdateCodeEditorFont();
+    void UpdateCodeEditorTextOptions();
+    void UpdateTabsAndSpaces();
+    void UpdateOutputFont();
+    void IncreaseCodeEditorFontSize();
+    void DecreaseCodeEditorFontSize();
+    void IncreaseOutputFontSize();
+    void DecreaseOutputFontSize();
+    void IncreaseFontSize();
+    void DecreaseFontSize();
+    void ResetFontSize();
 
     void UpdateInterpreter();
     void UpdateCursorPosition();
@@ -242,6 +254,7 @@ private:
     void DeleteFileByPath(const QString& path);
     static void ReplaceOutlineExpandedHashPath(const QString& oldPath, const QString& newPath);
     void ReloadChangedFile(const QString& path);
+    void ChangeFocusedFontSize(int step);
     CodeEditorGroup* FirstHiddenCodeEditorGroup() const;
     void PlaceCodeEditorGroupBeside(CodeEditorGroup* group, CodeEditorGroup* target, TabDropZone dropZone);
 
@@ -262,6 +275,9 @@ private:
     QAction* outputPositionBottomAction = nullptr;
     QAction* outputPositionLeftAction = nullptr;
     QAction* outputPositionRightAction = nullptr;
+    QAction* increaseFontSizeAction = nullptr;
+    QAction* decreaseFontSizeAction = nullptr;
+    QAction* resetFontSizeAction = nullptr;
     QAction* newBufferAction = nullptr;
     QAction* newMelBufferAction = nullptr;
     QAction* newPythonBufferAction = nullptr;

@@ -145,6 +145,15 @@ void BrindletEditor::CreateActions()
     CreateAction(&outputPositionRightAction, QStringLiteral("Right"), QStringLiteral("Right"),
                  KeySequenceType::NoBinding);
 
+    CreateAction(&increaseFontSizeAction, QStringLiteral("Increase Font Size"), QStringLiteral("Increase Font Size"),
+                 KeySequenceType::IncreaseFontSize);
+    CreateAction(&decreaseFontSizeAction, QStringLiteral("Decrease Font Size"), QStringLiteral("Decrease Font Size"),
+                 KeySequenceType::DecreaseFontSize);
+    CreateAction(&resetFontSizeAction, QStringLiteral("Reset Font Size"), QStringLiteral("Reset Font Size"),
+                 KeySequenceType::ResetFontSize);
+    connect(increaseFontSizeAction, SIGNAL(triggered()), this, SLOT(IncreaseFontSize()));
+    connect(decreaseFontSizeAction, SIGNAL(triggered()), this, SLOT(DecreaseFontSize()));
+    connect(resetFontSizeAction, SIGNAL(triggered()), this, SLOT(ResetFontSize()));
     connect(saveStateAction, SIGNAL(triggered()), this, SLOT(SaveState()));
     connect(clearOutputAction, SIGNAL(triggered()), this, SLOT(ClearHistory()));
     connect(explorerAction, SIGNAL(triggered()), this, SLOT(ShowExplorer()));
@@ -191,6 +200,10 @@ void BrindletEditor::CreateMenus()
     outputPositionMenu->addAction(outputPositionBottomAction);
     outputPositionMenu->addAction(outputPositionLeftAction);
     outputPositionMenu->addAction(outputPositionRightAction);
+    viewMenu->addSeparator();
+    viewMenu->addAction(increaseFontSizeAction);
+    viewMenu->addAction(decreaseFontSizeAction);
+    viewMenu->addAction(resetFontSizeAction);
 
     CreateCommandMenu();
 }

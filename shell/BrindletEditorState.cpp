@@ -196,11 +196,8 @@ void BrindletEditor::ApplyPreferences()
     panelGroup->ApplyPreferences();
     UpdateOverrideScriptEditorButton();
     UpdateKeyBindings();
-    for (CodeEditorGroup* group : codeEditorGroups)
-    {
-        group->UpdateTextOptions();
-        group->UpdateFontsAndColors();
-    }
+    UpdateTabsAndSpaces();
+    UpdateFontsAndColors();
     ParseForcedImports();
     MayaUtil::UpdatePylintPythonPath();
     for (CodeEditorGroup* group : codeEditorGroups)

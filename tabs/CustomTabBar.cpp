@@ -96,7 +96,9 @@ void CustomTabBar::RemoveTab(int index)
         UpdateAbsoluteTabRects(true);
     }
     UpdateFirstLastRectIndicies();
-    if (currentIndex >= Count())
+    if (tabs.isEmpty())
+        currentIndex = -1; // as at the start, so that the next tab becomes current by itself
+    else if (currentIndex >= Count())
         SetCurrentIndex(Count() - 1, false);
 }
 

@@ -329,6 +329,10 @@ private slots:
         QCOMPARE(current.count(), 1);
         bar->RemoveTab(5);
         QCOMPARE(bar->Count(), 1);
+        bar->RemoveTab(0);
+        QCOMPARE(bar->GetCurrentIndex(), -1);
+        bar->InsertTab(0, QStringLiteral("again"));
+        QCOMPARE(bar->GetCurrentIndex(), 0);
     }
 
     void scrollValueSetWhileHiddenAppliesAtTheNextResize()
