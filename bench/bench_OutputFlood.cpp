@@ -182,9 +182,12 @@ int main(int argc, char** argv)
     // The cases with a turn of the event loop per line paint every line, in both widgets, and
     // run on a hundredth of the lines.
     const QList<QPair<QString, qint64>> cases = {
-        {QStringLiteral("output-burst"), lines / 10}, {QStringLiteral("output-burst"), lines},
-        {QStringLiteral("output-turns"), lines},      {QStringLiteral("plain"), lines / 10},
-        {QStringLiteral("plain"), lines},             {QStringLiteral("output-each"), lines / 100},
+        {QStringLiteral("output-burst"), lines / 10},
+        {QStringLiteral("output-burst"), lines},
+        {QStringLiteral("output-turns"), lines},
+        {QStringLiteral("plain"), lines / 10},
+        {QStringLiteral("plain"), lines},
+        {QStringLiteral("output-each"), lines / 100},
         {QStringLiteral("plain-each"), lines / 100},
     };
     QList<Result> results;

@@ -103,14 +103,9 @@ void OutputTextEdit::CreateConnections()
 void OutputTextEdit::AppendText(const QString& text)
 {
     const bool inBurst = burstTimer.isActive();
-    // The log comes first, so that it also receives what the pane holds back. It is flushed
-    // when the burst ends.
+    // The log comes first, so that it also receives what the pane holds back.
     if (logStream)
-    {
-        *logStream << text;
-        if (!inBurst)
-            burstTimer.start();
-    }
+        WriteToLog(text, inBurst);
     if (!isVisible())
     {
         pendingText += text;
@@ -175,10 +170,22 @@ void OutputTextEdit::FlushArrivingText()
     ShowInserted();
 }
 
+void OutputTextEdit::WriteToLog(const QString& text, bool inBurst)
+{
+    *logStream << text;
+    // Flushed when the burst ends, and every 250 ms while a long one lasts.
+    if (!inBurst)
+        burstTimer.start();
+    else if (logFlushTimer.elapsed() > REPAINT_INTERVAL_MS)
+        FlushLog();
+}
+
 void OutputTextEdit::FlushLog()
 {
-    if (logStream)
-        logStream->flush();
+    if (!logStream)
+        return;
+    logStream->flush();
+    logFlushTimer.restart();
 }
 
 void OutputTextEdit::RepaintIfDue()
@@ -297,6 +304,7 @@ bool OutputTextEdit::BeginWriteToFile(const QString& path)
         return false;
     }
     logStream = new QTextStream(logFile);
+    logFlushTimer.start();
     return true;
 }
 

@@ -95,6 +95,7 @@ private:
     void InsertAtEnd(const QString& text, bool replaceDocument);
     void ShowInserted();
     void FlushArrivingText();
+    void WriteToLog(const QString& text, bool inBurst);
     void FlushLog();
     void RepaintIfDue();
     bool CursorRestsAtEnd() const;
@@ -125,6 +126,7 @@ private:
     // Output of the running burst, and the zero-time timer that ends the burst.
     OutputArrivalBuffer arriving;
     QTimer burstTimer;
+    QElapsedTimer logFlushTimer;
     // Set while this pane inserts text: the scroll and selection signals that the insertion
     // raises are answered once, after it.
     bool inserting = false;

@@ -1,5 +1,3 @@
 #include "output/PanelGroupTabBar.h"
 
-PanelGroupTabBar::PanelGroupTabBar(QWidget* parent) : CustomTabBar(parent)
-{
-}
+PanelGroupTabBar::PanelGroupTabBar(QWidget* parent) : CustomTabBar(parent) {}

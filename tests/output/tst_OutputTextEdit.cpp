@@ -7,6 +7,7 @@
 #include <QtCore/QFile>
 #include <QtCore/QRandomGenerator>
 #include <QtCore/QTemporaryDir>
+#include <QtCore/QThread>
 #include <QtGui/QTextBlock>
 #include <QtGui/QTextDocument>
 #include <QtTest/QSignalSpy>
@@ -280,6 +281,25 @@ private slots:
         QVERIFY(file.open(QIODevice::ReadOnly));
         QCOMPARE(QString::fromUtf8(file.readAll()), QStringLiteral("held\nheld\n"));
         QCOMPARE(edit->GetText(), QStringLiteral("held\n"));
+    }
+
+    void longScriptsStillShowAndLogTheirOutput()
+    {
+        // A script holds the main thread while it prints: no turn of the event loop ends the
+        // burst, yet what it printed is shown and logged at least every 250 ms.
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("long.log"));
+        auto edit = MakeEdit();
+        QVERIFY(edit);
+        QVERIFY(edit->BeginWriteToFile(path));
+        edit->AppendText(QStringLiteral("first\n"));
+        edit->AppendText(QStringLiteral("second\n"));
+        QThread::msleep(300);
+        edit->AppendText(QStringLiteral("third\n"));
+        QCOMPARE(edit->toPlainText(), QStringLiteral("first\nsecond\nthird\n"));
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(QString::fromUtf8(file.readAll()), QStringLiteral("first\nsecond\nthird\n"));
     }
 
     void logThatCannotOpenIsReported()

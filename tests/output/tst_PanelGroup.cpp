@@ -43,7 +43,7 @@ private:
                 [timer, handle]()
                 {
                     auto* widget = qobject_cast<T*>(QApplication::activeModalWidget());
-                            if (!widget || !widget->isVisible())
+                    if (!widget || !widget->isVisible())
                         return;
                     timer->stop();
                     timer->deleteLater();

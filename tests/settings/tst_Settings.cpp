@@ -255,7 +255,8 @@ private slots:
         QTest::newRow("binary") << binary;
         QTest::newRow("truncated") << QByteArray("[main]\ncodeEditorVisible=fal");
         QTest::newRow("not utf-8") << QByteArray("[main]\nrecentFiles=\xff\xfe\xc3\n[prefer");
-        QTest::newRow("nul bytes") << QByteArray("[main]\0\0\0outputVisible=false", 30);
+        static const char withNuls[] = "[main]\0\0\0outputVisible=false";
+        QTest::newRow("nul bytes") << QByteArray(withNuls, sizeof(withNuls) - 1);
     }
 
     void damagedFilesFallBackToDefaults()
