@@ -17,4 +17,5 @@ target_compile_definitions(maya::api INTERFACE LINUX _BOOL REQUIRE_IOSTREAM)
 
 # Maya ships the Qt it was built with; the plug-in must use exactly that one.
 list(PREPEND CMAKE_PREFIX_PATH ${MAYA_DEVKIT}/cmake ${MAYA_LOCATION}/lib/cmake ${MAYA_DEVKIT}/lib/cmake)
-find_package(Qt6 6.5 REQUIRED COMPONENTS Core Gui Widgets)
+set(BQ2_MAYA_QT_VERSION 6.5 CACHE STRING "The Qt version Maya ships (Maya 2026: 6.5)")
+find_package(Qt6 ${BQ2_MAYA_QT_VERSION} REQUIRED COMPONENTS Core Gui Widgets)
