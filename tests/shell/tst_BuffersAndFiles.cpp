@@ -156,6 +156,8 @@ private slots:
         CodeEditor* file = Active()->GetCurrent();
         QVERIFY(file);
         file->SetCursorPosition(120);
+        file->SetVerticalScrollBarValue(300);
+        QCOMPARE(file->GetVerticalScrollBarValue(), 300);
         Type(Active()->GetCodeEditor(1), QStringLiteral("print('kept')"));
         editor->SetActiveCodeEditor(0, 1);
         Active()->SetCursorPosition(1, 5, false);
@@ -168,7 +170,30 @@ private slots:
         const int index = Active()->GetCodeEditorIndex(QFileInfo(path).absoluteFilePath());
         QVERIFY(index >= 0);
         QCOMPARE(Active()->GetCursorPosition(index), 120);
+        editor->SetActiveCodeEditor(0, index);
+        QTRY_COMPARE(Active()->GetVerticalScrollBarValue(index), 300);
         QCOMPARE(Active()->GetType(index), CodeEditorType::FILE);
+    }
+
+    void quittingWithModifiedFilesAsksAndCancelStaysOpen()
+    {
+        Settings::saveAllOnExit = false;
+        Settings::showUnsavedFileDialogOnMayaExit = true;
+        const QString path = NewFile(QStringLiteral("unsaved.py"), "a = 1\n");
+        editor->OpenFile(path);
+        Type(Active()->GetCurrent(), QStringLiteral("b = 2\n"));
+        {
+            DialogAnswer cancel(QMessageBox::Cancel);
+            QVERIFY(!fixture->Host().Quit());
+            QCOMPARE(cancel.texts, QStringList({"Brindlet Editor 2 files have been modified. Save all changes?"}));
+        }
+        QVERIFY(fixture->Editor());
+        QVERIFY(fixture->Mel(QStringLiteral("brindletEditor2 -v")) == MStatus::kSuccess);
+        DialogAnswer yes(QMessageBox::Yes);
+        QVERIFY(fixture->Host().Quit());
+        QCOMPARE(yes.texts.size(), 1);
+        QCOMPARE(ReadFile(path), QByteArray("a = 1\nb = 2\n"));
+        QVERIFY(!fixture->Editor());
     }
 
     void damagedTabRecordsAreSkippedOrRepaired()
