@@ -31,7 +31,8 @@ void WriteTabs(const QString& folder)
     for (int tab = 0; tab < TAB_COUNT; ++tab)
     {
         const bool python = tab % 2 == 0;
-        const QString path = QDir(folder).filePath(QStringLiteral("file%1.%2").arg(tab).arg(python ? "py" : "mel"));
+        const QString path =
+            QDir(folder).filePath(QStringLiteral("file%1.%2").arg(tab).arg(python ? "py" : "mel"));
         QFile file(path);
         if (!file.open(QIODevice::WriteOnly))
             return;
@@ -69,7 +70,8 @@ double StartOnce()
 
 int main(int argc, char** argv)
 {
-    qputenv("QT_QPA_PLATFORM", qgetenv("QT_QPA_PLATFORM").isEmpty() ? "offscreen" : qgetenv("QT_QPA_PLATFORM"));
+    qputenv("QT_QPA_PLATFORM",
+            qgetenv("QT_QPA_PLATFORM").isEmpty() ? "offscreen" : qgetenv("QT_QPA_PLATFORM"));
     QTemporaryDir appDir;
     QTemporaryDir files;
     qputenv("MAYA_APP_DIR", QFile::encodeName(appDir.path()));

@@ -1,9 +1,9 @@
 #include "HostApplication.h"
-#include "HostStyle.h"
 #include "HostEvents.h"
 #include "HostIdleQueue.h"
 #include "HostMainWindow.h"
 #include "HostState.h"
+#include "HostStyle.h"
 #include "HostUiCommands.h"
 #include <QtCore/QCoreApplication>
 #include <QtGui/QCloseEvent>

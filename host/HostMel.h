@@ -1,10 +1,10 @@
 #pragma once
-#include <maya/MCommandResult.h>
-#include <maya/MStatus.h>
 #include <QtCore/QList>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 #include <functional>
+#include <maya/MCommandResult.h>
+#include <maya/MStatus.h>
 
 // A flag of a host-side MEL command: its names and how many values follow it in create and
 // edit mode (in query mode, as in Maya, flags take no value).

@@ -1,7 +1,7 @@
 #pragma once
-#include <maya/MCommandMessage.h>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
+#include <maya/MCommandMessage.h>
 
 // Everything the substitute host prints passes through here: to the registered command-output
 // callbacks with its type, to standard output as Maya's terminal shows it, and into the

@@ -1,8 +1,8 @@
 #pragma once
-#include <maya/MObject.h>
-#include <maya/MStatus.h>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
+#include <maya/MObject.h>
+#include <maya/MStatus.h>
 
 using HostPluginEntry = MStatus (*)(MObject);
 

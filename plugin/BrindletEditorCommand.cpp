@@ -140,7 +140,8 @@ MStatus BrindletEditorCommand::OpenEditor()
     if (!parent)
     {
         Logger::Error("Failed to create workspace control");
-        Logger::Error(QStringLiteral("%1 setup failed. (See script editor for details").arg(Settings::APPLICATION_NAME));
+        Logger::Error(QStringLiteral("%1 setup failed. (See script editor for details")
+                          .arg(Settings::APPLICATION_NAME));
         return MStatus::kFailure;
     }
     CreateEditorWidget();

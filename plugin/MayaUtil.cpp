@@ -387,8 +387,8 @@ QWidget* MayaUtil::CreateWorkspaceControl()
                        .arg(geometry.bottom() - geometry.top() + 1)
                        .arg(workspaceControlName));
     }
-    ExecuteMel(QStringLiteral("workspaceControl -e -uiScript %1 %2").arg(Settings::MEL_COMMAND,
-                                                                         workspaceControlName));
+    ExecuteMel(QStringLiteral("workspaceControl -e -uiScript %1 %2")
+                   .arg(Settings::MEL_COMMAND, workspaceControlName));
     SetWorkspaceControlVisible(true);
     return parent;
 }
@@ -475,14 +475,16 @@ QString MayaUtil::GetPythonVersion()
 QStringList MayaUtil::PythonKeywords()
 {
     if (pythonKeywords.isEmpty())
-        ExecutePythonStringArrayResult(QStringLiteral("BrindletEditorHelpers.list_keywords()"), pythonKeywords);
+        ExecutePythonStringArrayResult(QStringLiteral("BrindletEditorHelpers.list_keywords()"),
+                                       pythonKeywords);
     return pythonKeywords;
 }
 
 QStringList MayaUtil::PythonBuiltins()
 {
     if (pythonBuiltins.isEmpty())
-        ExecutePythonStringArrayResult(QStringLiteral("BrindletEditorHelpers.list_builtins()"), pythonBuiltins);
+        ExecutePythonStringArrayResult(QStringLiteral("BrindletEditorHelpers.list_builtins()"),
+                                       pythonBuiltins);
     return pythonBuiltins;
 }
 
@@ -503,14 +505,14 @@ QStringList MayaUtil::MelProcedures()
 
 QStringList MayaUtil::MelKeywords()
 {
-    return {QStringLiteral("break"),  QStringLiteral("case"),   QStringLiteral("continue"),
-            QStringLiteral("default"), QStringLiteral("do"),    QStringLiteral("else"),
-            QStringLiteral("false"),  QStringLiteral("float"),  QStringLiteral("for"),
-            QStringLiteral("global"), QStringLiteral("if"),     QStringLiteral("in"),
-            QStringLiteral("int"),    QStringLiteral("matrix"), QStringLiteral("no"),
-            QStringLiteral("off"),    QStringLiteral("on"),     QStringLiteral("proc"),
-            QStringLiteral("return"), QStringLiteral("string"), QStringLiteral("switch"),
-            QStringLiteral("true"),   QStringLiteral("vector"), QStringLiteral("while"),
+    return {QStringLiteral("break"),   QStringLiteral("case"),   QStringLiteral("continue"),
+            QStringLiteral("default"), QStringLiteral("do"),     QStringLiteral("else"),
+            QStringLiteral("false"),   QStringLiteral("float"),  QStringLiteral("for"),
+            QStringLiteral("global"),  QStringLiteral("if"),     QStringLiteral("in"),
+            QStringLiteral("int"),     QStringLiteral("matrix"), QStringLiteral("no"),
+            QStringLiteral("off"),     QStringLiteral("on"),     QStringLiteral("proc"),
+            QStringLiteral("return"),  QStringLiteral("string"), QStringLiteral("switch"),
+            QStringLiteral("true"),    QStringLiteral("vector"), QStringLiteral("while"),
             QStringLiteral("yes")};
 }
 
@@ -574,9 +576,9 @@ void MayaUtil::CommandDocumentation(const QString& command, bool python)
         Logger::Error(QStringLiteral("Command not found: %1").arg(command));
         return;
     }
-    const QString page = QStringLiteral("%1/%2").arg(python ? QStringLiteral("CommandsPython")
-                                                            : QStringLiteral("Commands"),
-                                                     command.isEmpty() ? QStringLiteral("index") : command);
+    const QString page =
+        QStringLiteral("%1/%2").arg(python ? QStringLiteral("CommandsPython") : QStringLiteral("Commands"),
+                                    command.isEmpty() ? QStringLiteral("index") : command);
     ExecuteMel(QStringLiteral("showHelp -docs \"%1.html\"").arg(page));
 }
 
@@ -620,8 +622,8 @@ bool MayaUtil::PythonExecStatement(const QString& code)
 {
     int value = 0;
     Settings::traceHideAll = true;
-    const bool ok = ExecutePythonIntResult(QStringLiteral("BrindletEditorParser.exec_statement(\"%1\")").arg(code),
-                                           value);
+    const bool ok = ExecutePythonIntResult(
+        QStringLiteral("BrindletEditorParser.exec_statement(\"%1\")").arg(code), value);
     ClearCommandResponse();
     Settings::traceHideAll = false;
     return ok && value != 0;
@@ -631,7 +633,8 @@ void MayaUtil::PythonSyntaxCheck(const QString& code, QStringList& result)
 {
     Settings::traceHideAll = true;
     result.clear();
-    ExecutePythonStringArrayResult(QStringLiteral("BrindletEditorParser.syntax_check(\"%1\")").arg(code), result);
+    ExecutePythonStringArrayResult(QStringLiteral("BrindletEditorParser.syntax_check(\"%1\")").arg(code),
+                                   result);
     ClearCommandResponse();
     Settings::traceHideAll = false;
 }
@@ -651,8 +654,8 @@ void MayaUtil::PythonAttributesFromSource(const QString& source, const QString& 
     {
         const int fallback = Settings::pythonNativeMayaAutoCompleteFallback ? 1 : 0;
         call = QStringLiteral("BrindletEditorParser().parse_source(\"%5\", \"%4\", %1, %2, %3)")
-                   .arg(QString::number(keywords), QString::number(builtins), QString::number(fallback), object,
-                        source);
+                   .arg(QString::number(keywords), QString::number(builtins), QString::number(fallback),
+                        object, source);
     }
     Settings::traceHideAll = true;
     result.clear();
@@ -685,7 +688,7 @@ void MayaUtil::UpdatePylintPythonPath()
     }
     if (!Settings::pylintAdditionalPythonPaths.isEmpty())
         Settings::pylintPythonPath = QStringLiteral("%1%2%3").arg(Settings::pylintAdditionalPythonPaths,
-                                                                 QString(Settings::PATH_SEP), paths);
+                                                                  QString(Settings::PATH_SEP), paths);
     else
         Settings::pylintPythonPath = paths;
 }
@@ -727,16 +730,14 @@ void MayaUtil::OverrideScriptEditorButton()
         scriptEditorButtonName.clear();
         return;
     }
-    if (ExecuteMel(QStringLiteral("symbolButton -e -c \"%1\" %2").arg(Settings::MEL_COMMAND,
-                                                                       scriptEditorButtonName)) !=
-        MStatus::kSuccess)
+    if (ExecuteMel(QStringLiteral("symbolButton -e -c \"%1\" %2")
+                       .arg(Settings::MEL_COMMAND, scriptEditorButtonName)) != MStatus::kSuccess)
     {
         Logger::Error("Failed to override Script Editor button command");
         return;
     }
-    if (ExecuteMel(QStringLiteral("symbolButton -e -ann \"%1\" %2").arg(Settings::APPLICATION_TITLE,
-                                                                         scriptEditorButtonName)) !=
-        MStatus::kSuccess)
+    if (ExecuteMel(QStringLiteral("symbolButton -e -ann \"%1\" %2")
+                       .arg(Settings::APPLICATION_TITLE, scriptEditorButtonName)) != MStatus::kSuccess)
         Logger::Error("Failed to override Script Editor button annotation");
 }
 

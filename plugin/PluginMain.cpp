@@ -42,7 +42,8 @@ MStatus initializePlugin(MObject object)
     MayaUtil::SourceApplicationScripts();
 
     const MString name = BrindletEditorCommand::GetCommandName();
-    status = plugin.registerCommand(name, BrindletEditorCommand::Creator, BrindletEditorCommand::CommandSyntax);
+    status =
+        plugin.registerCommand(name, BrindletEditorCommand::Creator, BrindletEditorCommand::CommandSyntax);
     if (status != MStatus::kSuccess)
     {
         MGlobal::displayError(MString("Failed to register '") + name + "' command: " + status.errorString());
@@ -87,7 +88,8 @@ MStatus uninitializePlugin(MObject object)
     status = plugin.deregisterCommand(name);
     if (status != MStatus::kSuccess)
     {
-        MGlobal::displayError(MString("Failed to deregister '") + name + "' command: " + status.errorString());
+        MGlobal::displayError(MString("Failed to deregister '") + name +
+                              "' command: " + status.errorString());
         return status;
     }
     return MStatus::kSuccess;
@@ -98,7 +100,8 @@ MStatus AddCallbacks()
     MayaUtil::callbackIds.clear();
     MayaUtil::callbackIds.append(
         MEventMessage::addEventCallback("quitApplication", OnApplicationExit, nullptr, nullptr));
-    MayaUtil::callbackIds.append(MCommandMessage::addCommandOutputCallback(OnCommandOutputReceived, nullptr, nullptr));
+    MayaUtil::callbackIds.append(
+        MCommandMessage::addCommandOutputCallback(OnCommandOutputReceived, nullptr, nullptr));
     return MStatus::kSuccess;
 }
 

@@ -228,7 +228,8 @@ const QList<Entry>& TabsEntries()
     static const QList<Entry> entries = {
         {"tabDetails", &Settings::tabDetails},
         {"tabBarScrolling", &Settings::tabBarScrolling},
-        {"activeTabViewIndex", IntRange{&Settings::activeTabViewIndex, 0, Settings::NUM_CODE_EDITOR_GROUPS - 1}},
+        {"activeTabViewIndex",
+         IntRange{&Settings::activeTabViewIndex, 0, Settings::NUM_CODE_EDITOR_GROUPS - 1}},
     };
     return entries;
 }
@@ -528,8 +529,8 @@ QString Settings::GetUserConfigDirectory()
     }
     if (!prefs.endsWith(QLatin1Char('/')))
         prefs += QLatin1Char('/');
-    const QString path = QStringLiteral("%1%2").arg(QDir(prefs).absolutePath() + QLatin1Char('/'),
-                                                    PREFS_DIRECTORY_NAME);
+    const QString path =
+        QStringLiteral("%1%2").arg(QDir(prefs).absolutePath() + QLatin1Char('/'), PREFS_DIRECTORY_NAME);
     if (!QDir(path).exists() && !QDir().mkpath(path))
         Logger::Error("Failed to create user config directory");
     return path;
@@ -623,7 +624,8 @@ void Settings::ReadWorkspaceGroup(QSettings& file)
     workspacePath = IniValue::ReadString(file, QStringLiteral("workspacePath"), workspacePath);
     if (!workspacePath.isEmpty() && QFileInfo(workspacePath).isRelative())
         workspacePath = QStringLiteral("%1/%2").arg(GetWorkspacesDirectoryPath(), workspacePath);
-    RestoreWorkspaceState(IniValue::ReadByteArray(file, QStringLiteral("workspaceState"), GetWorkspaceState()));
+    RestoreWorkspaceState(
+        IniValue::ReadByteArray(file, QStringLiteral("workspaceState"), GetWorkspaceState()));
 }
 
 void Settings::ReadOutlineGroup(QSettings& file)
@@ -637,15 +639,15 @@ void Settings::ReadOutlineGroup(QSettings& file)
 void Settings::ReadPreferencesGroup(QSettings& file)
 {
     ReadEntries(file, PreferencesEntriesBeforeFonts());
-    executeScriptOnIdle = IniValue::ReadBool(file, QStringLiteral("executeScriptOnIdle"),
-                                             ExecuteScriptOnIdleDefault());
+    executeScriptOnIdle =
+        IniValue::ReadBool(file, QStringLiteral("executeScriptOnIdle"), ExecuteScriptOnIdleDefault());
     ReadEntries(file, PreferencesEntriesAfterIdle());
     ReadFont(file, QStringLiteral("codeEditor"), codeEditorFont);
     ReadFont(file, QStringLiteral("output"), outputFont);
     ReadEntries(file, PreferencesEntriesAfterFonts());
-    pythonDisableRevertModuleStateOnExecuteOnStartup = IniValue::ReadBool(
-        file, QStringLiteral("pythonDisableRevertModuleStateOnExecuteOnStartup"),
-        pythonDisableRevertModuleStateOnExecuteOnStartup);
+    pythonDisableRevertModuleStateOnExecuteOnStartup =
+        IniValue::ReadBool(file, QStringLiteral("pythonDisableRevertModuleStateOnExecuteOnStartup"),
+                           pythonDisableRevertModuleStateOnExecuteOnStartup);
     // With the disable option on, the revert starts off at every start whatever the file says.
     if (!pythonDisableRevertModuleStateOnExecuteOnStartup)
         pythonRevertModuleStateOnExecute = IniValue::ReadBool(

@@ -1,12 +1,12 @@
 #include "shell/BrindletEditor.h"
 
+#include "editor/CodeEditor.h"
 #include "output/PanelGroup.h"
 #include "plugin/MayaUtil.h"
 #include "settings/Settings.h"
 #include "shell/StatusBar.h"
 #include "sidebar/ActivityBar.h"
 #include "sidebar/SideBar.h"
-#include "editor/CodeEditor.h"
 #include "tabs/CodeEditorGroup.h"
 
 #include <QtWidgets/QApplication>
@@ -94,8 +94,9 @@ void BrindletEditor::CreateWidgets()
     outputSplitter->setStretchFactor(outputSplitter->indexOf(panelGroup), 0);
 
     sideBarSplitter = new QSplitter(this);
-    sideBarSplitter->setStyleSheet(QStringLiteral("QSplitter::handle:vertical   {height: 0px; image: none;}"
-                                                  "QSplitter::handle:horizontal {width:  0px; image: none;}"));
+    sideBarSplitter->setStyleSheet(
+        QStringLiteral("QSplitter::handle:vertical   {height: 0px; image: none;}"
+                       "QSplitter::handle:horizontal {width:  0px; image: none;}"));
     sideBarSplitter->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     sideBarSplitter->setFrameStyle(0);
     if (Settings::sideBarLeft)
@@ -160,12 +161,14 @@ void BrindletEditor::ConnectCodeEditorGroup(CodeEditorGroup* group)
     connect(group, SIGNAL(CloseTabsToRightRequested(CodeEditorGroup*, int)), this,
             SLOT(OnCloseTabsToRightRequested(CodeEditorGroup*, int)));
     connect(group, SIGNAL(CurrentTabChanged()), this, SLOT(OnActiveCodeEditorChanged()));
-    connect(group, SIGNAL(MoveTabRequested(int, int, int, int)), this, SLOT(OnMoveTabRequested(int, int, int, int)));
+    connect(group, SIGNAL(MoveTabRequested(int, int, int, int)), this,
+            SLOT(OnMoveTabRequested(int, int, int, int)));
     connect(group, SIGNAL(MoveTabToZoneRequested(int, int, int, TabDropZone)), this,
             SLOT(OnMoveTabToZoneRequested(int, int, int, TabDropZone)));
     connect(group, SIGNAL(ReceivedFocus(CodeEditorGroup*)), this,
             SLOT(OnCodeEditorGroupFocusReceived(CodeEditorGroup*)));
-    connect(group, SIGNAL(OpenFileRequested(int, int, QString)), this, SLOT(OnOpenFileRequested(int, int, QString)));
+    connect(group, SIGNAL(OpenFileRequested(int, int, QString)), this,
+            SLOT(OnOpenFileRequested(int, int, QString)));
     connect(group, SIGNAL(OpenFilesRequested(int, TabDropZone, QStringList)), this,
             SLOT(OnOpenFilesRequested(int, TabDropZone, QStringList)));
     connect(group, SIGNAL(FileChanged(QString)), this, SLOT(OnFileChanged(QString)));
@@ -198,10 +201,12 @@ void BrindletEditor::CreateConnections()
     connect(panelGroup, SIGNAL(ReceivedFocus()), this, SLOT(CheckForFileChanges()));
     connect(sideBar, SIGNAL(SideBarVisibilityChangeRequested(bool)), this, SLOT(SetSideBarVisible(bool)));
     connect(sideBar, SIGNAL(ViewChangeRequested(SideBarView)), this, SLOT(SetSideBarView(SideBarView)));
-    connect(activityBar, SIGNAL(ViewSelected(SideBarView)), this, SLOT(OnActivityBarViewSelected(SideBarView)));
+    connect(activityBar, SIGNAL(ViewSelected(SideBarView)), this,
+            SLOT(OnActivityBarViewSelected(SideBarView)));
     connect(activityBar, SIGNAL(ActivityBarVisibilityChangeRequested(bool)), this,
             SLOT(SetActivityBarVisible(bool)));
-    connect(statusBar, SIGNAL(StatusBarVisibilityChangeRequested(bool)), this, SLOT(SetStatusBarVisible(bool)));
+    connect(statusBar, SIGNAL(StatusBarVisibilityChangeRequested(bool)), this,
+            SLOT(SetStatusBarVisible(bool)));
     connect(sideBarSplitter, SIGNAL(splitterMoved(int, int)), this, SLOT(OnSplitterMoved()));
     connect(outputSplitter, SIGNAL(splitterMoved(int, int)), this, SLOT(OnSplitterMoved()));
     connect(qApp, SIGNAL(focusChanged(QWidget*, QWidget*)), this,
@@ -417,4 +422,3 @@ bool BrindletEditor::IsSideBarWidget(QWidget* widget) const
     }
     return false;
 }
-

@@ -70,8 +70,8 @@ public:
     // Buffers and files.
     int CreateCodeEditor(CodeEditorType type, CodeEditorLanguage language, const QString& filePath,
                          const QString& label, const QString& text, CodeEditorGroup* group, int index);
-    int CreateCodeEditor(CodeEditorType type, const QString& filePath, const QString& label, CodeEditorGroup* group,
-                         int index);
+    int CreateCodeEditor(CodeEditorType type, const QString& filePath, const QString& label,
+                         CodeEditorGroup* group, int index);
     CodeEditor* GetCodeEditor(const QString& path, bool open);
     int GetCodeEditorIndex(CodeEditorGroup* group, const QString& path) const;
     QString GetFileText(const QString& path) const;

@@ -21,21 +21,25 @@ void BrindletEditor::CreateAction(QAction** action, const QString& text, const Q
 
 void BrindletEditor::CreateFileActions()
 {
-    CreateAction(&newBufferAction, QStringLiteral("New..."), QStringLiteral("New Buffer"), KeySequenceType::NewBuffer);
+    CreateAction(&newBufferAction, QStringLiteral("New..."), QStringLiteral("New Buffer"),
+                 KeySequenceType::NewBuffer);
     CreateAction(&newMelBufferAction, QStringLiteral("New MEL Buffer"), QStringLiteral("New MEL Buffer"),
                  KeySequenceType::NewMelBuffer);
-    CreateAction(&newPythonBufferAction, QStringLiteral("New Python Buffer"), QStringLiteral("New Python Buffer"),
-                 KeySequenceType::NewPythonBuffer);
+    CreateAction(&newPythonBufferAction, QStringLiteral("New Python Buffer"),
+                 QStringLiteral("New Python Buffer"), KeySequenceType::NewPythonBuffer);
     CreateAction(&openFileAction, QStringLiteral("Open File..."), QStringLiteral("Open File"),
                  KeySequenceType::OpenFile);
-    CreateAction(&reopenClosedFileAction, QStringLiteral("Reopen Closed File"), QStringLiteral("Reopen Closed File"),
-                 KeySequenceType::ReopenClosedFile);
+    CreateAction(&reopenClosedFileAction, QStringLiteral("Reopen Closed File"),
+                 QStringLiteral("Reopen Closed File"), KeySequenceType::ReopenClosedFile);
     CreateAction(&clearRecentFilesAction, QStringLiteral("Clear Items"), QStringLiteral("Clear Items"),
                  KeySequenceType::NoBinding);
     CreateAction(&saveAction, QStringLiteral("Save"), QStringLiteral("Save"), KeySequenceType::Save);
-    CreateAction(&saveAsAction, QStringLiteral("Save As..."), QStringLiteral("Save As"), KeySequenceType::SaveAs);
-    CreateAction(&saveAllAction, QStringLiteral("Save All"), QStringLiteral("Save All"), KeySequenceType::SaveAll);
-    CreateAction(&renameAction, QStringLiteral("Rename..."), QStringLiteral("Rename"), KeySequenceType::Rename);
+    CreateAction(&saveAsAction, QStringLiteral("Save As..."), QStringLiteral("Save As"),
+                 KeySequenceType::SaveAs);
+    CreateAction(&saveAllAction, QStringLiteral("Save All"), QStringLiteral("Save All"),
+                 KeySequenceType::SaveAll);
+    CreateAction(&renameAction, QStringLiteral("Rename..."), QStringLiteral("Rename"),
+                 KeySequenceType::Rename);
     CreateAction(&saveScriptToShelfAction, QStringLiteral("Save Script to Shelf..."),
                  QStringLiteral("Save Script to Shelf"), KeySequenceType::SaveScriptToShelf);
     CreateAction(&sourceScriptAction, QStringLiteral("Source Script..."), QStringLiteral("Source Script"),
@@ -66,7 +70,8 @@ void BrindletEditor::CreateFileActions()
 
 void BrindletEditor::CreateCommandActions()
 {
-    CreateAction(&executeAction, QStringLiteral("Execute"), QStringLiteral("Execute"), KeySequenceType::Execute);
+    CreateAction(&executeAction, QStringLiteral("Execute"), QStringLiteral("Execute"),
+                 KeySequenceType::Execute);
     CreateAction(&executeAltAction, QStringLiteral("Execute Alt"), QStringLiteral("Execute Alt"),
                  KeySequenceType::ExecuteAlt);
     CreateAction(&executeLineAction, QStringLiteral("Execute Line"), QStringLiteral("Execute Line"),
@@ -86,8 +91,8 @@ void BrindletEditor::CreateCommandActions()
     CreateAction(&pythonRevertModuleStateAction, QStringLiteral("Revert Module State"),
                  QStringLiteral("Revert Module State"), KeySequenceType::PythonRevertModuleState);
     CreateAction(&pythonRevertModuleStateOnExecuteAction, QStringLiteral("Revert Module State on Execute"),
-                 QStringLiteral("Revert Module State on Execute"), KeySequenceType::PythonRevertModuleStateOnExecute,
-                 true);
+                 QStringLiteral("Revert Module State on Execute"),
+                 KeySequenceType::PythonRevertModuleStateOnExecute, true);
     pythonRevertModuleStateOnExecuteAction->setChecked(Settings::pythonRevertModuleStateOnExecute);
     for (const char* name : {"MAYA_SCRIPT_PATH", "MAYA_PLUG_IN_PATH", "MAYA_MODULE_PATH", "MAYA_SHELF_PATH",
                              "XBMLANGPATH", "PYTHONPATH"})
@@ -120,35 +125,38 @@ void BrindletEditor::CreateActions()
                  KeySequenceType::SaveState);
     CreateAction(&clearOutputAction, QStringLiteral("Clear Output"), QStringLiteral("Clear Output"),
                  KeySequenceType::ClearOutput);
-    CreateAction(&explorerAction, QStringLiteral("Explorer"), QStringLiteral("Explorer"), KeySequenceType::Explorer);
+    CreateAction(&explorerAction, QStringLiteral("Explorer"), QStringLiteral("Explorer"),
+                 KeySequenceType::Explorer);
     CreateAction(&quickHelpAction, QStringLiteral("Quick Help"), QStringLiteral("Quick Help"),
                  KeySequenceType::QuickHelp);
-    CreateAction(&toggleCodeEditorAction, QStringLiteral("Toggle Code Editor"), QStringLiteral("Toggle Code Editor"),
-                 KeySequenceType::ToggleCodeEditor);
+    CreateAction(&toggleCodeEditorAction, QStringLiteral("Toggle Code Editor"),
+                 QStringLiteral("Toggle Code Editor"), KeySequenceType::ToggleCodeEditor);
     CreateAction(&toggleOutputAction, QStringLiteral("Toggle Output"), QStringLiteral("Toggle Output"),
                  KeySequenceType::ToggleOutput);
     CreateAction(&toggleSideBarAction, QStringLiteral("Toggle Side Bar"), QStringLiteral("Toggle Side Bar"),
                  KeySequenceType::ToggleSideBar);
-    CreateAction(&toggleActivityBarAction, QStringLiteral("Hide Activity Bar"), QStringLiteral("Hide Activity Bar"),
-                 KeySequenceType::ToggleActivityBar);
+    CreateAction(&toggleActivityBarAction, QStringLiteral("Hide Activity Bar"),
+                 QStringLiteral("Hide Activity Bar"), KeySequenceType::ToggleActivityBar);
     CreateAction(&toggleStatusBarAction, QStringLiteral("Hide Status Bar"), QStringLiteral("Hide Status Bar"),
                  KeySequenceType::ToggleStatusBar);
     CreateAction(&toggleCodeEditorLayoutAction, QStringLiteral("Toggle Code Editor Layout"),
                  QStringLiteral("Toggle Code Editor Layout"), KeySequenceType::ToggleCodeEditorLayout);
-    const QString moveText = Settings::sideBarLeft ? QStringLiteral("Move Side Bar Right")
-                                                   : QStringLiteral("Move Side Bar Left");
+    const QString moveText =
+        Settings::sideBarLeft ? QStringLiteral("Move Side Bar Right") : QStringLiteral("Move Side Bar Left");
     CreateAction(&toggleSideBarPositionAction, moveText, moveText, KeySequenceType::ToggleSidebarPosition);
-    CreateAction(&outputPositionTopAction, QStringLiteral("Top"), QStringLiteral("Top"), KeySequenceType::NoBinding);
+    CreateAction(&outputPositionTopAction, QStringLiteral("Top"), QStringLiteral("Top"),
+                 KeySequenceType::NoBinding);
     CreateAction(&outputPositionBottomAction, QStringLiteral("Bottom"), QStringLiteral("Bottom"),
                  KeySequenceType::NoBinding);
-    CreateAction(&outputPositionLeftAction, QStringLiteral("Left"), QStringLiteral("Left"), KeySequenceType::NoBinding);
+    CreateAction(&outputPositionLeftAction, QStringLiteral("Left"), QStringLiteral("Left"),
+                 KeySequenceType::NoBinding);
     CreateAction(&outputPositionRightAction, QStringLiteral("Right"), QStringLiteral("Right"),
                  KeySequenceType::NoBinding);
 
-    CreateAction(&increaseFontSizeAction, QStringLiteral("Increase Font Size"), QStringLiteral("Increase Font Size"),
-                 KeySequenceType::IncreaseFontSize);
-    CreateAction(&decreaseFontSizeAction, QStringLiteral("Decrease Font Size"), QStringLiteral("Decrease Font Size"),
-                 KeySequenceType::DecreaseFontSize);
+    CreateAction(&increaseFontSizeAction, QStringLiteral("Increase Font Size"),
+                 QStringLiteral("Increase Font Size"), KeySequenceType::IncreaseFontSize);
+    CreateAction(&decreaseFontSizeAction, QStringLiteral("Decrease Font Size"),
+                 QStringLiteral("Decrease Font Size"), KeySequenceType::DecreaseFontSize);
     CreateAction(&resetFontSizeAction, QStringLiteral("Reset Font Size"), QStringLiteral("Reset Font Size"),
                  KeySequenceType::ResetFontSize);
     connect(increaseFontSizeAction, SIGNAL(triggered()), this, SLOT(IncreaseFontSize()));

@@ -139,8 +139,9 @@ CodeEditorLanguage BrindletEditor::GetLanguageFromFilename(const QFileInfo& info
 // ---------------------------------------------------------------------------------------------
 // Creating and opening
 
-int BrindletEditor::CreateCodeEditor(CodeEditorType type, CodeEditorLanguage language, const QString& filePath,
-                                     const QString& label, const QString& text, CodeEditorGroup* group, int index)
+int BrindletEditor::CreateCodeEditor(CodeEditorType type, CodeEditorLanguage language,
+                                     const QString& filePath, const QString& label, const QString& text,
+                                     CodeEditorGroup* group, int index)
 {
     // A file is open at most once in the whole widget.
     if (CodeEditorGroup* holder = GetCodeEditorGroupByPath(filePath))
@@ -179,8 +180,8 @@ int BrindletEditor::CreateCodeEditor(CodeEditorType type, const QString& filePat
         return -1;
     const QFileInfo info(filePath);
     const QString tabLabel = type == CodeEditorType::FILE ? info.fileName() : label;
-    return CreateCodeEditor(type, GetLanguageFromFilename(info), info.absoluteFilePath(), tabLabel, text, group,
-                            index);
+    return CreateCodeEditor(type, GetLanguageFromFilename(info), info.absoluteFilePath(), tabLabel, text,
+                            group, index);
 }
 
 QString BrindletEditor::GetFileText(const QString& path) const
@@ -231,8 +232,8 @@ void BrindletEditor::NewBuffer(CodeEditorLanguage language)
     CodeEditorGroup* group = GetActiveCodeEditorGroup();
     if (!group)
         return;
-    const int index = CreateCodeEditor(CodeEditorType::INTERNAL_BUFFER, language, QFileInfo(file).absoluteFilePath(),
-                                       QString(), QString(), group, -1);
+    const int index = CreateCodeEditor(CodeEditorType::INTERNAL_BUFFER, language,
+                                       QFileInfo(file).absoluteFilePath(), QString(), QString(), group, -1);
     if (index < 0)
         return;
     group->SetCurrentIndex(index);
@@ -253,9 +254,10 @@ void BrindletEditor::OpenFile()
 {
     static QString directory;
     static QString selectedFilter = SCRIPTS_FILTER;
-    const QString filter = QStringLiteral("%1;;%2;;%3;;%4").arg(SCRIPTS_FILTER, MEL_FILTER, PYTHON_FILTER, ALL_FILTER);
-    const QString path = QFileDialog::getOpenFileName(this, QStringLiteral("Open File"), directory, filter,
-                                                      &selectedFilter);
+    const QString filter =
+        QStringLiteral("%1;;%2;;%3;;%4").arg(SCRIPTS_FILTER, MEL_FILTER, PYTHON_FILTER, ALL_FILTER);
+    const QString path =
+        QFileDialog::getOpenFileName(this, QStringLiteral("Open File"), directory, filter, &selectedFilter);
     if (path.isEmpty())
         return;
     directory = QFileInfo(path).absolutePath();
@@ -411,9 +413,9 @@ QString BrindletEditor::ShowSaveFileNameDialog(const CodeEditorProperties& prope
     QString selectedFilter = properties.language == CodeEditorLanguage::MEL      ? MEL_FILTER
                              : properties.language == CodeEditorLanguage::PYTHON ? PYTHON_FILTER
                                                                                  : ALL_FILTER;
-    QString path = QFileDialog::getSaveFileName(this, QStringLiteral("Save File"), lastSaveDirectory,
-                                                QStringLiteral("%1;;%2;;%3").arg(MEL_FILTER, PYTHON_FILTER, ALL_FILTER),
-                                                &selectedFilter);
+    QString path = QFileDialog::getSaveFileName(
+        this, QStringLiteral("Save File"), lastSaveDirectory,
+        QStringLiteral("%1;;%2;;%3").arg(MEL_FILTER, PYTHON_FILTER, ALL_FILTER), &selectedFilter);
     if (path.isEmpty())
         return QString();
     const QString lower = path.toLower();
@@ -479,11 +481,12 @@ void BrindletEditor::Rename()
 void BrindletEditor::Rename(CodeEditorGroup* codeEditorGroup, int codeEditorIndex)
 {
     CodeEditorProperties properties;
-    if (!codeEditorGroup || codeEditorIndex < 0 || !codeEditorGroup->GetProperties(codeEditorIndex, properties))
+    if (!codeEditorGroup || codeEditorIndex < 0 ||
+        !codeEditorGroup->GetProperties(codeEditorIndex, properties))
         return;
-    QString name = QInputDialog::getText(this, QStringLiteral("Rename"), QStringLiteral("New Name:"),
-                                         QLineEdit::Normal, properties.label, nullptr,
-                                         Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
+    QString name =
+        QInputDialog::getText(this, QStringLiteral("Rename"), QStringLiteral("New Name:"), QLineEdit::Normal,
+                              properties.label, nullptr, Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
     // The label is stored in a ';'-separated record.
     if (properties.type == CodeEditorType::INTERNAL_BUFFER && name.contains(QLatin1Char(';')))
     {
@@ -503,8 +506,9 @@ void BrindletEditor::Rename(CodeEditorGroup* codeEditorGroup, int codeEditorInde
         }
         if (!QFile::rename(properties.filePath, newPath))
         {
-            Logger::Error(QStringLiteral("Rename file failed. Please verify file path and permissions: %1 -> %2")
-                              .arg(info.absoluteFilePath(), QFileInfo(newPath).absoluteFilePath()));
+            Logger::Error(
+                QStringLiteral("Rename file failed. Please verify file path and permissions: %1 -> %2")
+                    .arg(info.absoluteFilePath(), QFileInfo(newPath).absoluteFilePath()));
             return;
         }
         OnFilePathChanged(properties.filePath, QFileInfo(newPath).absoluteFilePath());
@@ -523,10 +527,11 @@ void BrindletEditor::RevertFile()
     CodeEditor* codeEditor = GetActiveCodeEditor();
     if (!codeEditor || codeEditor->GetType() != CodeEditorType::FILE || !codeEditor->IsModified())
         return;
-    if (QMessageBox::question(this, QStringLiteral("Reload"),
-                              QStringLiteral("Reloading this file will result in unsaved changes being lost.\n\n"
-                                             "Continue?"),
-                              QMessageBox::Yes | QMessageBox::No) != QMessageBox::Yes)
+    if (QMessageBox::question(
+            this, QStringLiteral("Reload"),
+            QStringLiteral("Reloading this file will result in unsaved changes being lost.\n\n"
+                           "Continue?"),
+            QMessageBox::Yes | QMessageBox::No) != QMessageBox::Yes)
         return;
     const QString text = GetFileText(codeEditor->GetFilePath());
     if (text.isNull())
@@ -577,9 +582,10 @@ int BrindletEditor::ShowUnsavedFileDialog(const QString& name)
 
 bool BrindletEditor::ShowConfirmCloseInternalBufferDialog(const QString& label)
 {
-    return QMessageBox::question(this, QStringLiteral("Delete"),
-                                 QStringLiteral("Delete buffer '%1'?\n\nUnsaved contents will be lost.").arg(label),
-                                 QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes;
+    return QMessageBox::question(
+               this, QStringLiteral("Delete"),
+               QStringLiteral("Delete buffer '%1'?\n\nUnsaved contents will be lost.").arg(label),
+               QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes;
 }
 
 bool BrindletEditor::ModifiedFilesExist() const
@@ -698,11 +704,12 @@ void BrindletEditor::UpdateCodeEditorGroupDetails()
             const bool internal = properties.type == CodeEditorType::INTERNAL_BUFFER;
             // A buffer is stored by its file name, so the record survives a moved prefs folder.
             const QString path = internal ? QFileInfo(properties.filePath).fileName() : properties.filePath;
-            QString detail = QStringLiteral("%1;%2;%3;%4;%5;%6")
-                                 .arg(QString::number(g), internal ? QStringLiteral("0") : QStringLiteral("1"), path,
-                                      i == group->GetCurrentIndex() ? QStringLiteral("1") : QStringLiteral("0"),
-                                      QString::number(group->GetCursorPosition(i)),
-                                      QString::number(group->GetVerticalScrollBarValue(i)));
+            QString detail =
+                QStringLiteral("%1;%2;%3;%4;%5;%6")
+                    .arg(QString::number(g), internal ? QStringLiteral("0") : QStringLiteral("1"), path,
+                         i == group->GetCurrentIndex() ? QStringLiteral("1") : QStringLiteral("0"),
+                         QString::number(group->GetCursorPosition(i)),
+                         QString::number(group->GetVerticalScrollBarValue(i)));
             if (internal)
                 detail += QStringLiteral(";%1").arg(properties.label);
             Settings::tabDetails.append(detail);

@@ -101,8 +101,9 @@ void BrindletEditor::OnTogglePythonRevertModuleStateOnExecuteRequested()
 void BrindletEditor::SourceScript()
 {
     static QString selectedFilter = QStringLiteral("MEL (*.mel)");
-    const QString path = QFileDialog::getOpenFileName(this, QStringLiteral("Source Script"), QString(),
-                                                      QStringLiteral("MEL (*.mel);;All Files(*.*)"), &selectedFilter);
+    const QString path =
+        QFileDialog::getOpenFileName(this, QStringLiteral("Source Script"), QString(),
+                                     QStringLiteral("MEL (*.mel);;All Files(*.*)"), &selectedFilter);
     if (!path.isEmpty())
         MayaUtil::SourceScript(path);
 }
@@ -117,9 +118,9 @@ void BrindletEditor::SaveScriptToShelf()
         text = codeEditor->GetText();
     if (text.isEmpty())
         return;
-    const QString name = QInputDialog::getText(this, QStringLiteral("New Shelf Item"),
-                                               QStringLiteral("Enter name of new shelf item:"), QLineEdit::Normal,
-                                               QString(), nullptr, Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
+    const QString name = QInputDialog::getText(
+        this, QStringLiteral("New Shelf Item"), QStringLiteral("Enter name of new shelf item:"),
+        QLineEdit::Normal, QString(), nullptr, Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
     if (name.isEmpty())
         return;
     MayaUtil::SaveScriptToShelf(name, text, codeEditor->GetLanguage() == CodeEditorLanguage::MEL);
@@ -171,9 +172,9 @@ void BrindletEditor::ParseForcedImports()
         const QString statement = part.trimmed();
         if (statement.isEmpty())
             continue;
-        const bool wellFormed = (statement.startsWith(QLatin1String("import")) ||
-                                 statement.startsWith(QLatin1String("from"))) &&
-                                !forbidden.match(statement).hasMatch();
+        const bool wellFormed =
+            (statement.startsWith(QLatin1String("import")) || statement.startsWith(QLatin1String("from"))) &&
+            !forbidden.match(statement).hasMatch();
         if (!wellFormed || !MayaUtil::PythonExecStatement(statement))
         {
             Logger::Warning(QStringLiteral("Skipping invalid forced import: ") + statement);

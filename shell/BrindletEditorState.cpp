@@ -1,6 +1,7 @@
 // Show, hide, close and key handling of BrindletEditor, and the saving of its state.
 #include "shell/BrindletEditor.h"
 
+#include "editor/CodeEditor.h"
 #include "output/PanelGroup.h"
 #include "plugin/Logger.h"
 #include "plugin/MayaUtil.h"
@@ -9,7 +10,6 @@
 #include "shell/StatusBar.h"
 #include "sidebar/ActivityBar.h"
 #include "sidebar/SideBar.h"
-#include "editor/CodeEditor.h"
 #include "tabs/CodeEditorGroup.h"
 
 #include <QtCore/QFileInfo>
@@ -227,6 +227,4 @@ void BrindletEditor::UpdateKeyBindings()
     activityBar->UpdateKeyBindings();
 }
 
-void BrindletEditor::UpdateCodeEditorExtraSelections()
-{
-}
+void BrindletEditor::UpdateCodeEditorExtraSelections() {}

@@ -141,12 +141,13 @@ void StatusBar::ShowContextMenu(const QPoint& pos)
     QMenu menu(this);
     menu.addAction(QStringLiteral("%1 Interpreter").arg(verb(Settings::statusBarInterpreterVisible)), this,
                    SLOT(ToggleInterpreter()));
-    menu.addAction(QStringLiteral("%1 Error/Warning Count").arg(verb(Settings::statusBarErrorCountVisible)), this,
-                   SLOT(ToggleErrorWarningCount()));
-    menu.addAction(QStringLiteral("%1 Current Line Message").arg(verb(Settings::statusBarLineMessageVisible)), this,
-                   SLOT(ToggleCurrentLineMessage()));
+    menu.addAction(QStringLiteral("%1 Error/Warning Count").arg(verb(Settings::statusBarErrorCountVisible)),
+                   this, SLOT(ToggleErrorWarningCount()));
+    menu.addAction(QStringLiteral("%1 Current Line Message").arg(verb(Settings::statusBarLineMessageVisible)),
+                   this, SLOT(ToggleCurrentLineMessage()));
     menu.addSeparator();
-    QAction* hide = menu.addAction(QStringLiteral("Hide Status Bar"), this, SLOT(OnHideActivityBarRequested()));
+    QAction* hide =
+        menu.addAction(QStringLiteral("Hide Status Bar"), this, SLOT(OnHideActivityBarRequested()));
     if (keyBindings)
         hide->setShortcut(keyBindings->GetShortcut(KeySequenceType::ToggleStatusBar));
     menu.exec(mapToGlobal(pos));

@@ -69,7 +69,8 @@ void ActivityBar::UpdateKeyBindings()
 {
     if (!keyBindings)
         return;
-    const QString explorer = keyBindings->GetShortcut(KeySequenceType::Explorer).toString(QKeySequence::NativeText);
+    const QString explorer =
+        keyBindings->GetShortcut(KeySequenceType::Explorer).toString(QKeySequence::NativeText);
     viewButtons.at(0)->setToolTip(explorer.isEmpty() ? QStringLiteral("Explorer")
                                                      : QStringLiteral("Explorer (%1)").arg(explorer));
 }

@@ -39,9 +39,7 @@ void SideBar::CreateLayout()
     layout->addWidget(stack);
 }
 
-void SideBar::CreateConnections()
-{
-}
+void SideBar::CreateConnections() {}
 
 void SideBar::SetView(SideBarView view)
 {
@@ -53,22 +51,12 @@ SideBarView SideBar::GetView() const
     return static_cast<SideBarView>(stack->currentIndex());
 }
 
-void SideBar::SaveState()
-{
-}
+void SideBar::SaveState() {}
 
-void SideBar::SaveOutline()
-{
-}
+void SideBar::SaveOutline() {}
 
-void SideBar::SaveWorkspace()
-{
-}
+void SideBar::SaveWorkspace() {}
 
-void SideBar::ClearInvalidDetailsFromOutline(const QStringList& /*paths*/)
-{
-}
+void SideBar::ClearInvalidDetailsFromOutline(const QStringList& /*paths*/) {}
 
-void SideBar::UpdateKeyBindings()
-{
-}
+void SideBar::UpdateKeyBindings() {}

@@ -1,9 +1,9 @@
 #pragma once
+#include <map>
 #include <maya/MArgList.h>
 #include <maya/MStatus.h>
 #include <maya/MString.h>
 #include <maya/MSyntax.h>
-#include <map>
 #include <vector>
 
 class MArgDatabase

@@ -47,7 +47,8 @@ public:
     static MStatus executePythonCommand(const MString& command, MStringArray& result,
                                         bool displayEnabled = false, bool undoEnabled = false);
     static MString executePythonCommandStringResult(const MString& command, bool displayEnabled = false,
-                                                    bool undoEnabled = false, MStatus* returnStatus = nullptr);
+                                                    bool undoEnabled = false,
+                                                    MStatus* returnStatus = nullptr);
     static MStatus executePythonCommandOnIdle(const MString& command, bool displayEnabled = false);
 
     static MStatus sourceFile(const MString& fileName);

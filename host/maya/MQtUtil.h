@@ -1,6 +1,6 @@
 #pragma once
-#include <maya/MString.h>
 #include <QtCore/QString>
+#include <maya/MString.h>
 
 class QWidget;
 class QObject;

@@ -1,6 +1,6 @@
 #pragma once
-#include <maya/MString.h>
 #include <maya/MStatus.h>
+#include <maya/MString.h>
 #include <vector>
 
 class MStringArray

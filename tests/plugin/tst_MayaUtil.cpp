@@ -30,7 +30,8 @@ private slots:
         MayaUtil::ExecuteMelScript(QStringLiteral("$bq2Name"));
         // Display off: no echo, just the value and a line break.
         QVERIFY(fixture->MessagesOfType(MCommandMessage::kHistory).isEmpty());
-        QCOMPARE(fixture->MessagesOfType(MCommandMessage::kDisplay).join(QString()), QStringLiteral("brindle\n"));
+        QCOMPARE(fixture->MessagesOfType(MCommandMessage::kDisplay).join(QString()),
+                 QStringLiteral("brindle\n"));
 
         fixture->ClearMessages();
         MayaUtil::ExecuteMelScript(QStringLiteral("$bq2Name;"));
@@ -49,7 +50,8 @@ private slots:
 
     void shelfScriptArrivesEscapedAsOneString()
     {
-        const QString script = QStringLiteral("print \"a\\\"b\\\\c\";") + QChar(0x2029) + QStringLiteral("// done");
+        const QString script =
+            QStringLiteral("print \"a\\\"b\\\\c\";") + QChar(0x2029) + QStringLiteral("// done");
         MayaUtil::SaveScriptToShelf(QStringLiteral("My Tool"), script, true);
         QVERIFY(fixture->Host().ShelfButtons().isEmpty());
         fixture->Host().ProcessIdleQueue();
@@ -66,12 +68,14 @@ private slots:
         MayaUtil::OverrideScriptEditorButton();
         QCOMPARE(MayaUtil::scriptEditorButtonName, name);
         QString annotation;
-        QVERIFY(MayaUtil::ExecuteMelStringResult(QStringLiteral("symbolButton -q -ann %1").arg(name), annotation));
+        QVERIFY(MayaUtil::ExecuteMelStringResult(QStringLiteral("symbolButton -q -ann %1").arg(name),
+                                                 annotation));
         QCOMPARE(annotation, QStringLiteral("Brindlet Editor 2"));
 
         MayaUtil::RestoreScriptEditorButton();
         QVERIFY(MayaUtil::scriptEditorButtonName.isEmpty());
-        QVERIFY(MayaUtil::ExecuteMelStringResult(QStringLiteral("symbolButton -q -ann %1").arg(name), annotation));
+        QVERIFY(MayaUtil::ExecuteMelStringResult(QStringLiteral("symbolButton -q -ann %1").arg(name),
+                                                 annotation));
         QCOMPARE(annotation, QStringLiteral("Script Editor"));
         fixture->ClearMessages();
         MayaUtil::RestoreScriptEditorButton();
@@ -169,13 +173,13 @@ private slots:
     void pythonAnswersAreCached()
     {
         MayaUtil::pythonKeywords.clear();
-        MayaUtil::ExecutePython(QStringLiteral(
-            "_bq2_calls = [0]\n"
-            "_bq2_orig = BrindletEditorHelpers.list_keywords\n"
-            "def _bq2_counting():\n"
-            "    _bq2_calls[0] += 1\n"
-            "    return _bq2_orig()\n"
-            "BrindletEditorHelpers.list_keywords = staticmethod(_bq2_counting)\n"));
+        MayaUtil::ExecutePython(
+            QStringLiteral("_bq2_calls = [0]\n"
+                           "_bq2_orig = BrindletEditorHelpers.list_keywords\n"
+                           "def _bq2_counting():\n"
+                           "    _bq2_calls[0] += 1\n"
+                           "    return _bq2_orig()\n"
+                           "BrindletEditorHelpers.list_keywords = staticmethod(_bq2_counting)\n"));
         const QStringList first = MayaUtil::PythonKeywords();
         const QStringList second = MayaUtil::PythonKeywords();
         QCOMPARE(first, second);
@@ -199,8 +203,8 @@ private slots:
         QCOMPARE(result.at(1), QStringLiteral("1"));
         MayaUtil::PythonSyntaxCheck(QStringLiteral("x = 1"), result);
         QVERIFY(result.isEmpty());
-        MayaUtil::PythonAttributesFromSource(QStringLiteral("import os\\nalpha = 1\\ndef beta(): pass"), QString(),
-                                             result, true);
+        MayaUtil::PythonAttributesFromSource(QStringLiteral("import os\\nalpha = 1\\ndef beta(): pass"),
+                                             QString(), result, true);
         QVERIFY(result.contains(QStringLiteral("alpha")));
         QVERIFY(result.contains(QStringLiteral("beta")));
         QVERIFY(!result.contains(QStringLiteral("lambda")));
@@ -225,7 +229,8 @@ private slots:
 
     void pylintPathLeavesOutTheHostInterpreter()
     {
-        MayaUtil::ExecutePython(QStringLiteral("import sys\nsys.path[:0] = ['/studio/tools', '/usr/lib/python3.11/x']"));
+        MayaUtil::ExecutePython(
+            QStringLiteral("import sys\nsys.path[:0] = ['/studio/tools', '/usr/lib/python3.11/x']"));
         Settings::pylintAdditionalPythonPaths = QStringLiteral("/extra");
         MayaUtil::UpdatePylintPythonPath();
         QVERIFY(Settings::pylintPythonPath.startsWith(QStringLiteral("/extra:/studio/tools:")));

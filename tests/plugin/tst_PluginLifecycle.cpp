@@ -13,8 +13,8 @@
 #include <QtCore/QThread>
 #include <QtGui/QAction>
 #include <QtGui/QClipboard>
-#include <QtWidgets/QApplication>
 #include <QtTest/QtTest>
+#include <QtWidgets/QApplication>
 
 // The plug-in driven end to end through the substitute host: load, the command and its
 // flags, output formatting through the real callback, quit and unload.
@@ -158,13 +158,14 @@ private slots:
         QVERIFY(fixture.Mel(QStringLiteral("brindletEditor2 -of \"\"")) == MStatus::kSuccess);
         QVERIFY(fixture.Mel(QStringLiteral("brindletEditor2 -of \"%1\"").arg(dir.filePath("none.py"))) !=
                 MStatus::kSuccess);
-        QVERIFY(fixture.HasMessageContaining(QStringLiteral("[BrindletEditor2] File not found: %1")
-                                                 .arg(dir.filePath("none.py"))));
+        QVERIFY(fixture.HasMessageContaining(
+            QStringLiteral("[BrindletEditor2] File not found: %1").arg(dir.filePath("none.py"))));
         QVERIFY(fixture.Mel(QStringLiteral("brindletEditor2 -openFile \"%1\"").arg(dir.path())) !=
                 MStatus::kSuccess);
         QVERIFY(fixture.HasMessageContaining(QStringLiteral("Invalid file path: %1").arg(dir.path())));
         QVERIFY(fixture.Mel(QStringLiteral("brindletEditor2 -of \"%1\"").arg(file)) != MStatus::kSuccess);
-        QVERIFY(fixture.HasMessageContaining(QStringLiteral("Brindlet Editor 2 GUI has not been initialized.")));
+        QVERIFY(
+            fixture.HasMessageContaining(QStringLiteral("Brindlet Editor 2 GUI has not been initialized.")));
         QVERIFY(!BrindletEditorCommand::GuiAvailable());
     }
 
@@ -183,7 +184,8 @@ private slots:
 
         MGlobal::executeCommand("stackTrace -q -state", true);
         MGlobal::displayWarning("careful");
-        QVERIFY(Output().endsWith(QStringLiteral("stackTrace -q -state;\n// Result: 0 //\n// Warning: careful //\n")));
+        QVERIFY(Output().endsWith(
+            QStringLiteral("stackTrace -q -state;\n// Result: 0 //\n// Warning: careful //\n")));
         // Printed text sets the token too: what does not end a MEL statement is Python's.
         MGlobal::executeCommand("print \"mel\\n\"", true);
         MGlobal::displayError("broken");
@@ -230,10 +232,12 @@ private slots:
         fixture.LoadPlugin();
         fixture.OpenEditor();
         BrindletEditorCommand::editorWidget->ClearHistory();
-        QThread* worker = QThread::create([] {
-            for (int i = 0; i < 500; ++i)
-                BrindletEditorCommand::AppendToOutput(QStringLiteral("line %1\n").arg(i));
-        });
+        QThread* worker = QThread::create(
+            []
+            {
+                for (int i = 0; i < 500; ++i)
+                    BrindletEditorCommand::AppendToOutput(QStringLiteral("line %1\n").arg(i));
+            });
         worker->start();
         QVERIFY(worker->wait(10000));
         delete worker;

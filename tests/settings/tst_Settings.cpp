@@ -39,29 +39,25 @@ private:
     }
 
 private slots:
-    void init()
-    {
-        fixture = std::make_unique<HostFixture>();
-    }
+    void init() { fixture = std::make_unique<HostFixture>(); }
 
-    void cleanup()
-    {
-        fixture.reset();
-    }
+    void cleanup() { fixture.reset(); }
 
     void directoriesLiveUnderTheHostPrefsFolder()
     {
-        const QString expected = QDir(fixture->AppDir()).filePath(QStringLiteral("2026/prefs/brindletEditor2"));
+        const QString expected =
+            QDir(fixture->AppDir()).filePath(QStringLiteral("2026/prefs/brindletEditor2"));
         QCOMPARE(QDir(Settings::GetUserConfigDirectory()).absolutePath(), expected);
         QCOMPARE(ConfigPath(), expected + QStringLiteral("/brindletEditor2.ini"));
-        for (const QString& name : {QStringLiteral("internalBuffers"), QStringLiteral("temp"),
-                                    QStringLiteral("workspaces")})
+        for (const QString& name :
+             {QStringLiteral("internalBuffers"), QStringLiteral("temp"), QStringLiteral("workspaces")})
             QVERIFY(!QDir(expected + QLatin1Char('/') + name).exists());
         QCOMPARE(Settings::GetInternalBufferDirectoryPath(), expected + QStringLiteral("/internalBuffers"));
         QCOMPARE(Settings::GetTempDirectoryPath(), expected + QStringLiteral("/temp"));
         QVERIFY(QDir(expected + QStringLiteral("/internalBuffers")).exists());
         QVERIFY(QDir(expected + QStringLiteral("/temp")).exists());
-        QCOMPARE(Settings::GetWorkspacePath(), expected + QStringLiteral("/workspaces/default.bq2-workspace"));
+        QCOMPARE(Settings::GetWorkspacePath(),
+                 expected + QStringLiteral("/workspaces/default.bq2-workspace"));
         QVERIFY(QDir(expected + QStringLiteral("/workspaces")).exists());
     }
 
@@ -74,7 +70,8 @@ private slots:
 
     void valuesRoundTripThroughTheFile()
     {
-        const QString workspace = Settings::GetWorkspacesDirectoryPath() + QStringLiteral("/mine.bq2-workspace");
+        const QString workspace =
+            Settings::GetWorkspacesDirectoryPath() + QStringLiteral("/mine.bq2-workspace");
         Settings::windowGeometry = QRect(10, 20, 640, 480);
         Settings::recentFiles = {QStringLiteral("/a, b.py"), QStringLiteral("/c.mel")};
         Settings::sideBarLeft = false;

@@ -13,13 +13,13 @@
 
 #include <QtCore/QFile>
 #include <QtGui/QAction>
+#include <QtTest/QtTest>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMainWindow>
 #include <QtWidgets/QSplitter>
 #include <QtWidgets/QToolButton>
-#include <QtTest/QtTest>
 
 // The main widget opened as a user opens it, through the command in the substitute host.
 class TestBrindletEditor : public QObject
@@ -46,10 +46,7 @@ private:
         return splitter->sizes().value(splitter->indexOf(editor->GetSideBar()));
     }
 
-    static QList<int> OutputSizes(BrindletEditor* editor)
-    {
-        return editor->GetOutputSplitter()->sizes();
-    }
+    static QList<int> OutputSizes(BrindletEditor* editor) { return editor->GetOutputSplitter()->sizes(); }
 
     static void DragHandle(QSplitter* splitter, int distance)
     {
@@ -189,8 +186,8 @@ private slots:
         QCOMPARE(editor->GetSideBarSplitter()->widget(1), editor->GetSideBar());
         QCOMPARE(SideBarWidth(editor), 300);
         QCOMPARE(editor->GetToggleSideBarPositionAction()->text(), QStringLiteral("Move Side Bar Left"));
-        auto* central = qobject_cast<QHBoxLayout*>(editor->GetSideBarSplitter()->parentWidget()->layout()
-                                                       ->itemAt(1)->layout());
+        auto* central = qobject_cast<QHBoxLayout*>(
+            editor->GetSideBarSplitter()->parentWidget()->layout()->itemAt(1)->layout());
         QVERIFY(central);
         QCOMPARE(central->itemAt(1)->widget(), editor->GetActivityBar());
         editor->ToggleSideBarPosition();
@@ -222,7 +219,8 @@ private slots:
         editor->ToggleSideBar();
         editor->SaveState();
         const QString dir = Settings::GetUserConfigDirectory();
-        for (const char* name : {"brindletEditor2.ini", "brindletEditor2_colors.ini", "brindletEditor2_bindings.ini"})
+        for (const char* name :
+             {"brindletEditor2.ini", "brindletEditor2_colors.ini", "brindletEditor2_bindings.ini"})
             QVERIFY2(QFile::exists(dir + QLatin1Char('/') + QLatin1String(name)), name);
 
         fixture->Restart();
@@ -252,18 +250,22 @@ private slots:
     void bindingsRoundTripAndDuplicatesAreDropped()
     {
         {
-            QSettings bindings(Settings::GetUserConfigDirectory() + QStringLiteral("/brindletEditor2_bindings.ini"),
+            QSettings bindings(Settings::GetUserConfigDirectory() +
+                                   QStringLiteral("/brindletEditor2_bindings.ini"),
                                QSettings::IniFormat);
             // Toggle Output comes first in the table, so it keeps Ctrl+B.
-            bindings.setValue(QStringLiteral("user_bindings/toggleOutput"), QStringList{QStringLiteral("Ctrl+B")});
+            bindings.setValue(QStringLiteral("user_bindings/toggleOutput"),
+                              QStringList{QStringLiteral("Ctrl+B")});
         }
         fixture->ClearMessages();
         BrindletEditor* editor = Open();
         QVERIFY(editor);
         KeyBindings* bindings = editor->GetKeyBindings();
-        QCOMPARE(bindings->GetShortcut(KeySequenceType::ToggleOutput), QKeySequence(QStringLiteral("Ctrl+B")));
+        QCOMPARE(bindings->GetShortcut(KeySequenceType::ToggleOutput),
+                 QKeySequence(QStringLiteral("Ctrl+B")));
         QCOMPARE(bindings->GetShortcut(KeySequenceType::ToggleSideBar), QKeySequence());
-        QVERIFY(fixture->HasMessageContaining(QStringLiteral("Duplicate hotkey detected: Toggle Side Bar (Ctrl+B)")));
+        QVERIFY(fixture->HasMessageContaining(
+            QStringLiteral("Duplicate hotkey detected: Toggle Side Bar (Ctrl+B)")));
 
         // The shortcut works from the keyboard.
         const bool outputVisible = Settings::outputVisible;
@@ -280,7 +282,8 @@ private slots:
         QByteArray garbage;
         for (int i = 0; i < 2048; ++i)
             garbage.append(char((i * 131) & 0xff));
-        for (const char* name : {"brindletEditor2.ini", "brindletEditor2_colors.ini", "brindletEditor2_bindings.ini"})
+        for (const char* name :
+             {"brindletEditor2.ini", "brindletEditor2_colors.ini", "brindletEditor2_bindings.ini"})
         {
             QFile file(dir + QLatin1Char('/') + QLatin1String(name));
             QVERIFY(file.open(QIODevice::WriteOnly));
@@ -329,8 +332,8 @@ private slots:
         }
         QVERIFY(toggleSideBar);
         QVERIFY(!toggleSideBar->shortcuts().isEmpty());
-        QVERIFY(fixture->Mel(QStringLiteral("workspaceControl -e -floating 0 %1").arg(MayaUtil::workspaceControlName)) ==
-                MStatus::kSuccess);
+        QVERIFY(fixture->Mel(QStringLiteral("workspaceControl -e -floating 0 %1")
+                                 .arg(MayaUtil::workspaceControlName)) == MStatus::kSuccess);
         QVERIFY(!MayaUtil::WorkspaceControlFloating());
 
         auto* outside = new QLineEdit(fixture->Host().MainWindow());

@@ -10,13 +10,13 @@
 #include <QtCore/QFile>
 #include <QtCore/QProcess>
 #include <QtCore/QTimer>
+#include <QtTest/QtTest>
 #include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QFileDialog>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QSplitter>
-#include <QtTest/QtTest>
 
 #include <functional>
 
@@ -42,13 +42,15 @@ struct DialogAnswer : QObject
     explicit DialogAnswer(QMessageBox::StandardButton answer) : button(answer)
     {
         timer.setInterval(20);
-        connect(&timer, &QTimer::timeout, this, [this] {
-            if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget()))
-            {
-                texts.append(box->text());
-                box->button(button)->click();
-            }
-        });
+        connect(&timer, &QTimer::timeout, this,
+                [this]
+                {
+                    if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget()))
+                    {
+                        texts.append(box->text());
+                        box->button(button)->click();
+                    }
+                });
         timer.start();
     }
     QTimer timer;
@@ -58,7 +60,8 @@ struct DialogAnswer : QObject
 bool MakeReadOnly(const QString& path, bool readOnly)
 {
     QFile::setPermissions(path, readOnly ? QFileDevice::ReadOwner | QFileDevice::ExeOwner
-                                         : QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+                                         : QFileDevice::ReadOwner | QFileDevice::WriteOwner |
+                                               QFileDevice::ExeOwner);
     if (!readOnly)
         return QProcess::execute(QStringLiteral("chattr"), {QStringLiteral("-i"), path}) >= 0;
     QFile probe(path + QStringLiteral("/.probe"));
@@ -185,7 +188,8 @@ private slots:
         {
             DialogAnswer cancel(QMessageBox::Cancel);
             QVERIFY(!fixture->Host().Quit());
-            QCOMPARE(cancel.texts, QStringList({"Brindlet Editor 2 files have been modified. Save all changes?"}));
+            QCOMPARE(cancel.texts,
+                     QStringList({"Brindlet Editor 2 files have been modified. Save all changes?"}));
         }
         QVERIFY(fixture->Editor());
         QVERIFY(fixture->Mel(QStringLiteral("brindletEditor2 -v")) == MStatus::kSuccess);
@@ -204,7 +208,8 @@ private slots:
         {
             QSettings ini(Settings::GetUserConfigPath(), QSettings::IniFormat);
             ini.setValue(QStringLiteral("tabs/tabDetails"),
-                         QStringList{QStringLiteral("0;1;%1;1;0").arg(a), QStringLiteral("7;1;%1;1;0;0").arg(b),
+                         QStringList{QStringLiteral("0;1;%1;1;0").arg(a),
+                                     QStringLiteral("7;1;%1;1;0;0").arg(b),
                                      QStringLiteral("0;5;%1;1;0;0").arg(a),
                                      QStringLiteral("x;1;/gone/file.py;1;0;0")});
         }
@@ -259,7 +264,8 @@ private slots:
         const QString path = NewFile(QStringLiteral("watched.py"), "old = 1\n");
         editor->OpenFile(path);
         CodeEditor* codeEditor = Active()->GetCurrent();
-        QProcess::execute(QStringLiteral("sh"), {QStringLiteral("-c"), QStringLiteral("echo 'new = 2' > '%1'").arg(path)});
+        QProcess::execute(QStringLiteral("sh"),
+                          {QStringLiteral("-c"), QStringLiteral("echo 'new = 2' > '%1'").arg(path)});
         QTRY_VERIFY(editor->GetCodeEditorGroupByPath(path));
         QTest::qWait(300);
         // Nothing happens until the user comes back to the editor.
@@ -278,7 +284,8 @@ private slots:
             DialogAnswer no(QMessageBox::No);
             editor->CheckForFileChanges();
             QCOMPARE(no.texts.size(), 1);
-            QVERIFY(no.texts.first().contains(QStringLiteral("This file has been modified by another program.")));
+            QVERIFY(
+                no.texts.first().contains(QStringLiteral("This file has been modified by another program.")));
         }
         QVERIFY(codeEditor->GetText().contains(QStringLiteral("# mine")));
 
@@ -289,7 +296,8 @@ private slots:
         DialogAnswer any(QMessageBox::No);
         editor->CheckForFileChanges();
         QVERIFY(any.texts.isEmpty());
-        QProcess::execute(QStringLiteral("sh"), {QStringLiteral("-c"), QStringLiteral("echo 'x = 4' > '%1'").arg(path)});
+        QProcess::execute(QStringLiteral("sh"),
+                          {QStringLiteral("-c"), QStringLiteral("echo 'x = 4' > '%1'").arg(path)});
         QTest::qWait(300);
         editor->CheckForFileChanges();
         QCOMPARE(codeEditor->GetText(), QStringLiteral("x = 4\n"));
@@ -351,10 +359,14 @@ private slots:
     {
         QTest::addColumn<QString>("typed");
         QTest::addColumn<QString>("saved");
-        QTest::newRow("bare name") << "tool" << "tool.py";
-        QTest::newRow("upper case suffix kept") << "tool.PY" << "tool.PY";
-        QTest::newRow("stub file kept") << "tool.pyi" << "tool.pyi";
-        QTest::newRow("other suffix gains one") << "tool.txt" << "tool.txt.py";
+        QTest::newRow("bare name") << "tool"
+                                   << "tool.py";
+        QTest::newRow("upper case suffix kept") << "tool.PY"
+                                                << "tool.PY";
+        QTest::newRow("stub file kept") << "tool.pyi"
+                                        << "tool.pyi";
+        QTest::newRow("other suffix gains one") << "tool.txt"
+                                                << "tool.txt.py";
     }
 
     void pythonSaveDialogAddsTheRightExtension()
@@ -366,14 +378,16 @@ private slots:
         const QString bufferPath = group->GetFilePath(1);
         Type(group->GetCodeEditor(1), QStringLiteral("print('saved')"));
         const QString directory = files.path();
-        QTimer::singleShot(200, this, [&] {
-            auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-            if (!dialog)
-                return;
-            dialog->setDirectory(directory);
-            dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(typed);
-            QMetaObject::invokeMethod(dialog, "accept");
-        });
+        QTimer::singleShot(200, this,
+                           [&]
+                           {
+                               auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+                               if (!dialog)
+                                   return;
+                               dialog->setDirectory(directory);
+                               dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(typed);
+                               QMetaObject::invokeMethod(dialog, "accept");
+                           });
         editor->SaveAs();
         const QString target = QDir(directory).filePath(saved);
         QVERIFY(QFile::exists(target));

@@ -11,8 +11,8 @@
 #include <maya/MGlobal.h>
 
 #include <QtCore/QFile>
-#include <QtWidgets/QApplication>
 #include <QtTest/QtTest>
+#include <QtWidgets/QApplication>
 
 // Running code from the editor as a user does: focus a buffer, type, execute, read the output.
 class TestScriptExecution : public QObject
@@ -97,7 +97,8 @@ private slots:
         QVERIFY(Output().contains(QStringLiteral("# Error: ValueError: ")));
         QVERIFY(Output().endsWith(QStringLiteral("no luck #\n")));
 
-        CodeEditor* mel = FocusedBuffer(CodeEditorLanguage::MEL, QStringLiteral("string $bq2Answer = \"yes\";"));
+        CodeEditor* mel =
+            FocusedBuffer(CodeEditorLanguage::MEL, QStringLiteral("string $bq2Answer = \"yes\";"));
         QVERIFY(mel);
         editor->Execute();
         mel->SetText(QStringLiteral("$bq2Answer"));
@@ -109,7 +110,8 @@ private slots:
 
     void typesChooseTheText()
     {
-        CodeEditor* python = FocusedBuffer(CodeEditorLanguage::PYTHON, QStringLiteral("print('a')\nprint('b')"));
+        CodeEditor* python =
+            FocusedBuffer(CodeEditorLanguage::PYTHON, QStringLiteral("print('a')\nprint('b')"));
         QVERIFY(python);
         python->SetCursorSelection(0, 10);
         ClearOutput();
@@ -140,7 +142,8 @@ private slots:
     void aBlankLineRunsAndSavesNothing()
     {
         Settings::saveAllOnExecute = true;
-        CodeEditor* python = FocusedBuffer(CodeEditorLanguage::PYTHON, QStringLiteral("print(1)\n    \nprint(2)"));
+        CodeEditor* python =
+            FocusedBuffer(CodeEditorLanguage::PYTHON, QStringLiteral("print(1)\n    \nprint(2)"));
         QVERIFY(python);
         QVERIFY(python->IsModified());
         python->SetCursorPosition(10);
@@ -184,14 +187,15 @@ private slots:
     void forcedImportsAreCheckedAndRun()
     {
         fixture->ClearMessages();
-        Settings::pythonForcedImports = QStringLiteral("import os; from json import dumps; import a:b; print(1);"
-                                                       "  ;import no_such_module_bq2");
+        Settings::pythonForcedImports =
+            QStringLiteral("import os; from json import dumps; import a:b; print(1);"
+                           "  ;import no_such_module_bq2");
         editor->ParseForcedImports();
         QCOMPARE(Settings::pythonParsedForcedImports,
                  QStringList({QStringLiteral("import os"), QStringLiteral("from json import dumps")}));
         for (const char* bad : {"import a:b", "print(1)", "import no_such_module_bq2"})
-            QVERIFY2(fixture->HasMessageContaining(QStringLiteral("Skipping invalid forced import: %1")
-                                                       .arg(QLatin1String(bad))),
+            QVERIFY2(fixture->HasMessageContaining(
+                         QStringLiteral("Skipping invalid forced import: %1").arg(QLatin1String(bad))),
                      bad);
         int defined = 0;
         QVERIFY(MayaUtil::ExecutePythonIntResult(QStringLiteral("int('dumps' in globals())"), defined));
