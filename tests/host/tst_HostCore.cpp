@@ -22,45 +22,13 @@
 #include <QtCore/QTemporaryFile>
 #include <QtTest/QtTest>
 
+#include "OutputRecorder.h"
+
 #include <unistd.h>
 
 namespace
 {
-struct Message
-{
-    MCommandMessage::MessageType type;
-    QString text;
-};
-
-// Everything the host prints while it lives.
-class Recorder
-{
-public:
-    Recorder() { id = MCommandMessage::addCommandOutputCallback(&Recorder::Record, this); }
-    ~Recorder() { MMessage::removeCallback(id); }
-    Recorder(const Recorder&) = delete;
-    Recorder& operator=(const Recorder&) = delete;
-
-    QStringList Texts(MCommandMessage::MessageType type) const
-    {
-        QStringList texts;
-        for (const Message& message : messages)
-        {
-            if (message.type == type)
-                texts.append(message.text);
-        }
-        return texts;
-    }
-
-    QList<Message> messages;
-    MCallbackId id = 0;
-
-private:
-    static void Record(const MString& text, MCommandMessage::MessageType type, void* data)
-    {
-        static_cast<Recorder*>(data)->messages.append({type, QString::fromUtf8(text.asChar())});
-    }
-};
+using Recorder = OutputRecorder;
 
 QString StdoutOf(const std::function<void()>& work)
 {

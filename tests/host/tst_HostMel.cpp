@@ -18,45 +18,11 @@
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
+#include "OutputRecorder.h"
+
 namespace
 {
-struct Message
-{
-    MCommandMessage::MessageType type;
-    QString text;
-};
-
-class Recorder
-{
-public:
-    Recorder() { id = MCommandMessage::addCommandOutputCallback(&Recorder::Record, this); }
-    ~Recorder() { MMessage::removeCallback(id); }
-    Recorder(const Recorder&) = delete;
-    Recorder& operator=(const Recorder&) = delete;
-
-    QStringList Texts(MCommandMessage::MessageType type) const
-    {
-        QStringList texts;
-        for (const Message& message : messages)
-        {
-            if (message.type == type)
-                texts.append(message.text);
-        }
-        return texts;
-    }
-    QString Printed() const { return Texts(MCommandMessage::kDisplay).join(QString()); }
-    QStringList Errors() const { return Texts(MCommandMessage::kError); }
-
-    QList<Message> messages;
-
-private:
-    static void Record(const MString& text, MCommandMessage::MessageType type, void* data)
-    {
-        static_cast<Recorder*>(data)->messages.append({type, QString::fromUtf8(text.asChar())});
-    }
-
-    MCallbackId id = 0;
-};
+using Recorder = OutputRecorder;
 
 MStatus Mel(const QString& text)
 {

@@ -45,21 +45,20 @@ void HostFixture::StartHost()
     // A user sees the host's window; widgets inside it only count as visible once it is shown.
     if (!batch)
         host->ShowMainWindow();
-    recorderId = MCommandMessage::addCommandOutputCallback(&HostFixture::Record, this);
+    recorder = std::make_unique<OutputRecorder>();
 }
 
 void HostFixture::StopHost()
 {
     if (!host)
         return;
-    MMessage::removeCallback(static_cast<MCallbackId>(recorderId));
+    recorder.reset();
     host.reset();
 }
 
 void HostFixture::Restart()
 {
     StopHost();
-    messages.clear();
     StartHost();
     LoadPlugin();
 }
@@ -120,37 +119,20 @@ QString HostFixture::MelString(const QString& text)
 
 const QList<HostFixture::Message>& HostFixture::Messages() const
 {
-    return messages;
+    return recorder->messages;
 }
 
 QStringList HostFixture::MessagesOfType(MCommandMessage::MessageType type) const
 {
-    QStringList texts;
-    for (const Message& message : messages)
-    {
-        if (message.type == type)
-            texts.append(message.text);
-    }
-    return texts;
+    return recorder->Texts(type);
 }
 
 bool HostFixture::HasMessageContaining(const QString& fragment) const
 {
-    for (const Message& message : messages)
-    {
-        if (message.text.contains(fragment))
-            return true;
-    }
-    return false;
+    return recorder->Contains(fragment);
 }
 
 void HostFixture::ClearMessages()
 {
-    messages.clear();
-}
-
-void HostFixture::Record(const MString& message, MCommandMessage::MessageType type, void* clientData)
-{
-    auto* fixture = static_cast<HostFixture*>(clientData);
-    fixture->messages.append({type, MQtUtil::toQString(message)});
+    recorder->messages.clear();
 }

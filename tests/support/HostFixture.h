@@ -1,5 +1,7 @@
 #pragma once
 
+#include "OutputRecorder.h"
+
 #include <maya/MCommandMessage.h>
 #include <maya/MStatus.h>
 
@@ -19,11 +21,7 @@ class HostApplication;
 class HostFixture
 {
 public:
-    struct Message
-    {
-        MCommandMessage::MessageType type;
-        QString text;
-    };
+    using Message = OutputRecorder::Message;
 
     explicit HostFixture(bool batch = false);
     ~HostFixture();
@@ -53,13 +51,11 @@ public:
     void Restart();
 
 private:
-    static void Record(const MString& message, MCommandMessage::MessageType type, void* clientData);
     void StartHost();
     void StopHost();
 
     bool batch;
     QTemporaryDir appDir;
     std::unique_ptr<HostApplication> host;
-    QList<Message> messages;
-    unsigned long long recorderId = 0;
+    std::unique_ptr<OutputRecorder> recorder;
 };

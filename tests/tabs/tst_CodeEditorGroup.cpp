@@ -23,6 +23,8 @@
 #include <algorithm>
 #include <memory>
 
+#include "DragSimulation.h"
+
 namespace
 {
 const QString MIME_TYPE = QStringLiteral("tolvanek-bq2/move-code-editor");
@@ -36,30 +38,6 @@ CodeEditorProperties Properties(const QString& label, CodeEditorLanguage languag
     properties.filePath = QStringLiteral("/scripts/") + label;
     properties.label = label;
     return properties;
-}
-
-QMimeData* TabMimeData(int barId, int index)
-{
-    auto* mimeData = new QMimeData;
-    QByteArray payload;
-    payload.append(static_cast<char>(barId));
-    payload.append(static_cast<char>(index));
-    mimeData->setData(MIME_TYPE, payload);
-    return mimeData;
-}
-
-// Drag events as the window system sends them to the widget under the pointer; unhandled, they
-// travel up to the first parent that takes drops.
-void DragTo(QWidget* target, const QPoint& pos, const QMimeData* mimeData, bool drop)
-{
-    QDragEnterEvent enter(pos, Qt::MoveAction, mimeData, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(target, &enter);
-    QDragMoveEvent move(pos, Qt::MoveAction, mimeData, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(target, &move);
-    if (!drop)
-        return;
-    QDropEvent dropEvent(pos, Qt::MoveAction, mimeData, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(target, &dropEvent);
 }
 
 QStringList Labels(const CodeEditorGroup& group)
@@ -269,15 +247,15 @@ private slots:
         QSignalSpy requested(other.get(), &CodeEditorGroup::MoveTabRequested);
 
         CodeEditorGroupTabBar* otherBar = other->findChild<CodeEditorGroupTabBar*>();
-        std::unique_ptr<QMimeData> fromFirst(TabMimeData(0, 1));
-        DragTo(otherBar, otherBar->GetTabRect(0).center(), fromFirst.get(), true);
+        std::unique_ptr<QMimeData> fromFirst(DragSimulation::TabMimeData(0, 1));
+        DragSimulation::DragTo(otherBar, otherBar->GetTabRect(0).center(), fromFirst.get(), true);
         QCOMPARE(requested.count(), 1);
         QCOMPARE(requested.at(0), (QList<QVariant>{0, 1, 1, 0}));
         QCOMPARE(Labels(*group), (QStringList{"a.mel", "c.mel"}));
         QCOMPARE(Labels(*other), (QStringList{"b.mel", "d.mel"}));
 
-        std::unique_ptr<QMimeData> first(TabMimeData(0, 0));
-        DragTo(TabBar(), TabBar()->GetTabRect(1).center(), first.get(), true);
+        std::unique_ptr<QMimeData> first(DragSimulation::TabMimeData(0, 0));
+        DragSimulation::DragTo(TabBar(), TabBar()->GetTabRect(1).center(), first.get(), true);
         QCOMPARE(Labels(*group), (QStringList{"c.mel", "a.mel"}));
         QCOMPARE(TabBar()->GetTabText(1), QStringLiteral("a.mel"));
     }
@@ -290,29 +268,29 @@ private slots:
         QWidget* viewport = editor->viewport();
         auto* overlay = editor->findChild<OverlayWidget*>();
         QVERIFY(overlay);
-        std::unique_ptr<QMimeData> tab(TabMimeData(0, 3));
+        std::unique_ptr<QMimeData> tab(DragSimulation::TabMimeData(0, 3));
         const int w = viewport->width();
         const int h = viewport->height();
 
-        DragTo(viewport, QPoint(w / 2, h / 2), tab.get(), false);
+        DragSimulation::DragTo(viewport, QPoint(w / 2, h / 2), tab.get(), false);
         QCOMPARE(group->GetDropZone(), TabDropZoneCenter);
         QVERIFY(overlay->isVisible());
         QCOMPARE(overlay->geometry(), editor->rect());
 
         // The edges split the view only while an empty group is left to take the tab.
-        DragTo(viewport, QPoint(3, h / 2), tab.get(), false);
+        DragSimulation::DragTo(viewport, QPoint(3, h / 2), tab.get(), false);
         QCOMPARE(group->GetDropZone(), TabDropZoneCenter);
         group->SetTabDropOtherGroupsEnabled(true);
-        DragTo(viewport, QPoint(3, h / 2), tab.get(), false);
+        DragSimulation::DragTo(viewport, QPoint(3, h / 2), tab.get(), false);
         QCOMPARE(group->GetDropZone(), TabDropZoneBefore);
         QCOMPARE(overlay->geometry(), QRect(0, 0, editor->width() / 2, editor->height()));
-        DragTo(viewport, QPoint(w - 3, h / 2), tab.get(), false);
+        DragSimulation::DragTo(viewport, QPoint(w - 3, h / 2), tab.get(), false);
         QCOMPARE(group->GetDropZone(), TabDropZoneAfter);
         QCOMPARE(overlay->geometry().right(), editor->rect().right());
         QCOMPARE(overlay->geometry().width(), editor->width() - editor->width() / 2);
 
         Settings::codeEditorOrientVertical = true;
-        DragTo(viewport, QPoint(3, 3), tab.get(), false);
+        DragSimulation::DragTo(viewport, QPoint(3, 3), tab.get(), false);
         QCOMPARE(group->GetDropZone(), TabDropZoneBefore);
         QCOMPARE(overlay->geometry(), QRect(0, 0, editor->width(), editor->height() / 2));
 
@@ -328,7 +306,7 @@ private slots:
         QCOMPARE(group->GetDropZone(), TabDropZoneNone);
 
         // A drag that leaves takes its highlight with it.
-        DragTo(viewport, QPoint(w / 2, h / 2), tab.get(), false);
+        DragSimulation::DragTo(viewport, QPoint(w / 2, h / 2), tab.get(), false);
         QDragLeaveEvent leave;
         QCoreApplication::sendEvent(viewport, &leave);
         QVERIFY(!overlay->isVisible());
@@ -358,7 +336,7 @@ private slots:
 
         // On the centre each file opens after the current tab; opened in turn at that index,
         // they end up in the order of the URLs.
-        DragTo(viewport, viewport->rect().center(), &files, true);
+        DragSimulation::DragTo(viewport, viewport->rect().center(), &files, true);
         QCOMPARE(open.count(), 2);
         QStringList tabs;
         for (const QList<QVariant>& arguments : open)
@@ -370,7 +348,7 @@ private slots:
         QCOMPARE(tabs, paths);
 
         // On an edge they go together, to be opened at the front of a new group.
-        DragTo(viewport, QPoint(viewport->width() - 2, 10), &files, true);
+        DragSimulation::DragTo(viewport, QPoint(viewport->width() - 2, 10), &files, true);
         QCOMPARE(openMany.count(), 1);
         QCOMPARE(openMany.at(0).at(1).value<TabDropZone>(), TabDropZoneAfter);
         QStringList front;

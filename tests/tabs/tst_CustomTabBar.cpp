@@ -12,44 +12,13 @@
 
 #include <memory>
 
+#include "DragSimulation.h"
+
 namespace
 {
 const QString MIME_TYPE = QStringLiteral("tolvanek-bq2/move-code-editor");
 const QColor ACTIVE(200, 40, 40);
 const QColor BACKGROUND(30, 30, 120);
-
-QMimeData* TabMimeData(int barId, int index)
-{
-    auto* mimeData = new QMimeData;
-    QByteArray payload;
-    payload.append(static_cast<char>(barId));
-    payload.append(static_cast<char>(index));
-    mimeData->setData(MIME_TYPE, payload);
-    return mimeData;
-}
-
-QMimeData* UrlMimeData(const QStringList& paths)
-{
-    auto* mimeData = new QMimeData;
-    QList<QUrl> urls;
-    for (const QString& path : paths)
-        urls.append(QUrl::fromLocalFile(path));
-    mimeData->setUrls(urls);
-    return mimeData;
-}
-
-// A drag as the window system delivers it: enter, then a move, then the drop if asked for.
-void DragTo(QWidget* target, const QPoint& pos, const QMimeData* mimeData, bool drop)
-{
-    QDragEnterEvent enter(pos, Qt::MoveAction, mimeData, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(target, &enter);
-    QDragMoveEvent move(pos, Qt::MoveAction, mimeData, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(target, &move);
-    if (!drop)
-        return;
-    QDropEvent dropEvent(pos, Qt::MoveAction, mimeData, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(target, &dropEvent);
-}
 
 void MoveMouse(QWidget* widget, const QPoint& pos)
 {
@@ -172,9 +141,9 @@ private slots:
         // The underline is as wide as the label, not the tab.
         QCOMPARE(bar->grab().toImage().pixelColor(bar->GetTabRect(1).bottomLeft() + QPoint(2, 0)), ACTIVE);
 
-        std::unique_ptr<QMimeData> mimeData(TabMimeData(3, 0));
+        std::unique_ptr<QMimeData> mimeData(DragSimulation::TabMimeData(3, 0));
         const QPoint over = bar->GetTabRect(2).topLeft() + corner;
-        DragTo(bar.get(), over, mimeData.get(), false);
+        DragSimulation::DragTo(bar.get(), over, mimeData.get(), false);
         QCOMPARE(bar->GetDropZoneRect(), bar->GetTabRect(2));
         const QColor highlighted = bar->grab().toImage().pixelColor(over);
         QVERIFY(highlighted.red() > BACKGROUND.red() && highlighted.green() > BACKGROUND.green());
@@ -354,31 +323,31 @@ private slots:
     {
         ShowBar(4, 600);
         QSignalSpy move(bar.get(), &CustomTabBar::MoveTabRequested);
-        std::unique_ptr<QMimeData> own(TabMimeData(3, 0));
-        DragTo(bar.get(), bar->GetTabRect(2).center(), own.get(), true);
+        std::unique_ptr<QMimeData> own(DragSimulation::TabMimeData(3, 0));
+        DragSimulation::DragTo(bar.get(), bar->GetTabRect(2).center(), own.get(), true);
         QCOMPARE(move.count(), 1);
         QCOMPARE(move.at(0), (QList<QVariant>{3, 0, 3, 2}));
 
         // Past the last tab: the last index for a tab of this bar, one past it for another bar's.
         const QPoint end(bar->GetTabRect(3).right() + 20, 10);
-        DragTo(bar.get(), end, own.get(), false);
+        DragSimulation::DragTo(bar.get(), end, own.get(), false);
         QCOMPARE(bar->GetDropZoneRect().left(), bar->GetTabRect(3).right() + 1);
         QCOMPARE(bar->GetDropZoneRect().right(), bar->width() - 1);
         QDropEvent drop(end, Qt::MoveAction, own.get(), Qt::LeftButton, Qt::NoModifier);
         QCoreApplication::sendEvent(bar.get(), &drop);
         QCOMPARE(move.at(1), (QList<QVariant>{3, 0, 3, 3}));
-        std::unique_ptr<QMimeData> foreign(TabMimeData(7, 5));
-        DragTo(bar.get(), end, foreign.get(), true);
+        std::unique_ptr<QMimeData> foreign(DragSimulation::TabMimeData(7, 5));
+        DragSimulation::DragTo(bar.get(), end, foreign.get(), true);
         QCOMPARE(move.at(2), (QList<QVariant>{7, 5, 3, 4}));
     }
 
     void tabDraggedOntoItselfShowsNoZone()
     {
         ShowBar(3, 600);
-        std::unique_ptr<QMimeData> own(TabMimeData(3, 1));
-        DragTo(bar.get(), bar->GetTabRect(1).center(), own.get(), false);
+        std::unique_ptr<QMimeData> own(DragSimulation::TabMimeData(3, 1));
+        DragSimulation::DragTo(bar.get(), bar->GetTabRect(1).center(), own.get(), false);
         QVERIFY(!bar->GetDropZoneRect().isValid());
-        DragTo(bar.get(), bar->GetTabRect(0).center(), own.get(), false);
+        DragSimulation::DragTo(bar.get(), bar->GetTabRect(0).center(), own.get(), false);
         QCOMPARE(bar->GetDropZoneRect(), bar->GetTabRect(0));
     }
 
@@ -388,10 +357,10 @@ private slots:
         QSignalSpy move(bar.get(), &CustomTabBar::MoveTabRequested);
         QMimeData malformed;
         malformed.setData(MIME_TYPE, QByteArray("abc"));
-        DragTo(bar.get(), bar->GetTabRect(2).center(), &malformed, true);
+        DragSimulation::DragTo(bar.get(), bar->GetTabRect(2).center(), &malformed, true);
         QMimeData text;
         text.setText(QStringLiteral("plain"));
-        DragTo(bar.get(), bar->GetTabRect(2).center(), &text, false);
+        DragSimulation::DragTo(bar.get(), bar->GetTabRect(2).center(), &text, false);
         QVERIFY(!bar->GetDropZoneRect().isValid());
         QDropEvent drop(bar->GetTabRect(2).center(), Qt::MoveAction, &text, Qt::LeftButton, Qt::NoModifier);
         QCoreApplication::sendEvent(bar.get(), &drop);
@@ -400,8 +369,8 @@ private slots:
 
         // A bar whose tabs are locked takes no drops at all.
         bar->SetTabsMoveable(false);
-        std::unique_ptr<QMimeData> own(TabMimeData(3, 0));
-        DragTo(bar.get(), bar->GetTabRect(2).center(), own.get(), true);
+        std::unique_ptr<QMimeData> own(DragSimulation::TabMimeData(3, 0));
+        DragSimulation::DragTo(bar.get(), bar->GetTabRect(2).center(), own.get(), true);
         QCOMPARE(move.count(), 0);
     }
 
@@ -418,8 +387,8 @@ private slots:
         }
         QSignalSpy open(bar.get(), &CustomTabBar::OpenFileRequested);
         std::unique_ptr<QMimeData> files(
-            UrlMimeData({a, dir.filePath(QStringLiteral("gone.py")), dir.path(), b}));
-        DragTo(bar.get(), bar->GetTabRect(1).center(), files.get(), false);
+            DragSimulation::UrlMimeData({a, dir.filePath(QStringLiteral("gone.py")), dir.path(), b}));
+        DragSimulation::DragTo(bar.get(), bar->GetTabRect(1).center(), files.get(), false);
         QCOMPARE(bar->GetDropZoneRect(), bar->GetTabRect(1));
         QDropEvent drop(bar->GetTabRect(1).center(), Qt::CopyAction, files.get(), Qt::LeftButton,
                         Qt::NoModifier);
@@ -429,7 +398,7 @@ private slots:
         QCOMPARE(open.at(0), (QList<QVariant>{1, b}));
         QCOMPARE(open.at(1), (QList<QVariant>{1, a}));
 
-        DragTo(bar.get(), QPoint(bar->width() - 3, 10), files.get(), true);
+        DragSimulation::DragTo(bar.get(), QPoint(bar->width() - 3, 10), files.get(), true);
         QCOMPARE(open.count(), 4);
         QCOMPARE(open.at(3), (QList<QVariant>{3, a}));
     }
@@ -437,8 +406,8 @@ private slots:
     void draggingNearAnEdgeScrolls()
     {
         ShowBar(10, 220);
-        std::unique_ptr<QMimeData> foreign(TabMimeData(7, 0));
-        DragTo(bar.get(), QPoint(bar->width() - 2, 10), foreign.get(), false);
+        std::unique_ptr<QMimeData> foreign(DragSimulation::TabMimeData(7, 0));
+        DragSimulation::DragTo(bar.get(), QPoint(bar->width() - 2, 10), foreign.get(), false);
         QVERIFY(bar->IsScrolling());
         QVERIFY(bar->GetScrollBarValue() > 0);
         QDragMoveEvent middle(QPoint(bar->width() / 2, 10), Qt::MoveAction, foreign.get(), Qt::LeftButton,
@@ -459,8 +428,8 @@ private slots:
         QTest::mousePress(bar.get(), Qt::LeftButton, Qt::NoModifier, press);
         const int value = bar->GetScrollBarValue();
 
-        std::unique_ptr<QMimeData> own(TabMimeData(3, bar->GetCurrentIndex()));
-        DragTo(bar.get(), press, own.get(), false);
+        std::unique_ptr<QMimeData> own(DragSimulation::TabMimeData(3, bar->GetCurrentIndex()));
+        DragSimulation::DragTo(bar.get(), press, own.get(), false);
         QVERIFY(!bar->IsScrolling());
         QCOMPARE(bar->GetScrollBarValue(), value);
         QDragMoveEvent further(QPoint(4, 10), Qt::MoveAction, own.get(), Qt::LeftButton, Qt::NoModifier);
