@@ -27,7 +27,6 @@
 
 namespace
 {
-const QString MIME_TYPE = QStringLiteral("tolvanek-bq2/move-code-editor");
 
 CodeEditorProperties Properties(const QString& label, CodeEditorLanguage language = CodeEditorLanguage::MEL,
                                 CodeEditorType type = CodeEditorType::INTERNAL_BUFFER)
