@@ -7,6 +7,7 @@
 #include "tabs/TabDropZone.h"
 
 #include <QtCore/QList>
+#include <QtCore/QPointer>
 #include <QtCore/QStringList>
 #include <QtWidgets/QWidget>
 
@@ -258,7 +259,8 @@ private:
     CodeEditorGroup* FirstHiddenCodeEditorGroup() const;
     void PlaceCodeEditorGroupBeside(CodeEditorGroup* group, CodeEditorGroup* target, TabDropZone dropZone);
 
-    QWidget* mainWindow = nullptr;
+    // The host's main window; it may be gone before this widget is.
+    QPointer<QWidget> mainWindow;
 
     QAction* saveStateAction = nullptr;
     QAction* clearOutputAction = nullptr;
