@@ -82,6 +82,12 @@ private slots:
         ClearOutput();
         QTest::keyClick(python, Qt::Key_Return, Qt::ControlModifier);
         QCOMPARE(Output(), QStringLiteral("print(6*7)\n42\n"));
+
+        // The number pad's Enter runs too, and types nothing.
+        ClearOutput();
+        QTest::keyClick(python, Qt::Key_Enter, Qt::KeypadModifier);
+        QCOMPARE(Output(), QStringLiteral("print(6*7)\n42\n"));
+        QCOMPARE(python->GetText(), QStringLiteral("print(6*7)"));
     }
 
     void expressionsErrorsAndMelVariables()
