@@ -6,6 +6,8 @@
 #include <maya/MGlobal.h>
 
 #include <QtTest/QtTest>
+#include <QtWidgets/QDockWidget>
+#include <QtWidgets/QMainWindow>
 
 // The host bridge against the substitute host: the text each operation sends and what it
 // makes of the answer.
@@ -92,6 +94,42 @@ private slots:
         QVERIFY(MayaUtil::mainMenuItemName.isEmpty());
         MayaUtil::RemoveMainMenuItem();
         QVERIFY(fixture->MessagesOfType(MCommandMessage::kError).isEmpty());
+    }
+
+    void aButtonThatIsNotTheScriptEditorsIsNotTaken()
+    {
+        // Overridden already: no button answers "ScriptEditor" any more.
+        MayaUtil::scriptEditorButtonName.clear();
+        fixture->ClearMessages();
+        MayaUtil::OverrideScriptEditorButton();
+        QVERIFY(MayaUtil::scriptEditorButtonName.isEmpty());
+        QVERIFY(fixture->HasMessageContaining(
+            QStringLiteral("[BrindletEditor2] Failed to identify Script Editor button")));
+    }
+
+    void workspaceControlLabelAndPlace()
+    {
+        Settings::windowGeometry = QRect(40, 60, 700, 500);
+        QWidget* parent = MayaUtil::CreateWorkspaceControl();
+        QVERIFY(parent);
+        QVERIFY(MayaUtil::CreateWorkspaceControl() == nullptr);
+        QWidget* control = MayaUtil::GetWorkspaceControl();
+        QVERIFY(control);
+        QCOMPARE(control->window()->geometry(), QRect(40, 60, 700, 500));
+        QCOMPARE(fixture->Host().WorkspaceControlUiScript(MayaUtil::workspaceControlName),
+                 QStringLiteral("brindletEditor2"));
+
+        // A floating panel shows the title it is given; a docked one always the plain title.
+        MayaUtil::SetWorkspaceLabel(QStringLiteral("tool.py - Brindlet Editor 2"));
+        QCOMPARE(control->window()->windowTitle(), QStringLiteral("tool.py - Brindlet Editor 2"));
+        fixture->Mel(
+            QStringLiteral("workspaceControl -e -floating 0 %1").arg(MayaUtil::workspaceControlName));
+        MayaUtil::SetWorkspaceLabel(QStringLiteral("tool.py - Brindlet Editor 2"));
+        auto* dock = qobject_cast<QDockWidget*>(
+            fixture->Host().MainWindow()->findChild<QDockWidget*>(MayaUtil::workspaceControlName));
+        QVERIFY(dock);
+        QCOMPARE(dock->windowTitle(), QStringLiteral("Brindlet Editor 2"));
+        Settings::windowGeometry = QRect();
     }
 
     void customScaleFollowsTheDpiMode()
