@@ -3,7 +3,7 @@
 set -euo pipefail
 packages=(build-essential cmake ninja-build pkg-config qt6-base-dev qt6-base-dev-tools libgl-dev
           libxkbcommon-dev libpython3.11-dev python3 libbenchmark-dev fonts-liberation
-          xvfb xdotool imagemagick)
+          xvfb xdotool imagemagick ccache clang-14 libclang-rt-14-dev pylint ripgrep)
 missing=()
 for p in "${packages[@]}"; do
     dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
