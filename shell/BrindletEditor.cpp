@@ -201,6 +201,7 @@ void BrindletEditor::CreateConnections()
     connect(panelGroup, SIGNAL(ReceivedFocus()), this, SLOT(CheckForFileChanges()));
     connect(sideBar, SIGNAL(SideBarVisibilityChangeRequested(bool)), this, SLOT(SetSideBarVisible(bool)));
     connect(sideBar, SIGNAL(ViewChangeRequested(SideBarView)), this, SLOT(SetSideBarView(SideBarView)));
+    ConnectSideBar();
     connect(activityBar, SIGNAL(ViewSelected(SideBarView)), this,
             SLOT(OnActivityBarViewSelected(SideBarView)));
     connect(activityBar, SIGNAL(ActivityBarVisibilityChangeRequested(bool)), this,
@@ -325,6 +326,7 @@ void BrindletEditor::RefreshCodeEditorGroups(bool equalizeSizes)
     }
     for (CodeEditorGroup* group : codeEditorGroups)
         group->SetTabDropOtherGroupsEnabled(count != codeEditorGroups.size());
+    RefreshOpenCodeEditorsView();
     if (equalizeSizes)
         editorGroupSplitter->setSizes(QList<int>(editorGroupSplitter->count(), 1));
 }
@@ -338,6 +340,7 @@ void BrindletEditor::FocusActiveCodeEditor()
 
 void BrindletEditor::OnActiveCodeEditorChanged()
 {
+    UpdateOpenCodeEditorViewSelection();
     sideBar->SaveOutline();
     if (CodeEditorGroup* group = GetActiveCodeEditorGroup())
         group->UpdateParser();
