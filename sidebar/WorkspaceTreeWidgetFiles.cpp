@@ -56,6 +56,12 @@ void WorkspaceTreeWidget::NewItem(WorkspaceItemType type)
         Logger::Error("A folder needs to be selected first.");
         return;
     }
+    QTreeWidgetItem* target = TargetFolder(item);
+    if (!target)
+        return;
+    // The dialog runs the event loop, and a change on disk meanwhile rebuilds the tree: only
+    // the folder's path is sure to outlive it.
+    const QString targetPath = GetPath(target);
     const bool file = type == WorkspaceItemFile;
     const QString name = QInputDialog::getText(
         this, file ? QStringLiteral("New File") : QStringLiteral("New Folder"),
@@ -63,10 +69,7 @@ void WorkspaceTreeWidget::NewItem(WorkspaceItemType type)
         Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
     if (name.isEmpty())
         return;
-    QTreeWidgetItem* target = TargetFolder(item);
-    if (!target)
-        return;
-    const QString path = QStringLiteral("%1/%2").arg(GetPath(target), name);
+    const QString path = QStringLiteral("%1/%2").arg(targetPath, name);
     if (file)
     {
         if (QFileInfo::exists(path))
@@ -95,6 +98,11 @@ void WorkspaceTreeWidget::NewItem(WorkspaceItemType type)
             return;
         }
     }
+    target = GetTopLevelItemByPath(targetPath);
+    if (!target)
+        target = FindItem(targetPath);
+    if (!target)
+        return; // the watcher's rebuild shows it
     // A folder still unread gets its whole listing, the new entry with it; adding the entry
     // beside the placeholder would keep the rest of the folder from being read.
     if (target->childCount() == 1 && IsPlaceholderItem(target->child(0)))
