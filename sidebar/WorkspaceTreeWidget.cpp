@@ -156,11 +156,38 @@ void WorkspaceTreeWidget::AddChildren(QTreeWidgetItem* item, const QFileInfo& in
     const QFileInfoList entries = dir.entryInfoList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden |
                                                         QDir::System,
                                                     QDir::DirsFirst | QDir::IgnoreCase | QDir::Name);
+    // Made apart and inserted in one go: an open folder of thousands of entries would
+    // otherwise relayout the view at each row.
+    QList<QTreeWidgetItem*> children;
+    QList<QTreeWidgetItem*> folders;
     for (const QFileInfo& entry : entries)
-        AddChild(item, entry);
+    {
+        QTreeWidgetItem* child = CreateChild(entry);
+        if (!child)
+            continue;
+        children.append(child);
+        if (IsFolderItem(child))
+        {
+            WatchDirectory(entry.absoluteFilePath());
+            if (!QDir(entry.absoluteFilePath())
+                     .isEmpty(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden | QDir::System))
+            {
+                auto* placeholderItem = new QTreeWidgetItem(WorkspaceItemPlaceholder);
+                placeholderItem->setText(0, QStringLiteral("placeholder"));
+                child->addChild(placeholderItem);
+                folders.append(child);
+            }
+        }
+    }
+    item->addChildren(children);
+    for (QTreeWidgetItem* folder : std::as_const(folders))
+    {
+        folder->child(0)->setHidden(true);
+        RestoreExpandedState(folder);
+    }
 }
 
-QTreeWidgetItem* WorkspaceTreeWidget::AddChild(QTreeWidgetItem* parent, const QFileInfo& info)
+QTreeWidgetItem* WorkspaceTreeWidget::CreateChild(const QFileInfo& info) const
 {
     const bool folder = info.isDir();
     const QString name = info.fileName();
@@ -183,8 +210,16 @@ QTreeWidgetItem* WorkspaceTreeWidget::AddChild(QTreeWidgetItem* parent, const QF
         item->setIcon(0, FileIcon(info));
     }
     SetPath(item, info.absoluteFilePath());
+    return item;
+}
+
+QTreeWidgetItem* WorkspaceTreeWidget::AddChild(QTreeWidgetItem* parent, const QFileInfo& info)
+{
+    QTreeWidgetItem* item = CreateChild(info);
+    if (!item)
+        return nullptr;
     parent->addChild(item);
-    if (folder)
+    if (IsFolderItem(item))
         AddChildren(item, info, true);
     return item;
 }

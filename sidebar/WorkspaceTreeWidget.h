@@ -74,6 +74,7 @@ private:
     void CreateConnections();
     void AddChildren(QTreeWidgetItem* item, const QFileInfo& info, bool placeholder);
     QTreeWidgetItem* AddChild(QTreeWidgetItem* parent, const QFileInfo& info);
+    QTreeWidgetItem* CreateChild(const QFileInfo& info) const;
     void WatchDirectory(const QString& path);
     void RestoreExpandedState(QTreeWidgetItem* item);
     static QByteArray PathHash(const QString& path);
