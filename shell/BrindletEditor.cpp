@@ -201,6 +201,7 @@ void BrindletEditor::CreateConnections()
     connect(panelGroup, SIGNAL(ReceivedFocus()), this, SLOT(CheckForFileChanges()));
     connect(sideBar, SIGNAL(SideBarVisibilityChangeRequested(bool)), this, SLOT(SetSideBarVisible(bool)));
     connect(sideBar, SIGNAL(ViewChangeRequested(SideBarView)), this, SLOT(SetSideBarView(SideBarView)));
+    ConnectSideBar();
     connect(activityBar, SIGNAL(ViewSelected(SideBarView)), this,
             SLOT(OnActivityBarViewSelected(SideBarView)));
     connect(activityBar, SIGNAL(ActivityBarVisibilityChangeRequested(bool)), this,
@@ -327,6 +328,7 @@ void BrindletEditor::RefreshCodeEditorGroups(bool equalizeSizes)
     }
     for (CodeEditorGroup* group : codeEditorGroups)
         group->SetTabDropOtherGroupsEnabled(count != codeEditorGroups.size());
+    RefreshOpenCodeEditorsView();
     if (equalizeSizes)
         editorGroupSplitter->setSizes(QList<int>(editorGroupSplitter->count(), 1));
     KeepActiveCodeEditorGroup(active, activeWasShown);
@@ -366,6 +368,7 @@ void BrindletEditor::FocusActiveCodeEditor()
 
 void BrindletEditor::OnActiveCodeEditorChanged()
 {
+    UpdateOpenCodeEditorViewSelection();
     sideBar->SaveOutline();
     if (CodeEditorGroup* group = GetActiveCodeEditorGroup())
         group->UpdateParser();
@@ -387,9 +390,9 @@ void BrindletEditor::SetParsingEnabled(bool enabled)
         group->SetParsingEnabled(enabled);
 }
 
-void BrindletEditor::OnParserUpdated(BaseParser* /*parser*/)
+void BrindletEditor::OnParserUpdated(BaseParser* parser)
 {
-    // The outline view that shows the parser's symbols joins with the side bar's views.
+    sideBar->UpdateOutline(parser);
 }
 
 // ---------------------------------------------------------------------------------------------

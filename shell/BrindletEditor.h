@@ -219,6 +219,21 @@ public slots:
     void PrintMayaEnvVarPaths();
     void ParseForcedImports();
 
+    // Side bar.
+    void RefreshOpenCodeEditorsView();
+    void UpdateOpenCodeEditorViewSelection();
+    void ShowQuickHelp();
+    void SetQuickHelpSearchText(const QString& text, bool showWhenHidden);
+    void InsertQuickHelpFlag(const QString& flag);
+    void OnOutlineSelectionChanged(int startPos, int endPos);
+    void OnShowInSideBarRequested(const QString& path);
+    void OnWorkspaceItemDeleted(const QString& path, bool isFolder);
+    void OnWorkspaceModified();
+    void RefreshWorkspace();
+    void AddFolderToWorkspace(const QString& dirPath);
+    void SaveWorkspaceAs();
+    void OpenWorkspace();
+
 protected:
     bool eventFilter(QObject* object, QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -259,6 +274,7 @@ private:
     void ChangeFocusedFontSize(int step);
     CodeEditorGroup* FirstHiddenCodeEditorGroup() const;
     void PlaceCodeEditorGroupBeside(CodeEditorGroup* group, CodeEditorGroup* target, TabDropZone dropZone);
+    void ConnectSideBar();
 
     // The host's main window; it may be gone before this widget is.
     QPointer<QWidget> mainWindow;
