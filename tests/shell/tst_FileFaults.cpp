@@ -234,7 +234,6 @@ private slots:
         CodeEditor* codeEditor = OpenFile(path);
         QVERIFY(codeEditor);
         QVERIFY(!codeEditor->IsModified());
-        QVERIFY2(TabToolTip().contains(shown), qPrintable(TabToolTip()));
         editor->Save();
         QCOMPARE(ReadFile(path), original);
         // Running code and quitting save everything: still the same bytes.
@@ -245,6 +244,8 @@ private slots:
         editor->Save();
         QCOMPARE(ReadFile(path), edited);
         QVERIFY(!codeEditor->IsModified());
+        // The user sees how the file is stored.
+        QVERIFY2(TabToolTip().contains(shown), qPrintable(TabToolTip()));
     }
 
     void mixedLineEndingsAreSaid()
