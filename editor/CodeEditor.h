@@ -2,6 +2,8 @@
 
 #include "editor/CodeEditorProperties.h"
 #include "language/ParserMessage.h"
+#include "editor/FileStamp.h"
+#include "editor/TextFileCodec.h"
 
 #include <QtCore/QFileSystemWatcher>
 #include <QtCore/QList>
@@ -145,6 +147,19 @@ public:
     static QTextCharFormat* sLineNumbersFormat;
     static QTextCharFormat* sGutterFormat;
     static QTextCharFormat* sIndentationGuidesFormat;
+
+    // The file on disk: how its bytes are stored and what they were when last read or written.
+    const TextFileFormat& GetFileFormat() const { return fileFormat; }
+    void SetFileFormat(const TextFileFormat& format) { fileFormat = format; }
+    const FileStamp& GetFileStamp() const { return fileStamp; }
+    void SetFileStamp(const FileStamp& stamp) { fileStamp = stamp; }
+    // The text as it belongs in the file: unlike GetText(), line separators and no-break spaces
+    // inside a line stay what they are.
+    QString GetTextForSave() const;
+    // Replaces the whole text as one undo step, so that the text before can be had back.
+    void ReplaceTextUndoable(const QString& text);
+    bool IsWatchingFile() const;
+    void WatchFile();
 
 signals:
     void ReceivedFocus();
@@ -306,4 +321,6 @@ private:
     QTimer textChangedTimer;
     int tabStopPixels = 24;
     int pendingScrollValue = -1;
+    TextFileFormat fileFormat;
+    FileStamp fileStamp;
 };

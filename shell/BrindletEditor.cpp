@@ -4,6 +4,7 @@
 #include "output/PanelGroup.h"
 #include "plugin/MayaUtil.h"
 #include "settings/Settings.h"
+#include "shell/RecoveryStore.h"
 #include "shell/StatusBar.h"
 #include "sidebar/ActivityBar.h"
 #include "sidebar/SideBar.h"
@@ -24,6 +25,7 @@ BrindletEditor::BrindletEditor(QWidget* parent) : QWidget(parent), mainWindow(Ma
     CreateLayout();
     CreateConnections();
     ApplyPreferences();
+    recoveryStore = new RecoveryStore(this);
     RestoreCodeEditors();
     if (GetCodeEditorCount() == 0)
     {

@@ -23,6 +23,9 @@ class QMenu;
 class QMenuBar;
 class QSplitter;
 class QVBoxLayout;
+class RecoveryStore;
+struct FileStamp;
+struct TextFileFormat;
 class SideBar;
 class StatusBar;
 
@@ -275,6 +278,20 @@ private:
     CodeEditorGroup* FirstHiddenCodeEditorGroup() const;
     void PlaceCodeEditorGroupBeside(CodeEditorGroup* group, CodeEditorGroup* target, TabDropZone dropZone);
     void ConnectSideBar();
+    // Files kept byte for byte, conflicts, failed saves and recovery copies.
+    QString ReadFileText(const QString& path, TextFileFormat& format, FileStamp& stamp) const;
+    void ApplyFileFormat(CodeEditor* codeEditor, const TextFileFormat& format, const FileStamp& stamp);
+    bool WriteCodeEditor(CodeEditor* codeEditor, const QString& path);
+    bool ConfirmOverwriteChangedFile(CodeEditor* codeEditor);
+    bool ReloadCodeEditor(CodeEditor* codeEditor, bool undoable);
+    void FindLostFileChanges();
+    void RestoreOrphanedBuffers();
+    void OfferRecoveredBuffers();
+    void RestoreRecoveredBuffer(const QString& filePath, const CodeEditorProperties& properties,
+                                const QString& text);
+    bool SaveFilesBeforeQuit(bool saveAll);
+    int ShowFailedSaveDialog(const QString& label, const QString& reason);
+    void KeepChangedFilesInRecovery();
 
     // The host's main window; it may be gone before this widget is.
     QPointer<QWidget> mainWindow;
@@ -345,4 +362,9 @@ private:
     // then would replace the user's bindings with the defaults.
     bool keyBindingsRead = false;
     bool moduleStateUpdated = false;
+    RecoveryStore* recoveryStore = nullptr;
+    // Files whose save failed at quit and that the user let go: kept as recovery copies only.
+    QStringList keptInRecovery;
+    // Why the last write failed, in words, for the question at quit.
+    QString lastSaveFailure;
 };

@@ -345,8 +345,17 @@ void CodeEditorGroup::SetTabLabel(int index, const QString& label, bool modified
 
 void CodeEditorGroup::SetTabToolTip(int index, const CodeEditorProperties& properties)
 {
-    tabBar->SetTabToolTip(index, properties.type != CodeEditorType::INTERNAL_BUFFER ? properties.filePath
-                                                                                    : properties.label);
+    if (properties.type == CodeEditorType::INTERNAL_BUFFER)
+    {
+        tabBar->SetTabToolTip(index, properties.label);
+        return;
+    }
+    // How the file is stored, so that a save that keeps it so is no surprise.
+    const CodeEditor* codeEditor = GetCodeEditor(index);
+    tabBar->SetTabToolTip(index, codeEditor ? QStringLiteral("%1\n%2").arg(properties.filePath,
+                                                                            TextFileCodec::Describe(
+                                                                                codeEditor->GetFileFormat()))
+                                            : properties.filePath);
 }
 
 void CodeEditorGroup::SetTabLanguage(int index, CodeEditorLanguage language)
