@@ -11,11 +11,13 @@
 #include <QtGui/QTextCursor>
 #include <QtWidgets/QPlainTextEdit>
 
+class CodeEditorBlockData;
 class KeyBindings;
 enum class KeySequenceType : int;
 class OverlayWidget;
 class QMenu;
 class QSyntaxHighlighter;
+class QTextBlock;
 class QTextCharFormat;
 
 // The text widget of one buffer: knows its language, its file, its tab rules, and turns the
@@ -126,6 +128,11 @@ public:
     static QTextCharFormat* sLineNumbersFormat;
     static QTextCharFormat* sGutterFormat;
     static QTextCharFormat* sIndentationGuidesFormat;
+
+    // What the highlighter recorded for a block; null before its first pass over the block.
+    static CodeEditorBlockData* GetBlockData(const QTextBlock& block);
+    static CodeEditorBlockData* GetBlockData(const QTextCursor& cursor);
+    static CodeEditorBlockData* GetPreviousBlockData(const QTextCursor& cursor);
 
 signals:
     void ReceivedFocus();
