@@ -17,6 +17,7 @@
 
 class CodeEditorErrorBarOverlay;
 class CodeEditorLineNumbers;
+class CodeEditorBlockData;
 class KeyBindings;
 enum class KeySequenceType : int;
 class OverlayWidget;
@@ -160,6 +161,10 @@ public:
     void ReplaceTextUndoable(const QString& text);
     bool IsWatchingFile() const;
     void WatchFile();
+    // What the highlighter recorded for a block; null before its first pass over the block.
+    static CodeEditorBlockData* GetBlockData(const QTextBlock& block);
+    static CodeEditorBlockData* GetBlockData(const QTextCursor& cursor);
+    static CodeEditorBlockData* GetPreviousBlockData(const QTextCursor& cursor);
 
 signals:
     void ReceivedFocus();
