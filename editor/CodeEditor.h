@@ -13,8 +13,6 @@
 #include <QtGui/QTextCursor>
 #include <QtWidgets/QPlainTextEdit>
 
-class CodeEditorErrorBarOverlay;
-class CodeEditorLineNumbers;
 class KeyBindings;
 enum class KeySequenceType : int;
 class OverlayWidget;
@@ -145,6 +143,11 @@ public:
     static QTextCharFormat* sLineNumbersFormat;
     static QTextCharFormat* sGutterFormat;
     static QTextCharFormat* sIndentationGuidesFormat;
+
+    // What the highlighter recorded for a block; null before its first pass over the block.
+    static CodeEditorBlockData* GetBlockData(const QTextBlock& block);
+    static CodeEditorBlockData* GetBlockData(const QTextCursor& cursor);
+    static CodeEditorBlockData* GetPreviousBlockData(const QTextCursor& cursor);
 
 signals:
     void ReceivedFocus();

@@ -7,7 +7,6 @@
 #include "settings/Settings.h"
 #include "tabs/CodeEditorGroup.h"
 
-#include <QtGui/QSyntaxHighlighter>
 #include <QtGui/QTextBlock>
 #include <QtGui/QTextDocument>
 #include <QtTest/QtTest>
@@ -29,45 +28,11 @@ CodeEditorProperties Properties(CodeEditorLanguage language)
     return properties;
 }
 
-// Fills block data as a language's highlighter does: brackets outside double-quoted strings, the
-// leading indent and whether the line is blank.
-class BlockDataHighlighter : public QSyntaxHighlighter
-{
-public:
-    using QSyntaxHighlighter::QSyntaxHighlighter;
-
-protected:
-    void highlightBlock(const QString& text) override
-    {
-        auto* data = new CodeEditorBlockData;
-        bool inString = false;
-        for (int i = 0; i < text.size(); ++i)
-        {
-            const QChar c = text.at(i);
-            if (c == QLatin1Char('"'))
-                inString = !inString;
-            else if (!inString && QStringLiteral("()[]{}").contains(c))
-                data->AppendBrace(c, i);
-        }
-        int indent = 0;
-        while (indent < text.size() && (text.at(indent) == QLatin1Char(' ') || text.at(indent) == QLatin1Char('\t')))
-            ++indent;
-        data->SetIndent(text.left(indent));
-        data->SetEmpty(text.trimmed().isEmpty());
-        setCurrentBlockUserData(data);
-    }
-};
-
+// An editor with the language's own highlighter, which fills the block data.
 class BlockDataEditor : public CodeEditor
 {
 public:
-    explicit BlockDataEditor(CodeEditorLanguage language) : CodeEditor(Properties(language), nullptr)
-    {
-        SetProperties(GetProperties(), true);
-    }
-
-protected:
-    QSyntaxHighlighter* CreateHighlighter() override { return new BlockDataHighlighter(document()); }
+    explicit BlockDataEditor(CodeEditorLanguage language) : CodeEditor(Properties(language), nullptr) {}
 };
 
 bool IsNear(QRgb pixel, QRgb color, int tolerance = 40)
