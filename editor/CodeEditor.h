@@ -13,6 +13,9 @@
 #include <QtGui/QTextCursor>
 #include <QtWidgets/QPlainTextEdit>
 
+class CodeEditorBlockData;
+class CodeEditorErrorBarOverlay;
+class CodeEditorLineNumbers;
 class KeyBindings;
 enum class KeySequenceType : int;
 class OverlayWidget;

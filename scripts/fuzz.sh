@@ -28,6 +28,7 @@ seed fuzz_MelParser "$root"/fuzz/seeds/mel/* "$root"/resources/bq2_scripts/*.mel
 seed fuzz_PythonParser "$root"/fuzz/seeds/python/* "$root"/resources/bq2_python/*.py \
     $(ls -S /usr/lib/python3.11/*.py 2>/dev/null | tail -n 150)
 seed fuzz_IniReaders "$root"/fuzz/seeds/ini/*
+seed fuzz_Highlighters "$root"/fuzz/seeds/highlighters/*
 for target in $targets; do
     mkdir -p "$corpus/$target"
     echo "fuzzing $target for ${seconds}s"
