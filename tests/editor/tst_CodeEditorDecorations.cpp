@@ -228,6 +228,14 @@ private slots:
         const QImage gutterImage = gutter->grab().toImage();
         const QImage barImage = bar->grab().toImage();
         const QImage textImage = editor->viewport()->grab().toImage();
+        // The same text without marks, so that coloured text is not taken for an underline.
+        bool& display = static_cast<CodeEditorLanguage>(language) == CodeEditorLanguage::MEL ? Settings::melDisplayErrors
+                                                                                           : Settings::pythonDisplayErrors;
+        display = false;
+        editor->UpdateErrorsAndWarnings({}, {}, {});
+        const QImage plainImage = editor->viewport()->grab().toImage();
+        display = true;
+        session->group.UpdateParser();
         const int blocks = editor->document()->blockCount();
         const int dotX = editor->GetGutterWidth() / 2;
 
@@ -245,7 +253,13 @@ private slots:
             QVERIFY2((barCount > 0) == marked, qPrintable(QStringLiteral("bar at line %1").arg(block)));
             // The wavy underline under the text.
             const QRect band(0, rect.top(), textImage.width(), rect.height() + 3);
-            const int wave = CountResembling(textImage, band, color);
+            int wave = 0;
+            const QRect clipped = band.intersected(textImage.rect());
+            for (int y = clipped.top(); y <= clipped.bottom(); ++y)
+            {
+                for (int x = clipped.left(); x <= clipped.right(); ++x)
+                    wave += textImage.pixel(x, y) != plainImage.pixel(x, y) && Resembles(textImage.pixel(x, y), color);
+            }
             QVERIFY2((wave > 0) == (marked && underlined), qPrintable(QStringLiteral("underline at line %1").arg(block)));
         }
         if (line < 0)
@@ -497,7 +511,7 @@ private slots:
         };
         QVERIFY(column(firstGuideX, line1) >= line1.height() / 2);
         QVERIFY(column(secondGuideX, line1) >= line1.height() / 2);
-        QCOMPARE(column(secondGuideX, line2), 0);
+        QVERIFY(column(secondGuideX, line2) < line2.height() / 4);
 
         Settings::codeEditorDisplayIndentationGuides = false;
         editor.viewport()->update();
