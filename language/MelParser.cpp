@@ -150,31 +150,7 @@ void MelParser::ParseMultiLineComment()
 
 bool MelParser::ParseString(int start)
 {
-    // Written as a loop: an escaped quote or a continued line starts the same search again.
-    const int last = static_cast<int>(script.size()) - 1;
-    for (;;)
-    {
-        int newline = static_cast<int>(script.indexOf(QLatin1Char('\n'), position + 1));
-        const int quote = static_cast<int>(script.indexOf(QLatin1Char('"'), position + 1));
-        if (quote >= 1 && (newline < 0 || quote < newline))
-        {
-            const bool escaped = CountBackslashesBefore(quote, position) % 2 == 1;
-            position = quote;
-            if (escaped)
-                continue;
-            return true;
-        }
-        if (newline >= 1 && newline < last && CountBackslashesBefore(newline, position) % 2 == 1)
-        {
-            position = newline;
-            continue;
-        }
-        if (newline < 1 || newline >= last)
-            newline = last;
-        AppendError(QStringLiteral("Unterminated String"), start, newline);
-        position = newline;
-        return false;
-    }
+    return ParseQuotedString(QLatin1Char('"'), start);
 }
 
 bool MelParser::ParseGlobalVariable()
