@@ -476,7 +476,7 @@ bool PythonParser::ParseImportAs(const QString& line, int matchLength)
     static const QRegularExpression name(QStringLiteral("[a-zA-Z0-9_\\.]+"));
     static const QRegularExpression notInName(QStringLiteral("[^a-zA-Z0-9_\\.]+"));
     const int lineOffset = position;
-    const QString module = name.match(script, position + 6).captured();
+    const QString module = name.match(line.mid(6)).captured();
     QString rest = line.mid(matchLength);
     CutAtComment(rest);
     const QString alias = rest.trimmed();
@@ -501,7 +501,7 @@ bool PythonParser::ParseFromImport()
     const int length = MatchLengthAtLineStart(fromImport, line);
     if (length < 0)
         return false;
-    const QString module = name.match(script, position + 4).captured();
+    const QString module = name.match(line.mid(4)).captured();
     const int listStart = position + length;
     QString list = line.mid(length);
     position += static_cast<int>(line.size()) - 1;
