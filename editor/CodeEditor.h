@@ -15,9 +15,9 @@
 #include <QtGui/QTextCursor>
 #include <QtWidgets/QPlainTextEdit>
 
+class CodeEditorBlockData;
 class CodeEditorErrorBarOverlay;
 class CodeEditorLineNumbers;
-class CodeEditorBlockData;
 class KeyBindings;
 enum class KeySequenceType : int;
 class OverlayWidget;
