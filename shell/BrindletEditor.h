@@ -178,6 +178,7 @@ public slots:
     void OpenRecentFile();
     void ReopenClosedFile();
     void ClearRecentFiles();
+    void OpenPylintrc();
     void Save();
     void SaveAs();
     void SaveAll(bool internalBuffers = true, bool fileBuffers = true);
