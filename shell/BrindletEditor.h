@@ -2,6 +2,7 @@
 
 #include "editor/CodeEditorProperties.h"
 #include "settings/KeyBindings.h"
+#include "settings/PreferencePage.h"
 #include "shell/ExecuteType.h"
 #include "sidebar/SideBarView.h"
 #include "tabs/TabDropZone.h"
@@ -17,6 +18,7 @@ class CodeEditor;
 class CodeEditorGroup;
 class QFileInfo;
 class PanelGroup;
+class PreferencesDialog;
 class QAction;
 class QHBoxLayout;
 class QMenu;
@@ -179,6 +181,8 @@ public slots:
     void ReopenClosedFile();
     void ClearRecentFiles();
     void OpenPylintrc();
+    void ShowPreferencesDialog();
+    void ShowPreferencesDialog(PreferencePage page);
     void Save();
     void SaveAs();
     void SaveAll(bool internalBuffers = true, bool fileBuffers = true);
@@ -312,6 +316,7 @@ private:
     QMenuBar* menuBar = nullptr;
     QMenu* recentFilesMenu = nullptr;
     PanelGroup* panelGroup = nullptr;
+    PreferencesDialog* preferencesDialog = nullptr; // made at its first showing
     SideBar* sideBar = nullptr;
     ActivityBar* activityBar = nullptr;
     StatusBar* statusBar = nullptr;
