@@ -77,5 +77,5 @@ void CodeEditorGroup::OnPylintOutput(const QString& path, const QStringList& iss
     // Findings for a buffer that is no longer current are dropped; the next change asks again.
     CodeEditor* current = GetCurrent();
     if (current && current->GetFilePath() == path)
-        (void)current; // TEMP-UNTIL-PARSE
+        current->UpdateErrorsAndWarnings(errors, warnings, infos);
 }
