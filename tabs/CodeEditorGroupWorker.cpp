@@ -48,6 +48,8 @@ void CodeEditorGroup::DestroyWorkerThread()
 
 void CodeEditorGroup::OnPylintOutput(const QString& path, const QStringList& issues, int elementCount)
 {
+    // Widgets are touched here only; the worker reaches this slot through a queued connection.
+    Q_ASSERT(QThread::currentThread() == thread());
     QList<ParserMessage> errors;
     QList<ParserMessage> warnings;
     QList<ParserMessage> infos;
