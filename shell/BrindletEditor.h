@@ -2,6 +2,7 @@
 
 #include "editor/CodeEditorProperties.h"
 #include "settings/KeyBindings.h"
+#include "settings/PreferencePage.h"
 #include "shell/ExecuteType.h"
 #include "sidebar/SideBarView.h"
 #include "tabs/TabDropZone.h"
@@ -17,6 +18,7 @@ class CodeEditor;
 class CodeEditorGroup;
 class QFileInfo;
 class PanelGroup;
+class PreferencesDialog;
 class QAction;
 class QHBoxLayout;
 class QMenu;
@@ -182,6 +184,9 @@ public slots:
     void OpenRecentFile();
     void ReopenClosedFile();
     void ClearRecentFiles();
+    void OpenPylintrc();
+    void ShowPreferencesDialog();
+    void ShowPreferencesDialog(PreferencePage page);
     void Save();
     void SaveAs();
     void SaveAll(bool internalBuffers = true, bool fileBuffers = true);
@@ -345,6 +350,7 @@ private:
     QMenuBar* menuBar = nullptr;
     QMenu* recentFilesMenu = nullptr;
     PanelGroup* panelGroup = nullptr;
+    PreferencesDialog* preferencesDialog = nullptr; // made at its first showing
     SideBar* sideBar = nullptr;
     ActivityBar* activityBar = nullptr;
     StatusBar* statusBar = nullptr;

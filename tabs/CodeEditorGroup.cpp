@@ -32,7 +32,7 @@ CodeEditorGroup::CodeEditorGroup(int groupId, KeyBindings* bindings, QWidget* pa
     CreateWidgets();
     CreateLayout();
     CreateConnections();
-    // The Pylint worker thread starts here once the worker is part of the build.
+    CreateWorkerThread();
 }
 
 CodeEditorGroup::~CodeEditorGroup()
@@ -41,7 +41,7 @@ CodeEditorGroup::~CodeEditorGroup()
     // are torn down must not reach a group that is half gone.
     for (CodeEditor* codeEditor : GetCodeEditors())
         DisconnectCodeEditor(codeEditor);
-    // The Pylint worker thread is stopped here, with a bounded wait, once it exists.
+    DestroyWorkerThread();
 }
 
 void CodeEditorGroup::CreateWidgets()
@@ -332,7 +332,9 @@ void CodeEditorGroup::UpdateParser(CodeEditor* codeEditor)
     parser->Parse(text, path);
     // With Pylint on, the symbols still come from the parser, but the messages come from Pylint
     // once the worker answers.
-    if (!(parser == &pythonParser && Settings::pylintEnabled))
+    if (parser == &pythonParser && Settings::pylintEnabled)
+        emit PylintSourceCode(text, path, Settings::pylintPythonPath);
+    else
         codeEditor->UpdateErrorsAndWarnings(parser->GetErrors(), parser->GetWarnings(), parser->GetInfos());
     emit ParserUpdated(parser);
 }

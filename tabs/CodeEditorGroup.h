@@ -15,9 +15,11 @@ class CodeEditor;
 class CodeEditorGroupTabBar;
 class FlatButton;
 class KeyBindings;
+class PylintWorker;
 class QMenu;
 class QMimeData;
 class QStackedWidget;
+class QThread;
 
 // One pane of editors: a tab bar with its mini toolbar above a stack of CodeEditor widgets, the
 // tab at index i showing the editor at index i. The group holds no buffer logic of its own: it
@@ -143,6 +145,8 @@ signals:
     void MiniToolbarDisplayModified();
     void IncreaseFontSizeRequested();
     void DecreaseFontSizeRequested();
+    void ShutdownWorkers();
+    void PylintSourceCode(const QString& text, const QString& path, const QString& pythonPath);
 
 public slots:
     void FocusCurrentCodeEditor();
@@ -152,6 +156,7 @@ public slots:
     void SetCurrentTabFromAction();
     void ToggleMiniToolbarDisplay();
     void CopyPath(int index);
+    void OnPylintOutput(const QString& path, const QStringList& issues, int elementCount);
 
 private slots:
     // From the tab bar.
@@ -205,6 +210,8 @@ private:
     void CreateMiniToolbar();
     void CreateLayout();
     void CreateConnections();
+    void CreateWorkerThread();
+    void DestroyWorkerThread();
     FlatButton* CreateButton(const QString& name, const QString& image, int padding, const QString& toolTip);
 
     bool CountsMatch(const char* failureMessage) const;
@@ -235,4 +242,6 @@ private:
     bool parsingEnabled = true;
     MelParser melParser;
     PythonParser pythonParser;
+    QThread* workerThread = nullptr;
+    PylintWorker* pylintWorker = nullptr; // lives on workerThread
 };
