@@ -4,7 +4,7 @@
 
 void BrindletEditor::ShowPreferencesDialog()
 {
-    ShowPreferencesDialog(preferencesDialog ? static_cast<PreferencePage>(qBound(0, preferencesDialog->GetCurrentPage(), 8))
+    ShowPreferencesDialog(preferencesDialog ? static_cast<PreferencePage>(preferencesDialog->GetCurrentPage())
                                             : GENERAL_PAGE);
 }
 
@@ -15,9 +15,12 @@ void BrindletEditor::ShowPreferencesDialog(PreferencePage page)
         preferencesDialog = new PreferencesDialog(&keyBindings, this);
         preferencesDialog->setWindowFlag(Qt::Dialog);
         connect(preferencesDialog, SIGNAL(Modified()), this, SLOT(OnPreferencesModified()));
+        connect(preferencesDialog, SIGNAL(WorkspaceModified()), this, SLOT(RefreshWorkspace()));
     }
     preferencesDialog->ResetSettings();
-    preferencesDialog->SetCurrentPage(page);
+    // A page outside the list asks for none in particular: the last one shown stays.
+    if (page >= GENERAL_PAGE && page <= PYLINT_PAGE)
+        preferencesDialog->SetCurrentPage(page);
     preferencesDialog->show();
     preferencesDialog->raise();
     preferencesDialog->activateWindow();
