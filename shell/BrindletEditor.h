@@ -218,6 +218,28 @@ public slots:
     void PrintMayaEnvVarPaths();
     void ParseForcedImports();
 
+    // Find in a buffer or in the output, as the focus decides; search in files.
+    void Find(bool replace = false, bool updateFindText = true, bool dialogHasFocus = true,
+              bool maintainReplaceVisibility = false);
+    void Replace();
+    void FindNext(bool backwards = false);
+    void FindPrevious();
+    void SelectAndFindNext();
+    void SelectAndFindPrevious();
+    void ReplaceNext();
+    void ReplaceAll();
+    void FindInFiles(bool replace = false);
+    void ReplaceInFiles();
+    void ShowSearch();
+    void FindInFilesNext();
+    void FindInFilesPrevious();
+    void Search(const QString& text, const QStringList& includeList, const QStringList& excludeList, bool matchCase,
+                bool matchWholeWords, bool useRegularExpression);
+    void UpdateSearch(const QString& path, const QString& text);
+    void OnSearchCleared();
+    void OnSearchFocusChanged(const QString& path, int position);
+    void OnFindAndReplace(const QString& path, int position);
+
 protected:
     bool eventFilter(QObject* object, QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -258,6 +280,11 @@ private:
     void ChangeFocusedFontSize(int step);
     CodeEditorGroup* FirstHiddenCodeEditorGroup() const;
     void PlaceCodeEditorGroupBeside(CodeEditorGroup* group, CodeEditorGroup* target, TabDropZone dropZone);
+    void ConnectSearch();
+    void SearchFolder(const QString& topPath, const QString& relativePath);
+    bool IncludePathInSearch(const QString& path) const;
+    void SearchInternalBuffers();
+    CodeEditor* GetSearchCodeEditor(const QString& path, bool open);
 
     // The host's main window; it may be gone before this widget is.
     QPointer<QWidget> mainWindow;

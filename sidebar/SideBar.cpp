@@ -1,5 +1,7 @@
 #include "sidebar/SideBar.h"
 
+#include "sidebar/SearchView.h"
+
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QStackedWidget>
 #include <QtWidgets/QVBoxLayout>
@@ -28,7 +30,8 @@ void SideBar::CreateWidgets()
 {
     stack = new QStackedWidget(this);
     stack->addWidget(CreatePage(QStringLiteral("Explorer")));
-    stack->addWidget(CreatePage(QStringLiteral("Search")));
+    searchView = new SearchView(keyBindings, this);
+    stack->addWidget(searchView);
     stack->addWidget(CreatePage(QStringLiteral("Quick Help")));
 }
 
@@ -39,7 +42,10 @@ void SideBar::CreateLayout()
     layout->addWidget(stack);
 }
 
-void SideBar::CreateConnections() {}
+void SideBar::CreateConnections()
+{
+    ConnectSearchView();
+}
 
 void SideBar::SetView(SideBarView view)
 {
@@ -59,4 +65,7 @@ void SideBar::SaveWorkspace() {}
 
 void SideBar::ClearInvalidDetailsFromOutline(const QStringList& /*paths*/) {}
 
-void SideBar::UpdateKeyBindings() {}
+void SideBar::UpdateKeyBindings()
+{
+    searchView->UpdateKeyBindings();
+}
