@@ -37,16 +37,24 @@ void CodeEditor::GetSearchResults(const QRegularExpression& regEx, int& current,
         return;
     const bool selectionIsMatch = SelectionIsFullMatch(regEx);
     const int selectionStart = GetSelectedStartPosition();
-    QRegularExpressionMatchIterator matches = regEx.globalMatch(document()->toPlainText());
-    while (matches.hasNext())
+    // Line by line, as the steps of Find see the text, so that `^` and `$` count the same.
+    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next())
     {
-        const QRegularExpressionMatch match = matches.next();
-        if (findInSelection &&
-            (match.capturedStart() < findInSelectionStart || match.capturedEnd() > findInSelectionEnd))
+        const int blockStart = block.position();
+        if (findInSelection && (blockStart + block.length() <= findInSelectionStart || blockStart > findInSelectionEnd))
             continue;
-        ++total;
-        if (selectionIsMatch && match.capturedStart() == selectionStart)
-            current = total;
+        QRegularExpressionMatchIterator matches = regEx.globalMatch(block.text());
+        while (matches.hasNext())
+        {
+            const QRegularExpressionMatch match = matches.next();
+            const int start = blockStart + static_cast<int>(match.capturedStart());
+            const int end = blockStart + static_cast<int>(match.capturedEnd());
+            if (findInSelection && (start < findInSelectionStart || end > findInSelectionEnd))
+                continue;
+            ++total;
+            if (selectionIsMatch && start == selectionStart)
+                current = total;
+        }
     }
 }
 
@@ -170,11 +178,13 @@ void CodeEditor::ReplaceAll(const QRegularExpression& regEx, const QString& text
                                 : static_cast<int>(plainText.size());
     QString range = plainText.mid(rangeStart, rangeEnd - rangeStart);
 
-    if (!regEx.match(range).hasMatch())
+    // `^` and `$` stand for the ends of each line, as in the steps of Find.
+    const QRegularExpression lineRegEx(regEx.pattern(), regEx.patternOptions() | QRegularExpression::MultilineOption);
+    if (!lineRegEx.match(range).hasMatch())
         return;
 
     const int oldLength = static_cast<int>(range.size());
-    range.replace(regEx, text);
+    range.replace(lineRegEx, text);
     QString newText = range;
     if (ranged)
     {
