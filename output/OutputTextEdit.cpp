@@ -244,6 +244,9 @@ void OutputTextEdit::ClearAll()
     arriving.Clear();
     clear();
     findReplace->SetFindInSelectionEnabled(false, true);
+    // This bar offers no range, so the call above reports nothing: the counts are set here.
+    if (IsFindReplaceVisible())
+        UpdateSearchResults();
     UpdateExtraSelections();
 }
 
@@ -585,7 +588,7 @@ void OutputTextEdit::UpdateSearchResults()
 bool OutputTextEdit::SelectionIsFullMatch(const QRegularExpression& regEx) const
 {
     const QString selected = textCursor().selectedText();
-    if (selected.isEmpty() || regEx.pattern().isEmpty())
+    if (selected.isEmpty() || regEx.pattern().isEmpty() || !regEx.isValid())
         return false;
     const QRegularExpressionMatch match = regEx.match(selected);
     return match.hasMatch() && match.capturedStart() == 0 && match.capturedLength() == selected.size();
