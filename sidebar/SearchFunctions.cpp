@@ -44,6 +44,23 @@ bool IsLineSafePattern(const QString& pattern)
     return true;
 }
 
+// Whether every surrogate in the text is paired. A checked text is matched without the check
+// that the expression would otherwise make over the whole subject at every call.
+bool IsValidUtf16(QStringView text)
+{
+    const qsizetype size = text.size();
+    for (qsizetype i = 0; i < size; ++i)
+    {
+        const QChar c = text.at(i);
+        if (!c.isSurrogate())
+            continue;
+        if (c.isLowSurrogate() || i + 1 == size || !text.at(i + 1).isLowSurrogate())
+            return false;
+        ++i;
+    }
+    return true;
+}
+
 // Finds the matches of one expression line by line in texts made of whole lines. Where the
 // pattern allows, one pass over the whole text finds the lines that can hold a match, and only
 // those are matched one by one; the results are the same as matching every line.
@@ -66,15 +83,20 @@ public:
     // part after the last line feed is a line only with `lastLineCounts`.
     void MatchText(const QString& text, qint64 base, bool lastLineCounts)
     {
-        if (useWholeText)
+        matchOptions = IsValidUtf16(text) ? QRegularExpression::DontCheckSubjectStringMatchOption
+                                          : QRegularExpression::NoMatchOption;
+        // Each call on a text that is not known to be valid checks it whole.
+        if (useWholeText && matchOptions != QRegularExpression::NoMatchOption)
             MatchCandidateLines(text, base, lastLineCounts);
         else
             MatchEveryLine(text, base, lastLineCounts);
+        matchOptions = QRegularExpression::NoMatchOption;
     }
 
     void MatchLine(QStringView line, qint64 lineOffset)
     {
-        QRegularExpressionMatchIterator matches = regEx.globalMatch(line);
+        QRegularExpressionMatchIterator matches =
+            regEx.globalMatch(line, 0, QRegularExpression::NormalMatch, matchOptions);
         QString lineText;
         while (matches.hasNext())
         {
@@ -109,7 +131,16 @@ private:
         qsizetype from = 0;
         while (from <= text.size())
         {
-            const QRegularExpressionMatch match = wholeTextRegEx.match(text, from);
+            // `^` never matches after a line feed that ends the subject, so an empty last line
+            // is matched on its own.
+            if (from == text.size() && from > 0)
+            {
+                if (lastLineCounts)
+                    MatchLine(QStringView(), base + from);
+                return;
+            }
+            const QRegularExpressionMatch match =
+                wholeTextRegEx.match(text, from, QRegularExpression::NormalMatch, matchOptions);
             if (!match.hasMatch())
                 return;
             const qsizetype found = match.capturedStart();
@@ -132,6 +163,7 @@ private:
     QList<SearchResult>& results;
     QRegularExpression wholeTextRegEx;
     bool useWholeText = false;
+    QRegularExpression::MatchOptions matchOptions = QRegularExpression::NoMatchOption;
 };
 
 bool IsSearchable(const QRegularExpression& regEx)
