@@ -123,22 +123,35 @@ void SearchResultsTreeWidget::Append(const QString& folder, const QString& relat
     if (!root)
         root = CreateTopLevelItem(folder);
     const QString directory = relativeDir.isEmpty() ? folder : QStringLiteral("%1/%2").arg(folder, relativeDir);
-    QTreeWidgetItem* fileItem = nullptr;
-    for (const SearchResult& result : results)
+    // The results of one file come together: its rows go into the tree in one step, and a new
+    // file item is filled before it joins the tree, so that the view lays out once per file.
+    qsizetype first = 0;
+    while (first < results.size())
     {
-        const QString path = QStringLiteral("%1/%2").arg(directory, result.fileName);
-        if (!fileItem || ItemPath(fileItem) != path)
+        const QString& fileName = results.at(first).fileName;
+        qsizetype end = first + 1;
+        while (end < results.size() && results.at(end).fileName == fileName)
+            ++end;
+        const QString path = QStringLiteral("%1/%2").arg(directory, fileName);
+        QList<QTreeWidgetItem*> matches;
+        matches.reserve(end - first);
+        for (qsizetype i = first; i < end; ++i)
+            matches.append(CreateMatchItem(results.at(i), path));
+        QTreeWidgetItem* fileItem = FindFileItem(root, path);
+        if (fileItem)
         {
-            fileItem = FindFileItem(root, path);
-            if (!fileItem)
-            {
-                fileItem = CreateFileItem(path, relativeDir, result.label);
-                root->addChild(fileItem);
-                fileItems.insert(FileKey(root, path), fileItem);
-            }
+            fileItem->addChildren(matches);
         }
-        fileItem->addChild(CreateMatchItem(result, path));
+        else
+        {
+            fileItem = CreateFileItem(path, relativeDir, results.at(first).label);
+            fileItem->addChildren(matches);
+            root->addChild(fileItem);
+            fileItems.insert(FileKey(root, path), fileItem);
+        }
+        // A file with many matches is left collapsed.
         fileItem->setExpanded(fileItem->childCount() < EXPANDED_MATCH_LIMIT);
+        first = end;
     }
     root->setExpanded(true);
 }
