@@ -302,6 +302,8 @@ void BrindletEditor::RefreshCodeEditorGroupMiniToolbar()
 void BrindletEditor::RefreshCodeEditorGroups(bool equalizeSizes)
 {
     // Groups with tabs stay in front; an empty one moves to the end and hides.
+    CodeEditorGroup* active = GetActiveCodeEditorGroup();
+    const bool activeWasShown = active && !active->isHidden();
     int count = 0;
     for (int i = codeEditorGroups.size() - 1; i >= 0; --i)
     {
@@ -328,6 +330,32 @@ void BrindletEditor::RefreshCodeEditorGroups(bool equalizeSizes)
         group->SetTabDropOtherGroupsEnabled(count != codeEditorGroups.size());
     if (equalizeSizes)
         editorGroupSplitter->setSizes(QList<int>(editorGroupSplitter->count(), 1));
+    KeepActiveCodeEditorGroup(active, activeWasShown);
+}
+
+void BrindletEditor::KeepActiveCodeEditorGroup(CodeEditorGroup* active, bool activeWasShown)
+{
+    // The active group is a group, not a place: the index follows it when the groups move.
+    if (!active)
+        return;
+    const int index = GetCodeEditorGroupIndex(active);
+    if (!active->isHidden() || !activeWasShown || !statusBar)
+    {
+        Settings::activeTabViewIndex = index;
+        return;
+    }
+    // Emptied and hidden: the group now in its place, or the last one shown before it, takes over,
+    // so that the title, the status bar and the keyboard follow an editor the user sees.
+    int successor = qMin(index, codeEditorGroups.size() - 1);
+    while (successor > 0 && codeEditorGroups.at(successor)->isHidden())
+        --successor;
+    // The closed editor's focus has passed on to whatever came next, the output perhaps: it goes to
+    // the new active editor, unless the user is working outside this widget.
+    QWidget* focus = QApplication::focusWidget();
+    const bool focusInside = !focus || !focus->isVisible() || isAncestorOf(focus);
+    SetActiveCodeEditorGroup(codeEditorGroups.value(successor), true);
+    if (focusInside)
+        FocusActiveCodeEditor();
 }
 
 void BrindletEditor::FocusActiveCodeEditor()

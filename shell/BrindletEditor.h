@@ -58,6 +58,7 @@ public:
     void SetActiveCodeEditorGroup(CodeEditorGroup* group, bool force);
     int GetCodeEditorCount() const;
     void RefreshCodeEditorGroups(bool equalizeSizes);
+    void KeepActiveCodeEditorGroup(CodeEditorGroup* active, bool activeWasShown);
 
     bool IsBrindletEditorWidget(QWidget* widget) const;
     bool IsSideBarWidget(QWidget* widget) const;

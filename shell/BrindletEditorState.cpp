@@ -133,6 +133,14 @@ void BrindletEditor::SaveWindowGeometry(bool force)
 {
     if (!isVisible() && !force)
         return;
+    // A floating panel is placed again by its frame (title bar and borders included), so its frame
+    // is what is kept; a panel kept by its inner rectangle would move and shrink at every start.
+    const QWidget* floating = window();
+    if (floating != this && floating != MayaUtil::GetMainWindow())
+    {
+        Settings::windowGeometry = floating->frameGeometry();
+        return;
+    }
     const QPoint topLeft = mapToGlobal(QPoint(0, 0));
     Settings::windowGeometry = QRect(topLeft, geometry().size());
 }

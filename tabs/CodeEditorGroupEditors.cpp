@@ -118,6 +118,8 @@ void CodeEditorGroup::ConnectCodeEditor(CodeEditor* codeEditor)
             SLOT(OnModificationChanged(bool, CodeEditor*)));
     connect(codeEditor, SIGNAL(FileChanged(const QString&)), this, SLOT(OnFileChanged(const QString&)));
     connect(codeEditor, SIGNAL(cursorPositionChanged()), this, SLOT(OnCursorPositionChanged()));
+    // Select All with the cursor already at the end moves no cursor, yet changes the selection count.
+    connect(codeEditor, SIGNAL(selectionChanged()), this, SLOT(OnCursorPositionChanged()));
     connect(codeEditor, SIGNAL(OverwriteModeChanged()), this, SLOT(OnOverwriteModeChanged()));
     connect(codeEditor, SIGNAL(ErrorAndWarningTextChanged()), this, SLOT(OnErrorAndWarningTextChanged()));
     connect(codeEditor, SIGNAL(QuickHelpChanged(const QString&, bool)), this,
