@@ -282,6 +282,7 @@ private:
     CodeEditorGroup* FirstHiddenCodeEditorGroup() const;
     void PlaceCodeEditorGroupBeside(CodeEditorGroup* group, CodeEditorGroup* target, TabDropZone dropZone);
     void ConnectSearch();
+    void SelectAndFind(bool backwards);
     void SearchFolder(const QString& topPath, const QString& relativePath);
     bool IncludePathInSearch(const QString& path) const;
     void SearchInternalBuffers();

@@ -100,6 +100,16 @@ void BrindletEditor::FindPrevious()
 
 void BrindletEditor::SelectAndFindNext()
 {
+    SelectAndFind(false);
+}
+
+void BrindletEditor::SelectAndFindPrevious()
+{
+    SelectAndFind(true);
+}
+
+void BrindletEditor::SelectAndFind(bool backwards)
+{
     // The selection, or the word under the cursor, becomes the search without moving the focus.
     QWidget* focus = QApplication::focusWidget();
     if (qobject_cast<CodeEditor*>(focus))
@@ -107,39 +117,17 @@ void BrindletEditor::SelectAndFindNext()
         if (CodeEditorGroup* group = GetActiveCodeEditorGroup())
         {
             group->ShowFindReplace(false, true, false, true);
-            group->FindNext();
+            backwards ? group->FindPrevious() : group->FindNext();
         }
     }
     else if (auto* output = qobject_cast<OutputTextEdit*>(focus))
     {
         output->ShowFindReplace(true, false);
-        output->FindNext();
+        backwards ? output->FindPrevious() : output->FindNext();
     }
     else if (FindReplaceWidget* findReplace = FindReplaceOf(focus))
     {
-        findReplace->FindNext();
-    }
-}
-
-void BrindletEditor::SelectAndFindPrevious()
-{
-    QWidget* focus = QApplication::focusWidget();
-    if (qobject_cast<CodeEditor*>(focus))
-    {
-        if (CodeEditorGroup* group = GetActiveCodeEditorGroup())
-        {
-            group->ShowFindReplace(false, true, false, true);
-            group->FindPrevious();
-        }
-    }
-    else if (auto* output = qobject_cast<OutputTextEdit*>(focus))
-    {
-        output->ShowFindReplace(true, false);
-        output->FindPrevious();
-    }
-    else if (FindReplaceWidget* findReplace = FindReplaceOf(focus))
-    {
-        findReplace->FindPrevious();
+        backwards ? findReplace->FindPrevious() : findReplace->FindNext();
     }
 }
 
