@@ -139,6 +139,23 @@ public:
     void LineNumberPaintEvent(QPaintEvent* event);
     int GetIndentGuideCount(const QTextBlock& block) const;
     void PythonSyntaxCheck();
+    // Find and replace. `searchRegEx` is the find bar's expression; the global one, of the search
+    // in files, is read from the settings.
+    void SetSearchRegEx(const QRegularExpression& regEx);
+    void GetSearchResults(const QRegularExpression& regEx, int& current, int& total) const;
+    bool Find(int position, bool backward);
+    bool FindNext();
+    bool FindPrevious();
+    bool FindGlobal(int position);
+    bool FindAndReplaceGlobal(int position);
+    void FindAndReplaceAllGlobal();
+    void Replace(const QString& text);
+    void ReplaceAll(const QRegularExpression& regEx, const QString& text, bool inSelection);
+    void SetSelectedSearchRegion(bool enabled, int start, int end);
+    void ClearFindInSelection();
+    bool IsFindInSelectionEnabled() const { return findInSelection; }
+    int GetFindInSelectionStart() const { return findInSelectionStart; }
+    int GetFindInSelectionEnd() const { return findInSelectionEnd; }
 
     // Formats of the colour table shared by all editors; an edit of a colour reaches every editor.
     static QTextCharFormat* sPlainTextFormat;
@@ -301,6 +318,8 @@ private:
     void SetHighlighterFromLanguage();
     void SetAutoCompleterFromLanguage();
     void OffsetFindInSelection(int position, int removed, int added);
+    bool SelectionIsFullMatch(const QRegularExpression& regEx) const;
+    void ShowFoundCursor(const QTextCursor& cursor);
     KeyResult HandleEnterKeys(QKeyEvent* event, Qt::KeyboardModifiers modifiers);
     KeyResult HandleKeypadEnter(QKeyEvent* event, Qt::KeyboardModifiers modifiers);
     KeyResult HandleCommandKeys(QKeyEvent* event, Qt::KeyboardModifiers modifiers);

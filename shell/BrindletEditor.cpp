@@ -215,6 +215,7 @@ void BrindletEditor::CreateConnections()
     connect(qApp, SIGNAL(focusChanged(QWidget*, QWidget*)), this,
             SLOT(OnApplicationFocusChanged(QWidget*, QWidget*)));
     connect(this, SIGNAL(AppendToOutputRequested(QString)), this, SLOT(AppendToOutput(QString)));
+    ConnectSearch();
 }
 
 // ---------------------------------------------------------------------------------------------

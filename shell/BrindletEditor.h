@@ -241,6 +241,27 @@ public slots:
     void AddFolderToWorkspace(const QString& dirPath);
     void SaveWorkspaceAs();
     void OpenWorkspace();
+    // Find in a buffer or in the output, as the focus decides; search in files.
+    void Find(bool replace = false, bool updateFindText = true, bool dialogHasFocus = true,
+              bool maintainReplaceVisibility = false);
+    void Replace();
+    void FindNext(bool backwards = false);
+    void FindPrevious();
+    void SelectAndFindNext();
+    void SelectAndFindPrevious();
+    void ReplaceNext();
+    void ReplaceAll();
+    void FindInFiles(bool replace = false);
+    void ReplaceInFiles();
+    void ShowSearch();
+    void FindInFilesNext();
+    void FindInFilesPrevious();
+    void Search(const QString& text, const QStringList& includeList, const QStringList& excludeList, bool matchCase,
+                bool matchWholeWords, bool useRegularExpression);
+    void UpdateSearch(const QString& path, const QString& text);
+    void OnSearchCleared();
+    void OnSearchFocusChanged(const QString& path, int position);
+    void OnFindAndReplace(const QString& path, int position);
 
 protected:
     bool eventFilter(QObject* object, QEvent* event) override;
@@ -297,6 +318,12 @@ private:
     bool SaveFilesBeforeQuit(bool saveAll);
     int ShowFailedSaveDialog(const QString& label, const QString& reason);
     void KeepChangedFilesInRecovery();
+    void ConnectSearch();
+    void SelectAndFind(bool backwards);
+    void SearchFolder(const QString& topPath, const QString& relativePath);
+    bool IncludePathInSearch(const QString& path) const;
+    void SearchInternalBuffers();
+    CodeEditor* GetSearchCodeEditor(const QString& path, bool open);
 
     // The host's main window; it may be gone before this widget is.
     QPointer<QWidget> mainWindow;

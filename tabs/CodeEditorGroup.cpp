@@ -1,6 +1,7 @@
 #include "tabs/CodeEditorGroup.h"
 
 #include "editor/CodeEditor.h"
+#include "editor/FindReplaceWidget.h"
 #include "settings/ColorSettings.h"
 #include "settings/KeyBindings.h"
 #include "settings/Settings.h"
@@ -61,8 +62,7 @@ void CodeEditorGroup::CreateWidgets()
     CreateMiniToolbar();
     listCodeEditorsBtn = CreateButton(QStringLiteral("listCodeEditorsBtn"),
                                       QStringLiteral(":/bq2_icons/list_code_editors.png"), 8, QString());
-    // The find bar floats over the editors as a child of the group; it is created here, hidden,
-    // once the editor's search is part of the build.
+    CreateFindReplace();
 }
 
 void CodeEditorGroup::CreateMiniToolbar()
@@ -140,6 +140,7 @@ void CodeEditorGroup::CreateConnections()
     connect(executeAllBtn, SIGNAL(clicked()), this, SLOT(OnExecuteAllBtnClicked()));
     connect(executeLineBtn, SIGNAL(clicked()), this, SLOT(OnExecuteLineBtnClicked()));
     connect(listCodeEditorsBtn, SIGNAL(clicked()), this, SLOT(ShowOpenCodeEditorContextMenu()));
+    ConnectFindReplace();
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -185,7 +186,7 @@ void CodeEditorGroup::UpdateKeyBindings()
     executeBtn->setToolTip(toolTip(EXECUTE_LABEL, KeySequenceType::Execute));
     executeAllBtn->setToolTip(toolTip(EXECUTE_ALL_LABEL, KeySequenceType::ExecuteAll));
     executeLineBtn->setToolTip(toolTip(EXECUTE_LINE_LABEL, KeySequenceType::ExecuteLine));
-    // The find bar takes its shortcuts here once it exists.
+    findReplace->UpdateKeyBindings(keyBindings);
 }
 
 void CodeEditorGroup::UpdatePreferences()
@@ -197,6 +198,7 @@ void CodeEditorGroup::UpdatePreferences()
     for (QWidget* widget : barWidgets)
         widget->setVisible(Settings::showTabBar);
     SetMiniToolbarVisible(miniToolbarVisible);
+    UpdateFindReplacePosition();
 }
 
 void CodeEditorGroup::SetMiniToolbarVisible(bool visible)

@@ -6,6 +6,7 @@
 #include "tabs/TabDropZone.h"
 
 #include <QtCore/QList>
+#include <QtCore/QRegularExpression>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 #include <QtWidgets/QWidget>
@@ -13,6 +14,7 @@
 class BaseParser;
 class CodeEditor;
 class CodeEditorGroupTabBar;
+class FindReplaceWidget;
 class FlatButton;
 class KeyBindings;
 class PylintWorker;
@@ -112,6 +114,11 @@ public:
     QMenu* CreateMiniToolbarContextMenu();
     QMenu* CreateOpenCodeEditorMenu();
 
+    // Find and replace in the current editor.
+    FindReplaceWidget* GetFindReplace() const { return findReplace; }
+    bool IsFindReplaceVisible() const;
+    const QRegularExpression& GetSearchRegEx() const { return searchRegEx; }
+
 signals:
     void NewTabRequested();
     void CloseTabRequested(CodeEditorGroup* codeEditorGroup, int index);
@@ -157,6 +164,20 @@ public slots:
     void ToggleMiniToolbarDisplay();
     void CopyPath(int index);
     void OnPylintOutput(const QString& path, const QStringList& issues, int elementCount);
+    void ShowFindReplace(bool replace = false, bool updateFindText = true, bool hasFocus = true,
+                         bool keepReplaceVisible = false);
+    void SetFindReplaceVisible(bool visible, bool replace, bool hasFocus, bool keepReplaceVisible);
+    void OnSearchChanged(const QRegularExpression& regEx, bool findInSelection, bool findNext, bool updateSelection);
+    void FindNext();
+    void FindPrevious();
+    void Replace(const QString& text);
+    void ReplaceAll(const QString& text);
+    void Replace();
+    void ReplaceAll();
+    void ClearSearch();
+    void ClearSearchSelection();
+    void OnFindReplaceClosed();
+    void UpdateFindReplacePosition();
 
 private slots:
     // From the tab bar.
@@ -204,6 +225,7 @@ protected:
     void dragMoveEvent(QDragMoveEvent* event) override;
     void dragLeaveEvent(QDragLeaveEvent* event) override;
     void dropEvent(QDropEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     void CreateWidgets();
@@ -218,6 +240,9 @@ private:
     void ConnectCodeEditor(CodeEditor* codeEditor);
     void DisconnectCodeEditor(CodeEditor* codeEditor);
     void UpdateLastUsedEditorOrder();
+    void CreateFindReplace();
+    void ConnectFindReplace();
+    void UpdateSearchResults(CodeEditor* codeEditor);
 
     void UpdateDropZone(const QPoint& pos, const QMimeData* mimeData);
     void SetDropZone(TabDropZone zone, const QRect& rect);
@@ -244,4 +269,6 @@ private:
     PythonParser pythonParser;
     QThread* workerThread = nullptr;
     PylintWorker* pylintWorker = nullptr; // lives on workerThread
+    FindReplaceWidget* findReplace = nullptr; // floats over the editors
+    QRegularExpression searchRegEx;           // the find bar's expression
 };
