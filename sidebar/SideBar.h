@@ -77,6 +77,11 @@ signals:
     void CloseAllRequested();
     void ViewChangeRequested(SideBarView view);
     void QuickHelpFlagSelected(const QString& text);
+    void SearchRequested(const QString& text, const QStringList& includeList, const QStringList& excludeList,
+                         bool matchCase, bool matchWholeWords, bool useRegularExpression);
+    void SearchCleared();
+    void SearchFocusChanged(const QString& fileName, int position);
+    void FindAndReplace(const QString& filePath, int position);
 
 public slots:
     void ShowSearchView(const QString& includeStr, const QString& excludeStr);
@@ -90,11 +95,6 @@ public slots:
     void OnCloseAllRequested();
     void OnQuickHelpFlagSelected(const QString& text);
     void OnHideSideBarRequested();
-    void SearchRequested(const QString& text, const QStringList& includeList, const QStringList& excludeList,
-                         bool matchCase, bool matchWholeWords, bool useRegularExpression);
-    void SearchCleared();
-    void SearchFocusChanged(const QString& fileName, int position);
-    void FindAndReplace(const QString& filePath, int position);
 
 private slots:
     void OnSearchHideSideBarRequested();
