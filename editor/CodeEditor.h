@@ -11,6 +11,7 @@
 #include <QtGui/QTextCursor>
 #include <QtWidgets/QPlainTextEdit>
 
+class CodeEditorBlockData;
 class KeyBindings;
 enum class KeySequenceType : int;
 class OverlayWidget;
@@ -18,7 +19,6 @@ class QMenu;
 class QSyntaxHighlighter;
 class QTextBlock;
 class QTextCharFormat;
-class CodeEditorBlockData;
 
 // The text widget of one buffer: knows its language, its file, its tab rules, and turns the
 // stream of edits into one TextChanged per pause in typing.
@@ -120,11 +120,6 @@ public:
     // The context menu as ShowContextMenu runs it; the caller owns the menu.
     QMenu* CreateContextMenu();
 
-    // What the highlighter recorded for a block; null before its first pass.
-    CodeEditorBlockData* GetBlockData(const QTextCursor& cursor) const;
-    CodeEditorBlockData* GetBlockData(const QTextBlock& block) const;
-    CodeEditorBlockData* GetPreviousBlockData(const QTextCursor& cursor) const;
-
     // Smart indent: where block comments open and close, and the indent of the line that opens
     // a bracket.
     int GetBlockCommentOpenPosition(const QTextCursor& cursor) const;
@@ -160,6 +155,11 @@ public:
     static QTextCharFormat* sLineNumbersFormat;
     static QTextCharFormat* sGutterFormat;
     static QTextCharFormat* sIndentationGuidesFormat;
+
+    // What the highlighter recorded for a block; null before its first pass over the block.
+    static CodeEditorBlockData* GetBlockData(const QTextBlock& block);
+    static CodeEditorBlockData* GetBlockData(const QTextCursor& cursor);
+    static CodeEditorBlockData* GetPreviousBlockData(const QTextCursor& cursor);
 
 signals:
     void ReceivedFocus();

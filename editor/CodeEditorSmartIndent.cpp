@@ -5,28 +5,6 @@
 #include <QtGui/QTextBlock>
 #include <QtGui/QTextDocument>
 
-CodeEditorBlockData* CodeEditor::GetBlockData(const QTextCursor& cursor) const
-{
-    return GetBlockData(cursor.block());
-}
-
-CodeEditorBlockData* CodeEditor::GetBlockData(const QTextBlock& block) const
-{
-    return block.isValid() ? dynamic_cast<CodeEditorBlockData*>(block.userData()) : nullptr;
-}
-
-CodeEditorBlockData* CodeEditor::GetPreviousBlockData(const QTextCursor& cursor) const
-{
-    return GetBlockData(cursor.block().previous());
-}
-
-bool CodeEditor::IsIgnoredBlockDataPosition(const QTextCursor& cursor) const
-{
-    // Without data nothing is known of the line, and typing aids stay out of it.
-    const CodeEditorBlockData* data = GetBlockData(cursor);
-    return !data || data->IsIgnoredPosition(cursor.positionInBlock());
-}
-
 int CodeEditor::GetBlockCommentOpenPosition(const QTextCursor& cursor) const
 {
     QTextBlock block = cursor.block();

@@ -6,6 +6,7 @@
 #include "HostOutput.h"
 #include "HostPluginRegistry.h"
 #include "HostState.h"
+#include "HostVocabulary.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
@@ -138,7 +139,7 @@ bool HostMel::CommandExists(const QString& name)
 {
     const HostMelSession& session = HostMelSession::Instance();
     return session.builtins.contains(name) || session.runTimeCommands.contains(name) ||
-           HostPluginRegistry::FindCommand(name) != nullptr;
+           HostPluginRegistry::FindCommand(name) != nullptr || HostVocabulary::IsMayaCommand(name);
 }
 
 void HostMel::RegisterProcedureSubstitute(const QString& name, const HostMelHandler& handler)
@@ -158,6 +159,7 @@ QStringList HostMel::MelInfo()
     const HostMelSession& session = HostMelSession::Instance();
     QStringList commands = session.builtins.keys();
     commands += HostPlugins::Commands();
+    commands += HostVocabulary::MayaCommands();
     commands.removeDuplicates();
     return Sorted(commands) + Sorted(session.runTimeCommands.keys()) + Sorted(session.procedures.keys());
 }
@@ -165,7 +167,8 @@ QStringList HostMel::MelInfo()
 QString HostMel::WhatIs(const QString& name)
 {
     const HostMelSession& session = HostMelSession::Instance();
-    if (session.builtins.contains(name) || HostPluginRegistry::FindCommand(name))
+    if (session.builtins.contains(name) || HostPluginRegistry::FindCommand(name) ||
+        HostVocabulary::IsMayaCommand(name))
         return QStringLiteral("Command");
     if (session.runTimeCommands.contains(name))
         return QStringLiteral("Run Time Command");

@@ -5,6 +5,7 @@
 #include "HostMelParser.h"
 #include "HostMelSession.h"
 #include "HostPluginRegistry.h"
+#include "HostVocabulary.h"
 
 #include <maya/MArgList.h>
 #include <maya/MPxCommand.h>
@@ -82,6 +83,8 @@ bool HostMelDispatcher::Run(const QString& name, const std::vector<HostMelToken>
         return status;
     }
     const std::shared_ptr<HostMelProcedure> procedure = session.procedures.value(name);
+    if (!procedure && HostVocabulary::IsMayaCommand(name))
+        return Report(QStringLiteral("%1: this host knows the command by name only and cannot run it.").arg(name));
     if (!procedure)
         return Report(QStringLiteral("Cannot find procedure \"%1\".").arg(name));
     const auto substitute = session.substitutes.constFind(name);

@@ -1,14 +1,13 @@
-// Typing and editing commands of a real CodeEditor: the text and cursor after each, and that one
-// undo takes each back. A state is written as text with '|' for the cursor and '^' for the anchor.
+// Typing and editing commands of a real CodeEditor with its real highlighters: the text and cursor
+// after each, and that one undo takes each back. A state is written as text with '|' for the
+// cursor and '^' for the anchor.
 #include "HostFixture.h"
 #include "editor/CodeEditor.h"
-#include "editor/CodeEditorBlockData.h"
 #include "settings/ColorSettings.h"
 #include "settings/Settings.h"
 
 #include <QtCore/QMimeData>
 #include <QtGui/QClipboard>
-#include <QtGui/QSyntaxHighlighter>
 #include <QtGui/QTextBlock>
 #include <QtGui/QTextDocument>
 #include <QtTest/QtTest>
@@ -52,114 +51,6 @@ void ApplySettings(const QString& switches)
 }
 } // namespace
 
-// Fills the block data as a highlighter of the language does: brackets outside strings and
-// comments, the stretches of strings and comments, block comments across lines, and the indent.
-class BlockDataHighlighter : public QSyntaxHighlighter
-{
-public:
-    BlockDataHighlighter(QTextDocument* document, CodeEditorLanguage language)
-        : QSyntaxHighlighter(document), language(language)
-    {
-    }
-
-protected:
-    void highlightBlock(const QString& text) override
-    {
-        auto* data = dynamic_cast<CodeEditorBlockData*>(currentBlockUserData());
-        if (!data)
-        {
-            data = new CodeEditorBlockData;
-            setCurrentBlockUserData(data);
-        }
-        data->Clear();
-        data->SetEmpty(text.trimmed().isEmpty());
-        int indent = 0;
-        while (indent < text.size() &&
-               (text.at(indent) == QLatin1Char(' ') || text.at(indent) == QLatin1Char('\t')))
-            ++indent;
-        data->SetIndent(text.left(indent));
-        setCurrentBlockState(-1);
-        const bool mel = language == CodeEditorLanguage::MEL;
-        const QString lineComment = mel ? QStringLiteral("//") : QStringLiteral("#");
-        int i = 0;
-        if (previousBlockState() == 1)
-            i = BlockComment(data, text, 0, false);
-        while (i < text.size())
-        {
-            const QChar c = text.at(i);
-            if (language != CodeEditorLanguage::TEXT && text.mid(i).startsWith(lineComment))
-            {
-                data->AppendIgnorePosition(i, text.size() - 1);
-                data->AppendSingleLineCommentPosition(i, text.size() - 1);
-                data->AppendIgnorePosition(text.size() - 1, text.size());
-                data->AppendSingleLineCommentPosition(text.size() - 1, text.size());
-                return;
-            }
-            if (mel && text.mid(i).startsWith(QLatin1String("/*")))
-            {
-                i = BlockComment(data, text, i, true);
-                continue;
-            }
-            if (language != CodeEditorLanguage::TEXT &&
-                (c == QLatin1Char('"') || (!mel && c == QLatin1Char('\''))))
-            {
-                const int end = text.indexOf(c, i + 1);
-                if (end < 0)
-                {
-                    data->AppendIgnorePosition(i, text.size() - 1);
-                    data->AppendIgnorePosition(text.size() - 1, text.size());
-                    return;
-                }
-                data->AppendIgnorePosition(i, end);
-                i = end + 1;
-                continue;
-            }
-            if (QStringLiteral("(){}[]").contains(c))
-                data->AppendBrace(c, i);
-            ++i;
-        }
-    }
-
-private:
-    int BlockComment(CodeEditorBlockData* data, const QString& text, int start, bool opens)
-    {
-        if (opens)
-            data->AppendBlockComment(start, 1);
-        const int close = text.indexOf(QLatin1String("*/"), opens ? start + 2 : start);
-        if (close < 0)
-        {
-            data->AppendIgnorePosition(start, text.size() - 1);
-            data->AppendBlockCommentPosition(start, text.size() - 1);
-            data->AppendIgnorePosition(text.size() - 1, text.size());
-            data->AppendBlockCommentPosition(text.size() - 1, text.size());
-            setCurrentBlockState(1);
-            return text.size();
-        }
-        data->AppendBlockComment(close + 2, -1);
-        data->AppendIgnorePosition(start, close + 1);
-        data->AppendBlockCommentPosition(start, close + 1);
-        return close + 2;
-    }
-
-    CodeEditorLanguage language;
-};
-
-// The editor as the product makes it, with its block data filled as above.
-class TestEditor : public CodeEditor
-{
-public:
-    explicit TestEditor(CodeEditorLanguage language) : CodeEditor(Properties(language), nullptr)
-    {
-        SetProperties(GetProperties(), true);
-    }
-
-protected:
-    QSyntaxHighlighter* CreateHighlighter() override
-    {
-        return new BlockDataHighlighter(document(), GetLanguage());
-    }
-};
-
 class TestCodeEditorEditing : public QObject
 {
     Q_OBJECT
@@ -170,7 +61,7 @@ private:
 
     void Show(CodeEditorLanguage language, const QString& state)
     {
-        editor = std::make_unique<TestEditor>(language);
+        editor = std::make_unique<CodeEditor>(Properties(language), nullptr);
         editor->resize(500, 300);
         editor->show();
         editor->activateWindow();

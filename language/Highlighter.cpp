@@ -1,0 +1,545 @@
+#include "language/Highlighter.h"
+
+#include "editor/CodeEditorBlockData.h"
+#include "settings/ColorSettings.h"
+
+#include <QtCore/QHash>
+#include <QtCore/QVarLengthArray>
+#include <QtGui/QTextBlock>
+
+const QString Highlighter::EOL_PATTERN = QStringLiteral("$");
+
+QTextCharFormat* Highlighter::sWhitespaceFormat = nullptr;
+QStringList Highlighter::sMelKeywords;
+QStringList Highlighter::sMelCommands;
+QTextCharFormat* Highlighter::sMelKeywordFormat = nullptr;
+QTextCharFormat* Highlighter::sMelCommandFormat = nullptr;
+QStringList Highlighter::sPythonKeywords;
+QStringList Highlighter::sPythonBuiltins;
+QStringList Highlighter::sPythonMelCommands;
+QTextCharFormat* Highlighter::sPythonKeywordFormat = nullptr;
+QTextCharFormat* Highlighter::sPythonBuiltinsFormat = nullptr;
+QTextCharFormat* Highlighter::sPythonMelCommandFormat = nullptr;
+
+namespace
+{
+bool IsWordChar(char16_t c)
+{
+    return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || (c >= u'0' && c <= u'9') || c == u'_';
+}
+
+bool IsIdentifier(QStringView word)
+{
+    for (const QChar c : word)
+    {
+        if (!IsWordChar(c.unicode()))
+            return false;
+    }
+    return !word.isEmpty();
+}
+
+// The text a pattern stands for when it uses nothing of the expression language but escaped
+// punctuation; empty otherwise.
+QString PlainText(const QString& pattern)
+{
+    static const QString special = QStringLiteral(".^$|?*+()[]{}");
+    QString result;
+    for (int i = 0; i < pattern.size(); ++i)
+    {
+        const QChar c = pattern.at(i);
+        if (c == QLatin1Char('\\'))
+        {
+            if (i + 1 >= pattern.size())
+                return QString();
+            const QChar next = pattern.at(i + 1);
+            if (next.unicode() > 127 || next.isLetterOrNumber())
+                return QString();
+            result += next;
+            ++i;
+        }
+        else if (special.contains(c))
+        {
+            return QString();
+        }
+        else
+        {
+            result += c;
+        }
+    }
+    return result;
+}
+
+// Where each start delimiter next occurs in one line. A later search never starts before an
+// earlier one, so a position found once holds until the scan passes it, and a delimiter that is
+// missing stays missing: every delimiter is searched through the line once.
+class StartMemo
+{
+public:
+    explicit StartMemo(int count) : positions(count, UNKNOWN) {}
+    static constexpr int UNKNOWN = -2;
+    int& At(int rule) { return positions[rule]; }
+
+private:
+    QVarLengthArray<int, 8> positions;
+};
+
+int FindStart(const Highlighter::MultiLineHighlightingRule& rule, const QString& text, int from)
+{
+    if (!rule.startText.isEmpty())
+        return int(text.indexOf(rule.startText, from));
+    const QRegularExpressionMatch match = rule.startPattern.match(text, from);
+    return match.hasMatch() ? int(match.capturedStart(0)) : -1;
+}
+
+int ActiveRule(const QList<Highlighter::MultiLineHighlightingRule>& rules, const QString& text, int& index,
+               StartMemo& memo)
+{
+    int best = -1;
+    int bestPosition = -1;
+    for (int i = 0; i < rules.size(); ++i)
+    {
+        int& position = memo.At(i);
+        if (position == StartMemo::UNKNOWN || (position >= 0 && position < index))
+            position = FindStart(rules.at(i), text, index);
+        if (position >= 0 && (best < 0 || position < bestPosition))
+        {
+            best = i;
+            bestPosition = position;
+        }
+    }
+    index = best >= 0 ? bestPosition : -1;
+    return best;
+}
+} // namespace
+
+Highlighter::Highlighter(QTextDocument* document) : QSyntaxHighlighter(document)
+{
+    if (!sWhitespaceFormat)
+        sWhitespaceFormat = ColorSettings::GetCodeEditorFormatPtr(ColorSettings::WHITESPACES, false);
+}
+
+HighlighterWordIndex& Highlighter::MelKeywordIndex()
+{
+    static HighlighterWordIndex index;
+    return index;
+}
+
+HighlighterWordIndex& Highlighter::MelCommandIndex()
+{
+    static HighlighterWordIndex index;
+    return index;
+}
+
+HighlighterWordIndex& Highlighter::PythonKeywordIndex()
+{
+    static HighlighterWordIndex index;
+    return index;
+}
+
+HighlighterWordIndex& Highlighter::PythonBuiltinIndex()
+{
+    static HighlighterWordIndex index;
+    return index;
+}
+
+HighlighterWordIndex& Highlighter::PythonMelCommandIndex()
+{
+    static HighlighterWordIndex index;
+    return index;
+}
+
+Highlighter::HighlightingRule Highlighter::MakeRule(const QString& pattern, const QString& formatKey)
+{
+    HighlightingRule rule;
+    rule.pattern.setPattern(pattern);
+    rule.pattern.optimize();
+    rule.format = ColorSettings::GetCodeEditorFormatPtr(formatKey, false);
+    return rule;
+}
+
+Highlighter::MultiLineHighlightingRule Highlighter::MakeMultiLineRule(const QString& start,
+                                                                      const QString& end,
+                                                                      const QString& formatKey,
+                                                                      int startLength)
+{
+    MultiLineHighlightingRule rule;
+    rule.startPattern.setPattern(start);
+    rule.endPattern.setPattern(end);
+    rule.format = ColorSettings::GetCodeEditorFormatPtr(formatKey, false);
+    rule.startLength = startLength;
+    rule.startText = PlainText(start);
+    rule.endsAtEol = end == EOL_PATTERN;
+    if (!rule.endsAtEol)
+        rule.endText = PlainText(end);
+    return rule;
+}
+
+bool Highlighter::IsEscaped(const QString& text, int position)
+{
+    if (position <= 0 || position > text.size())
+        return false;
+    int count = 0;
+    for (int i = position - 1; i >= 0 && text.at(i) == QLatin1Char('\\'); --i)
+        ++count;
+    return count % 2 == 1;
+}
+
+QString Highlighter::GetIndent(const QString& text)
+{
+    int length = 0;
+    while (length < text.size() &&
+           (text.at(length) == QLatin1Char(' ') || text.at(length) == QLatin1Char('\t')))
+        ++length;
+    return text.left(length);
+}
+
+int Highlighter::GetActiveRuleIndex(const QString& text, int& index) const
+{
+    StartMemo memo(int(multiLineRules.size()));
+    return ActiveRule(multiLineRules, text, index, memo);
+}
+
+CodeEditorBlockData* Highlighter::CurrentBlockData() const
+{
+    return dynamic_cast<CodeEditorBlockData*>(currentBlockUserData());
+}
+
+void Highlighter::highlightBlock(const QString& text)
+{
+    ClearBlockData();
+    HighlightEarlyRules(text);
+    HighlightBuiltins(text);
+    HighlightKeywords(text);
+    HighlightRules(text);
+    UpdateMultiLine(text);
+    HighlightHiddenCharacters(text);
+}
+
+void Highlighter::ClearBlockData()
+{
+    setCurrentBlockState(-1);
+    CodeEditorBlockData* data = CurrentBlockData();
+    if (data)
+        data->Clear();
+    else
+        setCurrentBlockUserData(new CodeEditorBlockData);
+}
+
+void Highlighter::ApplyRules(const QString& text, const QList<HighlightingRule>& list)
+{
+    for (const HighlightingRule& rule : list)
+    {
+        if (!rule.format)
+            continue;
+        QRegularExpressionMatchIterator it = rule.pattern.globalMatch(text);
+        while (it.hasNext())
+        {
+            const QRegularExpressionMatch match = it.next();
+            // Empty matches (the number pattern yields one at every word boundary) change nothing.
+            if (match.capturedLength(0) > 0)
+                setFormat(int(match.capturedStart(0)), int(match.capturedLength(0)), *rule.format);
+        }
+    }
+}
+
+void Highlighter::HighlightEarlyRules(const QString& text)
+{
+    ApplyRules(text, earlyRules);
+}
+
+void Highlighter::HighlightRules(const QString& text)
+{
+    ApplyRules(text, rules);
+}
+
+void Highlighter::HighlightKeywords(const QString&) {}
+
+void Highlighter::HighlightBuiltins(const QString&) {}
+
+void Highlighter::UpdateSmartIndentData(CodeEditorBlockData*, const QString&) {}
+
+bool Highlighter::IsWordPlacementValid(const QString& text, int position, WordPlacement placement)
+{
+    switch (placement)
+    {
+    case WordPlacement::NotAfterDollarOrDash:
+        return position == 0 ||
+               (text.at(position - 1) != QLatin1Char('$') && text.at(position - 1) != QLatin1Char('-'));
+    case WordPlacement::AfterDot:
+        return position > 0 && text.at(position - 1) == QLatin1Char('.');
+    case WordPlacement::Anywhere:
+        break;
+    }
+    return true;
+}
+
+// A search of "\bword\b" for a word of word characters finds exactly the maximal runs of word
+// characters equal to the word. So one walk over the runs of the line, with the hits in a hash,
+// colours what a search per hit would, without building an expression per word.
+void Highlighter::FormatWordHits(const QString& text, const QList<WordHit>& hits)
+{
+    if (hits.isEmpty())
+        return;
+    for (const WordHit& hit : hits)
+    {
+        if (!IsIdentifier(hit.word))
+        {
+            // A listed word with other characters: search each hit in order, as written.
+            for (const WordHit& each : hits)
+                FormatWordHitByExpression(text, each);
+            return;
+        }
+    }
+    QHash<QStringView, const WordHit*> byWord;
+    byWord.reserve(hits.size());
+    for (const WordHit& hit : hits)
+        byWord.insert(hit.word, &hit);
+    ForEachPart(text, IsWordChar,
+                [&](int start, int length)
+                {
+                    const auto it = byWord.constFind(QStringView(text).mid(start, length));
+                    if (it == byWord.constEnd())
+                        return;
+                    const WordHit* hit = it.value();
+                    if (hit->format && IsWordPlacementValid(text, start, hit->placement))
+                        setFormat(start, length, *hit->format);
+                });
+}
+
+void Highlighter::FormatWordHitByExpression(const QString& text, const WordHit& hit)
+{
+    if (!hit.format)
+        return;
+    const QRegularExpression expression(QStringLiteral("\\b%1\\b").arg(hit.word),
+                                        QRegularExpression::InvertedGreedinessOption);
+    const int from = hit.placement == WordPlacement::AfterDot ? 1 : 0;
+    QRegularExpressionMatchIterator it = expression.globalMatch(text, from);
+    while (it.hasNext())
+    {
+        const int position = int(it.next().capturedStart(0));
+        if (IsWordPlacementValid(text, position, hit.placement))
+            setFormat(position, int(hit.word.size()), *hit.format);
+    }
+}
+
+int Highlighter::FindEnd(const MultiLineHighlightingRule& rule, const QString& text, int from,
+                         int& length) const
+{
+    length = 0;
+    if (rule.endsAtEol)
+        return from <= text.size() ? int(text.size()) : -1;
+    if (!rule.endText.isEmpty())
+    {
+        length = int(rule.endText.size());
+        return int(text.indexOf(rule.endText, from));
+    }
+    const QRegularExpressionMatch match = rule.endPattern.match(text, from);
+    if (!match.hasMatch())
+        return -1;
+    length = int(match.capturedLength(0));
+    return int(match.capturedStart(0));
+}
+
+void Highlighter::UpdateMultiLine(const QString& text)
+{
+    CodeEditorBlockData* data = CurrentBlockData();
+    const int n = int(text.size());
+    StartMemo memo(int(multiLineRules.size()));
+    const MultiLineHighlightingRule* rule = nullptr;
+    int activeIndex = -1;
+    int startIndex = 0;
+    int offset = 0;
+    bool endsAtEol = false;
+
+    // A state left by another language's highlighter, before the rehighlight reaches this
+    // block, names no rule here.
+    const int previous = previousBlockState();
+    if (previous < 0 || previous >= multiLineRules.size())
+    {
+        activeIndex = ActiveRule(multiLineRules, text, startIndex, memo);
+        if (activeIndex < 0)
+        {
+            UpdateBlockData(text, 0, -1, false);
+        }
+        else
+        {
+            rule = &multiLineRules.at(activeIndex);
+            offset = rule->startLength;
+            endsAtEol = rule->endsAtEol;
+            UpdateBlockData(text, 0, startIndex > 0 ? startIndex - 1 : 0, endsAtEol);
+            if (rule->blockComment && data)
+                data->AppendBlockComment(startIndex, 1);
+        }
+    }
+    else
+    {
+        activeIndex = previous;
+        rule = &multiLineRules.at(activeIndex);
+    }
+
+    while (rule && startIndex >= 0)
+    {
+        int capturedLength = 0;
+        const int endIndex = FindEnd(*rule, text, startIndex + offset, capturedLength);
+        if (endIndex >= 0 && rule->escapable && IsEscaped(text, endIndex))
+        {
+            offset = endIndex - startIndex + 1;
+            continue;
+        }
+        int length = 0;
+        // A line comment leaves no code after it: the line's length without comment and its smart
+        // indent stay as the stretch before the comment gave them.
+        bool reachedLineEnd = false;
+        if (endIndex >= 0)
+        {
+            length = endIndex - startIndex + capturedLength;
+            if (rule->blockComment && data)
+                data->AppendBlockComment(endIndex + capturedLength, -1);
+            setCurrentBlockState(-1);
+            reachedLineEnd = rule->endsAtEol;
+        }
+        else if (rule->continuesWithBackslash && !text.endsWith(QLatin1Char('\\')))
+        {
+            setCurrentBlockState(-1);
+            endsAtEol = true;
+            length = n - startIndex;
+        }
+        else
+        {
+            setCurrentBlockState(activeIndex);
+            length = n - startIndex;
+        }
+        if (rule->format)
+            setFormat(startIndex, length, *rule->format);
+        if (data)
+        {
+            const int last = startIndex + length - 1;
+            data->AppendIgnorePosition(startIndex, last);
+            // A string cut off at the line end counts as a line comment too, on purpose.
+            if (rule->singleLineComment || endsAtEol)
+                data->AppendSingleLineCommentPosition(startIndex, last);
+            else if (rule->blockComment)
+                data->AppendBlockCommentPosition(startIndex, last);
+        }
+
+        const int next = startIndex + length;
+        int found = next;
+        activeIndex = ActiveRule(multiLineRules, text, found, memo);
+        if (activeIndex < 0)
+        {
+            if (!reachedLineEnd)
+                UpdateBlockData(text, next, -1, false);
+            startIndex = -1;
+            rule = nullptr;
+        }
+        else
+        {
+            rule = &multiLineRules.at(activeIndex);
+            offset = rule->startLength;
+            endsAtEol = rule->endsAtEol;
+            startIndex = found;
+            UpdateBlockData(text, next, startIndex - 1, endsAtEol);
+            if (rule->blockComment && data)
+                data->AppendBlockComment(startIndex, 1);
+        }
+    }
+
+    const int state = currentBlockState();
+    if (data && (activeIndex >= 0 || state >= 0 || endsAtEol))
+    {
+        data->AppendIgnorePosition(n - 1, n);
+        const int ruleIndex = activeIndex >= 0 ? activeIndex : state;
+        const MultiLineHighlightingRule* open =
+            ruleIndex >= 0 && ruleIndex < multiLineRules.size() ? &multiLineRules.at(ruleIndex) : nullptr;
+        if (endsAtEol || (open && open->singleLineComment))
+            data->AppendSingleLineCommentPosition(n - 1, n);
+        else if (open && open->blockComment)
+            data->AppendBlockCommentPosition(n - 1, n);
+    }
+    UpdateIndentData(text);
+}
+
+void Highlighter::UpdateBlockData(const QString& text, int start, int end, bool force)
+{
+    CodeEditorBlockData* data = CurrentBlockData();
+    if (!data)
+        return;
+    UpdateBraceData(data, text, start, end);
+    // A stretch of code followed by a string is not the line's tail.
+    if (end >= 0 && !force)
+        return;
+    QString segment;
+    if (end >= 0)
+    {
+        data->SetNonCommentLength(end + 1);
+        // One character short of the stretch: the segment stops before the character in front of
+        // the comment.
+        segment = text.mid(start, qMax(0, end - start));
+    }
+    else
+    {
+        data->SetNonCommentLength(int(text.size()));
+        segment = text.mid(start);
+    }
+    UpdateSmartIndentData(data, segment);
+}
+
+void Highlighter::UpdateBraceData(CodeEditorBlockData* data, const QString& text, int start, int end)
+{
+    const int last = end < 0 ? int(text.size()) - 1 : qMin(end, int(text.size()) - 1);
+    const QChar* chars = text.constData();
+    for (int i = qMax(0, start); i <= last; ++i)
+    {
+        switch (chars[i].unicode())
+        {
+        case u'(':
+        case u')':
+        case u'{':
+        case u'}':
+        case u'[':
+        case u']':
+            data->AppendBrace(chars[i], i);
+            break;
+        default:
+            break;
+        }
+    }
+}
+
+void Highlighter::UpdateIndentData(const QString& text)
+{
+    CodeEditorBlockData* data = CurrentBlockData();
+    if (!data)
+        return;
+    data->SetIndent(GetIndent(text));
+    bool empty = true;
+    for (const QChar c : text)
+    {
+        if (!c.isSpace())
+        {
+            empty = false;
+            break;
+        }
+    }
+    data->SetEmpty(empty);
+}
+
+void Highlighter::HighlightHiddenCharacters(const QString& text)
+{
+    if (!sWhitespaceFormat)
+        return;
+    // Runs of blanks at once: the same formats as one call per character.
+    const auto isBlank = [](char16_t c) { return c == u' ' || c == u'\t'; };
+    ForEachPart(text, isBlank,
+                [this](int start, int length) { setFormat(start, length, *sWhitespaceFormat); });
+}
+
+void Highlighter::UsePreviousIndent()
+{
+    CodeEditorBlockData* data = CurrentBlockData();
+    if (!data)
+        return;
+    const CodeEditorBlockData* previous =
+        dynamic_cast<const CodeEditorBlockData*>(currentBlock().previous().userData());
+    data->SetIndent(previous ? previous->GetIndent() : QString());
+}

@@ -1,0 +1,123 @@
+// The host's vocabulary: Maya's real command names answer melInfo, whatIs, exists and maya.cmds,
+// and reach the editor's command lists, whether or not the host can run the command.
+#include "HostFixture.h"
+#include "HostPython.h"
+#include "HostVocabulary.h"
+#include "plugin/MayaUtil.h"
+
+#include <maya/MCommandResult.h>
+#include <maya/MGlobal.h>
+#include <maya/MStringArray.h>
+
+#include <QtTest/QTest>
+
+#include <memory>
+
+class TestHostVocabulary : public QObject
+{
+    Q_OBJECT
+
+private:
+    std::unique_ptr<HostFixture> fixture;
+
+    static QStringList MelArray(const QString& command)
+    {
+        MStringArray result;
+        MGlobal::executeCommand(MString(command.toUtf8().constData()), result, false, false);
+        QStringList list;
+        for (unsigned int i = 0; i < result.length(); ++i)
+            list.append(QString::fromUtf8(result[i].asUTF8()));
+        return list;
+    }
+
+private slots:
+    void initTestCase()
+    {
+        fixture = std::make_unique<HostFixture>();
+        QVERIFY(fixture->LoadPlugin());
+    }
+
+    void cleanupTestCase() { fixture.reset(); }
+
+    void listIsMayasOwn()
+    {
+        const QStringList& names = HostVocabulary::MayaCommands();
+        QCOMPARE(names.size(), 1342);
+        QVERIFY(std::is_sorted(names.cbegin(), names.cend()));
+        for (const char* name : {"polyCube", "ls", "setAttr", "workspaceControl", "xform"})
+            QVERIFY2(HostVocabulary::IsMayaCommand(QString::fromLatin1(name)), name);
+        QVERIFY(!HostVocabulary::IsMayaCommand(QStringLiteral("polycube")));
+        QVERIFY(!HostVocabulary::IsMayaCommand(QString()));
+    }
+
+    void melAnswers_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("whatIs");
+        QTest::addColumn<bool>("inMelInfo");
+        QTest::newRow("known by name only") << "polyCube"
+                                            << "Command" << true;
+        QTest::newRow("run by the host as well") << "workspaceControl"
+                                                 << "Command" << true;
+        QTest::newRow("no such command") << "polyCubeX"
+                                         << "Unknown" << false;
+    }
+
+    void melAnswers()
+    {
+        QFETCH(QString, name);
+        QFETCH(QString, whatIs);
+        QFETCH(bool, inMelInfo);
+        QCOMPARE(fixture->MelString(QStringLiteral("whatIs %1").arg(name)), whatIs);
+        const QStringList all = MelArray(QStringLiteral("melInfo"));
+        QCOMPARE(all.contains(name), inMelInfo);
+        QCOMPARE(all.count(name), inMelInfo ? 1 : 0);
+        int exists = -1;
+        QVERIFY(MayaUtil::ExecuteMelIntResult(QStringLiteral("exists %1").arg(name), exists));
+        QCOMPARE(exists, inMelInfo ? 1 : 0);
+    }
+
+    // The editor's lists, as the plug-in fetched them at load through its MEL helper.
+    void editorListsHoldTheVocabulary()
+    {
+        const QStringList commands = MayaUtil::MelCommands();
+        for (const QString& name : HostVocabulary::MayaCommands())
+            QVERIFY2(commands.contains(name), qPrintable(name));
+        QVERIFY(!MayaUtil::MelProcedures().contains(QStringLiteral("polyCube")));
+        QVERIFY(!MayaUtil::MelRunTimeCommands().contains(QStringLiteral("polyCube")));
+    }
+
+    void runningOneFailsClearly()
+    {
+        fixture->ClearMessages();
+        QVERIFY(!fixture->Mel(QStringLiteral("polyCube -n \"box\"")));
+        QVERIFY(fixture->HasMessageContaining(
+            QStringLiteral("polyCube: this host knows the command by name only")));
+        // A procedure of that name is the user's to define, and runs.
+        QVERIFY(fixture->Mel(QStringLiteral("global proc string polySphere() { return \"mine\"; }")));
+        QCOMPARE(fixture->MelString(QStringLiteral("polySphere")), QStringLiteral("mine"));
+    }
+
+    void pythonCmdsExposesEveryName()
+    {
+        int result = 0;
+        QVERIFY(HostPython::Execute(QStringLiteral("import maya.cmds as cmds"), false));
+        QVERIFY(HostPython::EvaluateInt(QStringLiteral("int(callable(cmds.polyCube))"), result));
+        QCOMPARE(result, 1);
+        QVERIFY(HostPython::EvaluateInt(QStringLiteral("int(hasattr(cmds, 'polyCubeX'))"), result));
+        QCOMPARE(result, 0);
+        QVERIFY(HostPython::EvaluateInt(
+            QStringLiteral("len(set(dir(cmds)) & {'polyCube', 'ls', 'setAttr', 'xform'})"), result));
+        QCOMPARE(result, 4);
+        QVERIFY(
+            HostPython::Execute(QStringLiteral("try:\n    cmds.polyCube()\n    bq2_error = ''\n"
+                                               "except RuntimeError as error:\n    bq2_error = str(error)\n"),
+                                false));
+        QString error;
+        QVERIFY(HostPython::EvaluateString(QStringLiteral("bq2_error"), error));
+        QVERIFY2(error.contains(QStringLiteral("by name only")), qPrintable(error));
+    }
+};
+
+QTEST_MAIN(TestHostVocabulary)
+#include "tst_HostVocabulary.moc"

@@ -1,0 +1,500 @@
+// The highlighters through a real editor: text typed key by key, then the colours each rule table
+// gives and the block data the same pass records.
+#include "HostFixture.h"
+#include "editor/CodeEditor.h"
+#include "editor/CodeEditorBlockData.h"
+#include "language/MelHighlighter.h"
+#include "language/PythonHighlighter.h"
+#include "plugin/MayaUtil.h"
+#include "settings/ColorSettings.h"
+#include "settings/Settings.h"
+
+#include <QtGui/QTextBlock>
+#include <QtGui/QTextDocument>
+#include <QtGui/QTextLayout>
+#include <QtTest/QtTest>
+
+#include <memory>
+
+namespace
+{
+// Every key of the tables gets a colour of its own, so that a format tells which row it came from
+// even where the factory colours coincide.
+const QStringList& FormatKeys()
+{
+    static const QStringList keys = {ColorSettings::WHITESPACES,        ColorSettings::MEL_KEYWORDS,
+                                     ColorSettings::MEL_COMMANDS,       ColorSettings::MEL_STRINGS,
+                                     ColorSettings::MEL_NUMBERS,        ColorSettings::MEL_VARIABLES,
+                                     ColorSettings::MEL_PROCS,          ColorSettings::MEL_COMMENTS,
+                                     ColorSettings::PYTHON_KEYWORDS,    ColorSettings::PYTHON_BUILTINS,
+                                     ColorSettings::PYTHON_STRINGS,     ColorSettings::PYTHON_DOC_STRINGS,
+                                     ColorSettings::PYTHON_NUMBERS,     ColorSettings::PYTHON_CLASSES,
+                                     ColorSettings::PYTHON_METHODS,     ColorSettings::PYTHON_COMMENTS,
+                                     ColorSettings::PYTHON_DECORATORS,  ColorSettings::PYTHON_SELF_CLS,
+                                     ColorSettings::PYTHON_MEL_COMMANDS};
+    return keys;
+}
+
+QColor KeyColor(int index)
+{
+    return QColor(20 + index * 11, 200 - index * 7, 60 + index * 5);
+}
+
+QString KeyOfFormat(const QTextCharFormat& format)
+{
+    if (!format.hasProperty(QTextFormat::ForegroundBrush))
+        return QString();
+    for (int i = 0; i < FormatKeys().size(); ++i)
+    {
+        if (format.foreground().color() == KeyColor(i))
+            return FormatKeys().at(i);
+    }
+    return QStringLiteral("?") + format.foreground().color().name();
+}
+
+QString Ranges(const QList<CodeEditorBlockData::Range>& ranges)
+{
+    QStringList parts;
+    for (const CodeEditorBlockData::Range& range : ranges)
+        parts.append(QStringLiteral("%1-%2").arg(range.start).arg(range.end));
+    return parts.join(QLatin1Char(','));
+}
+
+QString Braces(const CodeEditorBlockData& data)
+{
+    QStringList parts;
+    for (const QChar open : {QLatin1Char('('), QLatin1Char('{'), QLatin1Char('[')})
+    {
+        for (const CodeEditorBlockData::Entry& entry : data.GetBraces(open))
+        {
+            const QChar c = entry.delta > 0 ? open : CodeEditor::GetMatchingBrace(open);
+            parts.append(QStringLiteral("%1%2").arg(c).arg(entry.position));
+        }
+    }
+    return parts.join(QLatin1Char(' '));
+}
+
+QString BlockComments(const CodeEditorBlockData& data)
+{
+    QStringList parts;
+    for (const CodeEditorBlockData::Entry& entry : data.GetBlockComments())
+        parts.append(QStringLiteral("%1%2").arg(entry.delta > 0 ? '+' : '-').arg(entry.position));
+    return parts.join(QLatin1Char(' '));
+}
+
+// The whole record of a block and its state, in one line that a test row can spell out.
+QString Describe(const QTextBlock& block)
+{
+    const CodeEditorBlockData* data = CodeEditor::GetBlockData(block);
+    if (!data)
+        return QStringLiteral("no data");
+    return QStringLiteral("state=%1 ignore=%2 single=%3 block=%4 comments=%5 braces=%6 indent='%7' empty=%8 "
+                          "smart=%9 length=%10")
+        .arg(block.userState())
+        .arg(Ranges(data->GetIgnorePositions()), Ranges(data->GetSingleLineCommentPositions()),
+             Ranges(data->GetBlockCommentPositions()), BlockComments(*data), Braces(*data),
+             QString(data->GetIndent()).replace(QLatin1Char('\t'), QLatin1String("\\t")))
+        .arg(int(data->IsEmpty()))
+        .arg(data->GetSmartIndentCount())
+        .arg(data->GetNonCommentLength());
+}
+
+QTextCharFormat FormatAt(const QTextBlock& block, int column)
+{
+    QTextCharFormat format;
+    for (const QTextLayout::FormatRange& range : block.layout()->formats())
+    {
+        if (column >= range.start && column < range.start + range.length)
+            format = range.format;
+    }
+    return format;
+}
+
+CodeEditorLanguage Language(const QString& name)
+{
+    return name == QLatin1String("mel")      ? CodeEditorLanguage::MEL
+           : name == QLatin1String("python") ? CodeEditorLanguage::PYTHON
+                                             : CodeEditorLanguage::TEXT;
+}
+
+// The editor with its protected question opened up.
+class ProbeEditor : public CodeEditor
+{
+public:
+    using CodeEditor::CodeEditor;
+    using CodeEditor::IsIgnoredBlockDataPosition;
+};
+} // namespace
+
+class TestHighlighter : public QObject
+{
+    Q_OBJECT
+
+private:
+    std::unique_ptr<HostFixture> fixture;
+    std::unique_ptr<ProbeEditor> editor;
+
+    ProbeEditor* NewEditor(const QString& language)
+    {
+        CodeEditorProperties properties;
+        properties.language = Language(language);
+        properties.filePath = QStringLiteral("/tmp/highlight");
+        editor = std::make_unique<ProbeEditor>(properties, nullptr);
+        editor->resize(900, 400);
+        editor->show();
+        editor->setFocus();
+        return editor.get();
+    }
+
+    // Types the lines as a user does, with Return between them.
+    void Type(const QString& text)
+    {
+        const QStringList lines = text.split(QLatin1Char('\n'));
+        for (int i = 0; i < lines.size(); ++i)
+        {
+            if (i > 0)
+                QTest::keyClick(editor.get(), Qt::Key_Return);
+            QTest::keyClicks(editor.get(), lines.at(i));
+        }
+    }
+
+    QTextBlock Block(int number) const { return editor->document()->findBlockByNumber(number); }
+
+private slots:
+    void initTestCase()
+    {
+        fixture = std::make_unique<HostFixture>();
+        QVERIFY(fixture->LoadPlugin());
+        // Typing here must give exactly the characters typed: no pairs, no indent, no completion.
+        Settings::tabsAutoIndentDefault = Settings::tabsAutoIndentMel = Settings::tabsAutoIndentPython =
+            false;
+        Settings::melInsertClosingParentheses = Settings::melInsertClosingQuotes = false;
+        Settings::pythonInsertClosingParentheses = Settings::pythonInsertClosingQuotes = false;
+        Settings::melCompleteOnLetters = Settings::pythonCompleteOnLetters = false;
+        Settings::pythonCompleteOnDot = false;
+        for (int i = 0; i < FormatKeys().size(); ++i)
+        {
+            QTextCharFormat format = ColorSettings::GetCodeEditorFormat(FormatKeys().at(i));
+            format.setForeground(KeyColor(i));
+            ColorSettings::SetCodeEditorFormat(FormatKeys().at(i), format);
+        }
+    }
+
+    void cleanupTestCase()
+    {
+        editor.reset();
+        fixture.reset();
+    }
+
+    void wordListsComeFromTheHost()
+    {
+        NewEditor(QStringLiteral("mel"));
+        NewEditor(QStringLiteral("python"));
+        QVERIFY(Highlighter::sMelCommands.contains(QStringLiteral("polyCube")));
+        QVERIFY(Highlighter::sMelCommands.contains(QStringLiteral("xvGetMelInfo"))); // a procedure
+        QVERIFY(Highlighter::sMelKeywords.contains(QStringLiteral("proc")));
+        QVERIFY(Highlighter::sPythonMelCommands.contains(QStringLiteral("polyCube")));
+        QVERIFY(!Highlighter::sPythonMelCommands.contains(QStringLiteral("xvGetMelInfo")));
+        QVERIFY(Highlighter::sPythonKeywords.contains(QStringLiteral("lambda")));
+        QVERIFY(Highlighter::sPythonBuiltins.contains(QStringLiteral("isinstance")));
+    }
+
+    void formats_data()
+    {
+        QTest::addColumn<QString>("language");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<int>("column");
+        QTest::addColumn<QString>("key");
+        const QString mel = QStringLiteral("mel");
+        const QString python = QStringLiteral("python");
+        const QString proc = QStringLiteral("proc int foo(string $a) { return 1.5; }");
+        QTest::newRow("mel keyword") << mel << proc << 0 << ColorSettings::MEL_KEYWORDS;
+        QTest::newRow("mel blank") << mel << proc << 4 << ColorSettings::WHITESPACES;
+        QTest::newRow("mel call") << mel << proc << 9 << ColorSettings::MEL_PROCS;
+        QTest::newRow("mel variable") << mel << proc << 20 << ColorSettings::MEL_VARIABLES;
+        QTest::newRow("mel number") << mel << proc << 34 << ColorSettings::MEL_NUMBERS;
+        QTest::newRow("mel brace") << mel << proc << 24 << QString();
+        QTest::newRow("mel proc name") << mel << "proc  bar ()" << 6 << ColorSettings::MEL_PROCS;
+        const QString command = QStringLiteral("polyCube -n \"ls x\" $ls;");
+        QTest::newRow("mel command") << mel << command << 0 << ColorSettings::MEL_COMMANDS;
+        QTest::newRow("mel flag") << mel << command << 10 << QString();
+        QTest::newRow("mel string") << mel << command << 13 << ColorSettings::MEL_STRINGS;
+        QTest::newRow("mel blank in string") << mel << command << 15 << ColorSettings::WHITESPACES;
+        QTest::newRow("mel variable, not command") << mel << command << 20 << ColorSettings::MEL_VARIABLES;
+        QTest::newRow("mel -ls") << mel << "-ls ls" << 1 << QString();
+        QTest::newRow("mel ls after -ls") << mel << "-ls ls" << 4 << ColorSettings::MEL_COMMANDS;
+        QTest::newRow("mel keyword after dash") << mel << "a-string string" << 2 << QString();
+        QTest::newRow("mel same keyword alone")
+            << mel << "a-string string" << 9 << ColorSettings::MEL_KEYWORDS;
+        QTest::newRow("mel line comment") << mel << "ls; // ls \"x\"" << 7 << ColorSettings::MEL_COMMENTS;
+        QTest::newRow("mel block comment") << mel << "/* ls */ ls" << 3 << ColorSettings::MEL_COMMENTS;
+        QTest::newRow("mel after block comment") << mel << "/* ls */ ls" << 9 << ColorSettings::MEL_COMMANDS;
+
+        const QString classLine = QStringLiteral("class Foo(object):");
+        QTest::newRow("py keyword") << python << classLine << 0 << ColorSettings::PYTHON_KEYWORDS;
+        QTest::newRow("py class") << python << classLine << 6 << ColorSettings::PYTHON_CLASSES;
+        QTest::newRow("py builtin") << python << classLine << 10 << ColorSettings::PYTHON_BUILTINS;
+        QTest::newRow("py class without bases") << python << "class Foo:" << 6 << QString();
+        const QString def = QStringLiteral("def run(self, x=1.0):");
+        QTest::newRow("py def") << python << def << 4 << ColorSettings::PYTHON_METHODS;
+        QTest::newRow("py self") << python << def << 8 << ColorSettings::PYTHON_SELF_CLS;
+        QTest::newRow("py number") << python << def << 17 << ColorSettings::PYTHON_NUMBERS;
+        QTest::newRow("py decorator") << python << "@property" << 3 << ColorSettings::PYTHON_DECORATORS;
+        QTest::newRow("py cls") << python << "cls.x" << 0 << ColorSettings::PYTHON_SELF_CLS;
+        const QString cmds = QStringLiteral("cmds.polyCube(ls)");
+        QTest::newRow("py command attribute") << python << cmds << 5 << ColorSettings::PYTHON_MEL_COMMANDS;
+        QTest::newRow("py bare command") << python << cmds << 14 << QString();
+        QTest::newRow("py command at line start") << python << "ls = 1" << 0 << QString();
+        const QString open = QStringLiteral("os.open(p) or open(p)");
+        QTest::newRow("py dotted builtin with bare one")
+            << python << open << 3 << ColorSettings::PYTHON_BUILTINS;
+        QTest::newRow("py dotted call alone") << python << "os.open(p)" << 3 << ColorSettings::PYTHON_METHODS;
+        QTest::newRow("py keyword beats builtin")
+            << python << "x = True" << 4 << ColorSettings::PYTHON_KEYWORDS;
+        const QString strings = QStringLiteral("x = \"a # b\"  # c 'q'");
+        QTest::newRow("py hash in string") << python << strings << 7 << ColorSettings::PYTHON_STRINGS;
+        QTest::newRow("py comment") << python << strings << 15 << ColorSettings::PYTHON_COMMENTS;
+        QTest::newRow("py quote in comment") << python << strings << 18 << ColorSettings::PYTHON_COMMENTS;
+        QTest::newRow("py doc string")
+            << python << "s = '''doc''' + 'x'" << 7 << ColorSettings::PYTHON_DOC_STRINGS;
+        QTest::newRow("py string after doc string")
+            << python << "s = '''doc''' + 'x'" << 17 << ColorSettings::PYTHON_STRINGS;
+        QTest::newRow("text has no rules") << "text"
+                                           << "def f(): # x" << 9 << QString();
+        QTest::newRow("text blanks") << "text"
+                                     << "def f(): # x" << 3 << ColorSettings::WHITESPACES;
+    }
+
+    void formats()
+    {
+        QFETCH(QString, language);
+        QFETCH(QString, text);
+        QFETCH(int, column);
+        QFETCH(QString, key);
+        NewEditor(language);
+        Type(text);
+        QCOMPARE(editor->GetText(), text);
+        QCOMPARE(KeyOfFormat(FormatAt(Block(0), column)), key);
+    }
+
+    void blockData_data()
+    {
+        QTest::addColumn<QString>("language");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<int>("line");
+        QTest::addColumn<QString>("expected");
+        const QString mel = QStringLiteral("mel");
+        const QString python = QStringLiteral("python");
+        const QString none = QStringLiteral("comments= braces= indent='' empty=0");
+        QTest::newRow("mel string cut off at the line end")
+            << mel << "\"abc" << 0
+            << "state=-1 ignore=0-3,3-4 single=0-3,3-4 block= " + none + " smart=0 length=4";
+        QTest::newRow("mel string continued by a backslash")
+            << mel << "\"ab\\\ncd\" x" << 0
+            << "state=2 ignore=0-3,3-4 single= block= " + none + " smart=0 length=4";
+        QTest::newRow("mel continued string line two")
+            << mel << "\"ab\\\ncd\" x" << 1
+            << "state=-1 ignore=0-2 single= block= " + none + " smart=0 length=5";
+        QTest::newRow("mel escaped quote")
+            << mel << "\"a\\\"b\" (" << 0
+            << "state=-1 ignore=0-5 single= block= comments= braces=(7 indent='' "
+               "empty=0 smart=1 length=8";
+        QTest::newRow("mel escaped backslash") << mel << "\"a\\\\\" (" << 0
+                                               << "state=-1 ignore=0-4 single= block= comments= braces=(6 "
+                                                  "indent='' empty=0 smart=1 length=7";
+        QTest::newRow("mel comment after string")
+            << mel << "\"abc\" // {" << 0
+            << "state=-1 ignore=0-4,6-9,9-10 single=6-9,9-10 block= " + none + " smart=0 length=6";
+        QTest::newRow("mel block comment opens") << mel << "a /* b\nc */ d {" << 0
+                                                 << "state=1 ignore=2-5,5-6 single= block=2-5,5-6 "
+                                                    "comments=+2 braces= indent='' empty=0 smart=0 length=6";
+        QTest::newRow("mel block comment closes") << mel << "a /* b\nc */ d {" << 1
+                                                  << "state=-1 ignore=0-3 single= block=0-3 comments=-4 "
+                                                     "braces={7 indent='' empty=0 smart=1 length=8";
+        QTest::newRow("mel braces")
+            << mel << "  if ($a) {" << 0
+            << "state=-1 ignore= single= block= comments= braces=(5 )8 {10 indent='  ' "
+               "empty=0 smart=1 length=11";
+        QTest::newRow("mel closing braces")
+            << mel << "} }" << 0
+            << "state=-1 ignore= single= block= comments= braces=}0 }2 indent='' "
+               "empty=0 smart=-2 length=3";
+        QTest::newRow("mel open parenthesis")
+            << mel << "foo(" << 0
+            << "state=-1 ignore= single= block= comments= braces=(3 indent='' "
+               "empty=0 smart=1 length=4";
+        QTest::newRow("empty line")
+            << mel << "x\n\ny" << 1
+            << "state=-1 ignore= single= block= comments= braces= indent='' empty=1 smart=0 "
+               "length=0";
+        QTest::newRow("blank line")
+            << python << "   " << 0
+            << "state=-1 ignore= single= block= comments= braces= indent='   ' empty=1 "
+               "smart=0 length=3";
+        QTest::newRow("py triple quote opens")
+            << python << "'''abc\nx ' y" << 0
+            << "state=2 ignore=0-5,5-6 single= block= " + none + " smart=0 length=6";
+        QTest::newRow("py triple quote goes on")
+            << python << "'''abc\nx ' y" << 1
+            << "state=2 ignore=0-4,4-5 single= block= " + none + " smart=0 length=5";
+        QTest::newRow("py empty line in doc string")
+            << python << "\"\"\"a\n\nb\"\"\"" << 1
+            << "state=1 ignore=0--1,-1-0 single= block= comments= braces= indent='' empty=1 smart=0 length=0";
+        QTest::newRow("py string continued")
+            << python << "x = \"a\\" << 0
+            << "state=3 ignore=4-6,6-7 single= block= " + none + " smart=0 length=7";
+        QTest::newRow("py comment after colon") << python << "def f():  # note" << 0
+                                                << "state=-1 ignore=10-15,15-16 single=10-15,15-16 block= "
+                                                   "comments= braces=(5 )6 indent='' empty=0 "
+                                                   "smart=1 length=10";
+        QTest::newRow("py brackets in strings and comments")
+            << python << "f('(', \"[\")  # {" << 0
+            << "state=-1 ignore=2-4,7-9,13-15,15-16 single=13-15,15-16 block= comments= braces=(1 )10 "
+               "indent='' "
+               "empty=0 smart=0 length=13";
+        QTest::newRow("py open bracket")
+            << python << "x = [" << 0
+            << "state=-1 ignore= single= block= comments= braces=[4 indent='' empty=0 "
+               "smart=1 length=5";
+        QTest::newRow("py comma") << python << "x = [1," << 0
+                                  << "state=-1 ignore= single= block= comments= braces=[4 indent='' empty=0 "
+                                     "smart=0 length=7";
+        QTest::newRow("py prefix stays outside")
+            << python << "x = rb'\\d'" << 0
+            << "state=-1 ignore=6-9 single= block= " + none + " smart=0 length=10";
+        QTest::newRow("text records brackets")
+            << "text"
+            << "f(x) # y" << 0
+            << "state=-1 ignore= single= block= comments= braces=(1 )3 indent='' "
+               "empty=0 smart=0 length=8";
+    }
+
+    void blockData()
+    {
+        QFETCH(QString, language);
+        QFETCH(QString, text);
+        QFETCH(int, line);
+        QFETCH(QString, expected);
+        NewEditor(language);
+        Type(text);
+        QCOMPARE(editor->GetText(), text);
+        QCOMPARE(Describe(Block(line)), expected);
+    }
+
+    // Opening a block comment at the top recolours every line below, and closing it again
+    // restores them: the block state carries the span from line to line.
+    void spanReachesLinesBelow()
+    {
+        NewEditor(QStringLiteral("mel"));
+        QStringList lines;
+        for (int i = 0; i < 200; ++i)
+            lines.append(QStringLiteral("ls -sl;"));
+        editor->SetText(lines.join(QLatin1Char('\n')));
+        const QTextBlock last = Block(199);
+        QCOMPARE(KeyOfFormat(FormatAt(last, 0)), ColorSettings::MEL_COMMANDS);
+        editor->moveCursor(QTextCursor::Start);
+        Type(QStringLiteral("/*"));
+        QCOMPARE(KeyOfFormat(FormatAt(last, 0)), ColorSettings::MEL_COMMENTS);
+        QCOMPARE(last.userState(), 1);
+        QVERIFY(CodeEditor::GetBlockData(last)->IsBlockCommentPosition(3));
+        QTest::keyClick(editor.get(), Qt::Key_Backspace);
+        QCOMPARE(KeyOfFormat(FormatAt(last, 0)), ColorSettings::MEL_COMMANDS);
+        QCOMPARE(last.userState(), -1);
+        QVERIFY(!CodeEditor::GetBlockData(last)->IsIgnoredPosition(3));
+    }
+
+    void ignoredPositions_data()
+    {
+        QTest::addColumn<QString>("language");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<int>("column");
+        QTest::addColumn<bool>("ignored");
+        QTest::newRow("mel code") << "mel"
+                                  << "print(\"a\"); // c" << 3 << false;
+        QTest::newRow("mel string") << "mel"
+                                    << "print(\"a\"); // c" << 7 << true;
+        QTest::newRow("mel comment end") << "mel"
+                                         << "print(\"a\"); // c" << 16 << true;
+        QTest::newRow("py code after string") << "python"
+                                              << "x = 'a' + b" << 10 << false;
+        QTest::newRow("py string") << "python"
+                                   << "x = 'a' + b" << 5 << true;
+        QTest::newRow("text") << "text"
+                              << "'a' # b" << 1 << false;
+    }
+
+    void ignoredPositions()
+    {
+        QFETCH(QString, language);
+        QFETCH(QString, text);
+        QFETCH(int, column);
+        QFETCH(bool, ignored);
+        NewEditor(language);
+        Type(text);
+        QTextCursor cursor = editor->textCursor();
+        cursor.setPosition(column);
+        QCOMPARE(editor->IsIgnoredBlockDataPosition(cursor), ignored);
+    }
+
+    // A colour edited in the store reaches the buffer at the next rehighlight, through the same
+    // highlighter.
+    void colourChangeKeepsTheHighlighter()
+    {
+        NewEditor(QStringLiteral("mel"));
+        Type(QStringLiteral("string $a;"));
+        const QPointer<Highlighter> before = editor->document()->findChild<Highlighter*>();
+        QVERIFY(before);
+        const QString key = ColorSettings::MEL_KEYWORDS;
+        const QTextCharFormat saved = ColorSettings::GetCodeEditorFormat(key);
+        QTextCharFormat changed = saved;
+        changed.setForeground(QColor(1, 2, 3));
+        changed.setFontItalic(true);
+        ColorSettings::SetCodeEditorFormat(key, changed);
+        editor->UpdateFontsAndColors();
+        const QTextCharFormat now = FormatAt(Block(0), 2);
+        ColorSettings::SetCodeEditorFormat(key, saved);
+        QCOMPARE(editor->document()->findChild<Highlighter*>(), before.data());
+        QCOMPARE(now.foreground().color(), QColor(1, 2, 3));
+        QVERIFY(now.fontItalic());
+    }
+
+    void languageDecidesTheHighlighter()
+    {
+        NewEditor(QStringLiteral("text"));
+        QVERIFY(editor->document()->findChild<Highlighter*>());
+        QVERIFY(!editor->document()->findChild<MelHighlighter*>());
+        QVERIFY(!editor->document()->findChild<PythonHighlighter*>());
+        Type(QStringLiteral("import os  # x"));
+        CodeEditorProperties properties = editor->GetProperties();
+        properties.language = CodeEditorLanguage::PYTHON;
+        editor->SetProperties(properties);
+        QCOMPARE(editor->document()->findChildren<Highlighter*>().size(), 1);
+        QVERIFY(editor->document()->findChild<PythonHighlighter*>());
+        QCoreApplication::processEvents(); // the new highlighter's first full pass
+        QCOMPARE(KeyOfFormat(FormatAt(Block(0), 0)), ColorSettings::PYTHON_KEYWORDS);
+        QVERIFY(CodeEditor::GetBlockData(Block(0))->IsSingleLineCommentPosition(12));
+    }
+
+    // What the user sees: the keyword's colour on screen.
+    void coloursArePainted()
+    {
+        NewEditor(QStringLiteral("mel"));
+        QFont font = editor->font();
+        font.setPointSize(24);
+        editor->setFont(font);
+        Type(QStringLiteral("while"));
+        QVERIFY(QTest::qWaitForWindowExposed(editor.get()));
+        const QImage image = editor->viewport()->grab().toImage();
+        const QColor keyword = KeyColor(int(FormatKeys().indexOf(ColorSettings::MEL_KEYWORDS)));
+        int painted = 0;
+        for (int y = 0; y < image.height(); ++y)
+        {
+            for (int x = 0; x < image.width(); ++x)
+                painted += image.pixelColor(x, y).rgb() == keyword.rgb();
+        }
+        QVERIFY2(painted > 20, qPrintable(QString::number(painted)));
+    }
+};
+
+QTEST_MAIN(TestHighlighter)
+#include "tst_Highlighter.moc"
