@@ -295,6 +295,7 @@ private:
     int LeadingWidth(const QString& text) const;
     int ColumnWidth(const QTextCursor& cursor) const;
     void IndentLines(bool increase);
+    void PrepareIndentIncrease(QTextCursor& cursor, bool spaces);
     void ToggleCommentLines(const QString& mark, int firstBlock, int lastBlock);
     void ToggleCommentLine(const QString& mark);
     void RemoveCommentMark(QTextCursor& cursor, const QString& mark);

@@ -30,13 +30,23 @@ int RemovedBefore(int position, int from, int count)
     return qBound(0, position - from, count);
 }
 
-// The selection's ends, with an end at column 0 of a later line taken back into the line before.
-void GetLineSelection(const QTextCursor& cursor, int& start, int& end)
+// The lines a selection touches; an end at column 0 of a later line does not take that line.
+void GetTouchedLines(const QTextCursor& cursor, QTextBlock& first, QTextBlock& last)
 {
-    start = cursor.selectionStart();
-    end = cursor.selectionEnd();
+    const int start = cursor.selectionStart();
+    int end = cursor.selectionEnd();
     if (start != end && cursor.document()->findBlock(end).position() == end)
         --end;
+    first = cursor.document()->findBlock(start);
+    last = cursor.document()->findBlock(end);
+}
+
+// The text of whole lines, without the last line's end.
+QString LinesText(QTextCursor& cursor, const QTextBlock& first, const QTextBlock& last)
+{
+    cursor.setPosition(first.position());
+    cursor.setPosition(last.position() + last.length() - 1, QTextCursor::KeepAnchor);
+    return cursor.selection().toPlainText();
 }
 
 void SetSelection(QTextCursor& cursor, int anchor, int position)
@@ -231,11 +241,9 @@ void CodeEditor::RemoveBlockComment(QTextCursor& cursor, int closeOffset)
 void CodeEditor::MoveLine(bool up)
 {
     QTextCursor cursor = textCursor();
-    int start = 0;
-    int end = 0;
-    GetLineSelection(cursor, start, end);
-    const QTextBlock first = document()->findBlock(start);
-    const QTextBlock last = document()->findBlock(end);
+    QTextBlock first;
+    QTextBlock last;
+    GetTouchedLines(cursor, first, last);
     const QTextBlock neighbour = up ? first.previous() : last.next();
     if (!neighbour.isValid())
         return;
@@ -258,9 +266,7 @@ void CodeEditor::MoveLine(bool up)
     }
     else
     {
-        cursor.setPosition(first.position());
-        cursor.setPosition(last.position() + last.length() - 1, QTextCursor::KeepAnchor);
-        const QString text = cursor.selection().toPlainText();
+        const QString text = LinesText(cursor, first, last);
         cursor.setPosition(last.position() + last.length(), QTextCursor::KeepAnchor);
         cursor.removeSelectedText();
         const QTextBlock below = document()->findBlock(firstPosition);
@@ -275,17 +281,13 @@ void CodeEditor::MoveLine(bool up)
 void CodeEditor::CopyLine(bool up)
 {
     QTextCursor cursor = textCursor();
-    int start = 0;
-    int end = 0;
-    GetLineSelection(cursor, start, end);
-    const QTextBlock first = document()->findBlock(start);
-    const QTextBlock last = document()->findBlock(end);
+    QTextBlock first;
+    QTextBlock last;
+    GetTouchedLines(cursor, first, last);
     const int anchor = cursor.anchor();
     const int position = cursor.position();
 
-    cursor.setPosition(first.position());
-    cursor.setPosition(last.position() + last.length() - 1, QTextCursor::KeepAnchor);
-    const QString text = cursor.selection().toPlainText();
+    const QString text = LinesText(cursor, first, last);
     cursor.beginEditBlock();
     cursor.setPosition(last.position() + last.length() - 1);
     cursor.insertText(QLatin1Char('\n') + text);
@@ -299,11 +301,9 @@ void CodeEditor::CopyLine(bool up)
 void CodeEditor::DeleteLines()
 {
     QTextCursor cursor = textCursor();
-    int start = 0;
-    int end = 0;
-    GetLineSelection(cursor, start, end);
-    const QTextBlock first = document()->findBlock(start);
-    const QTextBlock last = document()->findBlock(end);
+    QTextBlock first;
+    QTextBlock last;
+    GetTouchedLines(cursor, first, last);
     cursor.beginEditBlock();
     cursor.setPosition(first.position());
     if (last.next().isValid())

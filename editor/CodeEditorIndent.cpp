@@ -109,48 +109,41 @@ QString CodeEditor::ConvertLeadingSpacesToTabs(const QString& text) const
     return QString(width / tabSize, QLatin1Char('\t')) + SpacesStr(width % tabSize);
 }
 
-void CodeEditor::IncreaseSpacesIndent(QTextCursor& cursor)
+// In the indent, the selection goes and the leading run is put in the buffer's mode; a blank line
+// first goes back to the tab stop before the cursor.
+void CodeEditor::PrepareIndentIncrease(QTextCursor& cursor, bool spaces)
 {
     static const QRegularExpression blank(QStringLiteral("^[\\t ]+$"));
-    if (IsCursorInBlockIndent(cursor, true))
+    if (!IsCursorInBlockIndent(cursor, true))
+        return;
+    cursor.removeSelectedText();
+    const QTextBlock block = cursor.block();
+    if (blank.match(block.text()).hasMatch())
     {
-        cursor.removeSelectedText();
-        const QTextBlock block = cursor.block();
-        if (blank.match(block.text()).hasMatch())
-        {
-            // A blank line goes back to a tab stop first.
-            const int width = ColumnWidth(cursor);
-            cursor.setPosition(block.position());
-            cursor.setPosition(block.position() + block.length() - 1, QTextCursor::KeepAnchor);
-            cursor.insertText(SpacesStr(width / tabSize * tabSize));
-        }
-        else
-        {
-            ConvertLeadingTabsToSpaces(cursor);
-        }
+        const int stops = ColumnWidth(cursor) / tabSize;
+        cursor.setPosition(block.position());
+        cursor.setPosition(block.position() + block.length() - 1, QTextCursor::KeepAnchor);
+        cursor.insertText(spaces ? SpacesStr(stops * tabSize) : QString(stops, QLatin1Char('\t')));
     }
+    else if (spaces)
+    {
+        ConvertLeadingTabsToSpaces(cursor);
+    }
+    else
+    {
+        ConvertLeadingSpacesToTabs(cursor, false);
+    }
+}
+
+void CodeEditor::IncreaseSpacesIndent(QTextCursor& cursor)
+{
+    PrepareIndentIncrease(cursor, true);
     cursor.insertText(SpacesStr(tabSize - ColumnWidth(cursor) % tabSize));
 }
 
 void CodeEditor::IncreaseTabIndent(QTextCursor& cursor)
 {
-    static const QRegularExpression blank(QStringLiteral("^[\\t ]+$"));
-    if (IsCursorInBlockIndent(cursor, true))
-    {
-        cursor.removeSelectedText();
-        const QTextBlock block = cursor.block();
-        if (blank.match(block.text()).hasMatch())
-        {
-            const int width = ColumnWidth(cursor);
-            cursor.setPosition(block.position());
-            cursor.setPosition(block.position() + block.length() - 1, QTextCursor::KeepAnchor);
-            cursor.insertText(QString(width / tabSize, QLatin1Char('\t')));
-        }
-        else
-        {
-            ConvertLeadingSpacesToTabs(cursor, false);
-        }
-    }
+    PrepareIndentIncrease(cursor, false);
     cursor.insertText(QStringLiteral("\t"));
 }
 
