@@ -1,9 +1,14 @@
 // brindlet-editor2: the editor in a substitute Maya session of its own, with Maya's start-up
 // flags -batch and -command.
 #include "HostApplication.h"
+#include "editor/CodeEditor.h"
 #include "plugin/PluginMain.h"
 #include <QtCore/QStringList>
+#include <QtCore/QTimer>
+#include <QtGui/QKeyEvent>
+#include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QMessageBox>
 #include <cstdio>
 #include <cstring>
 #include <maya/MGlobal.h>
@@ -87,12 +92,86 @@ int RunBatch(HostApplication& host, const Options& options)
     return succeeded ? 0 : 1;
 }
 
+// Hooks for tests of the program as a whole, which cannot reach into its widgets: text typed
+// key by key into the editor that has the focus, and an answer to every message box.
+const char* const TYPE_VARIABLE = "BRINDLET_EDITOR2_TEST_TYPE";
+const char* const ANSWER_VARIABLE = "BRINDLET_EDITOR2_TEST_ANSWER";
+
+CodeEditor* FocusedCodeEditor()
+{
+    if (auto* codeEditor = qobject_cast<CodeEditor*>(QApplication::focusWidget()))
+        return codeEditor;
+    for (QWidget* widget : QApplication::allWidgets())
+    {
+        auto* codeEditor = qobject_cast<CodeEditor*>(widget);
+        if (codeEditor && codeEditor->isVisible())
+            return codeEditor;
+    }
+    return nullptr;
+}
+
+void TypeTestText()
+{
+    const QString text = qEnvironmentVariable(TYPE_VARIABLE);
+    if (text.isEmpty())
+        return;
+    CodeEditor* codeEditor = FocusedCodeEditor();
+    // The editor shows once the event loop runs.
+    if (!codeEditor)
+    {
+        QTimer::singleShot(100, TypeTestText);
+        return;
+    }
+    for (const QChar c : text)
+    {
+        const bool newLine = c == QLatin1Char('\n');
+        // Printable ASCII keys carry their upper-case code, as a keyboard gives them.
+        const int key = newLine ? int(Qt::Key_Return) : c.unicode() < 128 ? int(c.toUpper().unicode()) : 0;
+        const QString keyText = newLine ? QStringLiteral("\r") : QString(c);
+        QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, keyText);
+        QCoreApplication::sendEvent(codeEditor, &press);
+        QKeyEvent release(QEvent::KeyRelease, key, Qt::NoModifier, keyText);
+        QCoreApplication::sendEvent(codeEditor, &release);
+    }
+    std::printf("typed into %s:\n%s\n", qPrintable(codeEditor->GetFilePath()),
+                codeEditor->GetText().toUtf8().toBase64().constData());
+    std::fflush(stdout);
+}
+
+void AnswerMessageBoxes(QApplication& application)
+{
+    const QString answer = qEnvironmentVariable(ANSWER_VARIABLE);
+    if (answer.isEmpty())
+        return;
+    auto* timer = new QTimer(&application);
+    QObject::connect(timer, &QTimer::timeout, timer,
+                     [answer]
+                     {
+                         auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+                         if (!box)
+                             return;
+                         for (QAbstractButton* button : box->buttons())
+                         {
+                             if (button->text() != answer)
+                                 continue;
+                             std::printf("message box: %s\nanswered: %s\n", qPrintable(box->text()),
+                                         qPrintable(answer));
+                             std::fflush(stdout);
+                             button->click();
+                             return;
+                         }
+                     });
+    timer->start(50);
+}
+
 int RunInteractive(QApplication& application, HostApplication& host, const Options& options)
 {
+    AnswerMessageBoxes(application);
     QObject::connect(&host, &HostApplication::QuitFinished, &application, &QCoreApplication::quit,
                      Qt::QueuedConnection);
     host.ShowMainWindow();
     MGlobal::executeCommand(MString(PLUGIN_NAME), false, false);
+    TypeTestText();
     RunStartupCommand(options);
     if (host.HasQuit())
         return 0;

@@ -1,9 +1,13 @@
 #pragma once
 
 #include "editor/CodeEditorProperties.h"
+#include "editor/FileStamp.h"
+#include "editor/TextFileCodec.h"
+#include "language/ParserMessage.h"
 
 #include <QtCore/QFileSystemWatcher>
 #include <QtCore/QList>
+#include <QtCore/QMap>
 #include <QtCore/QPointer>
 #include <QtCore/QRegularExpression>
 #include <QtCore/QString>
@@ -12,6 +16,8 @@
 #include <QtWidgets/QPlainTextEdit>
 
 class CodeEditorBlockData;
+class CodeEditorErrorBarOverlay;
+class CodeEditorLineNumbers;
 class KeyBindings;
 enum class KeySequenceType : int;
 class OverlayWidget;
@@ -147,6 +153,21 @@ public:
     // The clipboard format of a whole line copied without a selection.
     static const char* const LINE_MIME_TYPE;
 
+    // Messages of the parsers, the syntax check and Pylint, and what shows them.
+    void UpdateErrorsAndWarnings(const QList<ParserMessage>& newErrors,
+                                 const QList<ParserMessage>& newWarnings,
+                                 const QList<ParserMessage>& newInfos);
+    void UpdateErrorsAndWarnings();
+    static void OffsetParserMessages(QList<ParserMessage>& messages, int position, int removed, int added);
+    QString GetErrorAndWarningsText() const;
+    int GetNumberOfErrors() const { return static_cast<int>(errors.size()); }
+    int GetNumberOfWarnings() const { return static_cast<int>(warnings.size()); }
+    int GetLineNumberWidth() const;
+    int GetGutterWidth() const;
+    void LineNumberPaintEvent(QPaintEvent* event);
+    int GetIndentGuideCount(const QTextBlock& block) const;
+    void PythonSyntaxCheck();
+
     // Formats of the colour table shared by all editors; an edit of a colour reaches every editor.
     static QTextCharFormat* sPlainTextFormat;
     static QTextCharFormat* sCurrentLineFormat;
@@ -160,6 +181,18 @@ public:
     static CodeEditorBlockData* GetBlockData(const QTextBlock& block);
     static CodeEditorBlockData* GetBlockData(const QTextCursor& cursor);
     static CodeEditorBlockData* GetPreviousBlockData(const QTextCursor& cursor);
+    // The file on disk: how its bytes are stored and what they were when last read or written.
+    const TextFileFormat& GetFileFormat() const { return fileFormat; }
+    void SetFileFormat(const TextFileFormat& format) { fileFormat = format; }
+    const FileStamp& GetFileStamp() const { return fileStamp; }
+    void SetFileStamp(const FileStamp& stamp) { fileStamp = stamp; }
+    // The text as it belongs in the file: unlike GetText(), line separators and no-break spaces
+    // inside a line stay what they are.
+    QString GetTextForSave() const;
+    // Replaces the whole text as one undo step, so that the text before can be had back.
+    void ReplaceTextUndoable(const QString& text);
+    bool IsWatchingFile() const;
+    void WatchFile();
 
 signals:
     void ReceivedFocus();
@@ -234,6 +267,9 @@ protected:
     void focusInEvent(QFocusEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    bool event(QEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
 
     // Attachment points. Each default is what a plain QPlainTextEdit does, so the editor works on
     // its own; block data, editing commands, decorations, highlighters and completers fill them in.
@@ -266,6 +302,28 @@ protected:
     int findInSelectionEnd = -1;
     // Set during bulk edits that rebuild the text, so that marks are not moved for each piece.
     bool ignoreContentsChange = false;
+
+    // The extra selections, in drawing order.
+    void HighlightFindReplaceSelectedRegion();
+    void HighlightCurrentLine();
+    void HighlightMatchedSelection();
+    void HighlightFoundSelection(bool global);
+    void HighlightMatchedBraces();
+    void HighlightMatchedBraces(int first, int second);
+    void HighlightErrorsAndWarnings();
+    void AddExtraSelection(const QTextCursor& cursor, const QTextCharFormat& format);
+    QString ToolTipTextAt(const QPoint& pos) const;
+    void PaintIndentationGuides();
+
+    CodeEditorLineNumbers* lineNumbers = nullptr;         // child
+    CodeEditorErrorBarOverlay* errorBarOverlay = nullptr; // child of the vertical scroll bar
+    QList<ParserMessage> errors;
+    QList<ParserMessage> warnings;
+    QList<ParserMessage> infos;
+    // Block number to the text of its message, for the gutter's tooltips and the status bar.
+    QMap<int, QString> errorLines;
+    QMap<int, QString> warningLines;
+    QMap<int, QString> infoLines;
 
 private:
     enum class KeyResult
@@ -314,4 +372,6 @@ private:
     QTimer textChangedTimer;
     int tabStopPixels = 24;
     int pendingScrollValue = -1;
+    TextFileFormat fileFormat;
+    FileStamp fileStamp;
 };

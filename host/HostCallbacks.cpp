@@ -9,7 +9,7 @@ struct Entry
 {
     QString eventName; // empty for command-output callbacks
     MMessage::MBasicFunction basic = nullptr;
-    MCommandMessage::MessageFunction output = nullptr;
+    MCommandMessage::MMessageFunction output = nullptr;
     void* clientData = nullptr;
 };
 
@@ -69,7 +69,7 @@ MCallbackId HostCallbacks::AddEventCallback(const QString& eventName, MMessage::
     return id;
 }
 
-MCallbackId HostCallbacks::AddOutputCallback(MCommandMessage::MessageFunction function, void* clientData)
+MCallbackId HostCallbacks::AddOutputCallback(MCommandMessage::MMessageFunction function, void* clientData)
 {
     if (!function)
         return 0;

@@ -12,7 +12,7 @@ class HostCallbacks
 public:
     static MCallbackId AddEventCallback(const QString& eventName, MMessage::MBasicFunction function,
                                         void* clientData);
-    static MCallbackId AddOutputCallback(MCommandMessage::MessageFunction function, void* clientData);
+    static MCallbackId AddOutputCallback(MCommandMessage::MMessageFunction function, void* clientData);
     static bool Remove(MCallbackId id);
 
     static void FireEvent(const QString& eventName);

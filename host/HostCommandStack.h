@@ -1,6 +1,6 @@
 #pragma once
 #include <QtCore/QString>
-#include <maya/MCommandResult.h>
+#include "HostCommandResult.h"
 
 // The result slot of each plug-in command while it runs. Commands may run commands, so each
 // call gets its own slot; MPxCommand::setResult writes to the innermost one.
@@ -8,8 +8,8 @@ class HostCommandStack
 {
 public:
     static void Push(const QString& commandString);
-    static MCommandResult Pop();
+    static HostCommandResult Pop();
     // The innermost slot; outside of any command a scratch slot that nobody reads.
-    static MCommandResult& Current();
+    static HostCommandResult& Current();
     static QString CurrentCommandString();
 };

@@ -75,7 +75,7 @@ QString HostMelCall::LastPositional() const
     return positionals.isEmpty() ? QString() : positionals.last();
 }
 
-MStatus HostMel::Execute(const QString& text, MCommandResult* result, bool displayEnabled)
+MStatus HostMel::Execute(const QString& text, HostCommandResult* result, bool displayEnabled)
 {
     if (result)
         result->reset();

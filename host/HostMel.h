@@ -3,7 +3,7 @@
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 #include <functional>
-#include <maya/MCommandResult.h>
+#include "HostCommandResult.h"
 #include <maya/MStatus.h>
 
 // A flag of a host-side MEL command: its names and how many values follow it in create and
@@ -31,7 +31,7 @@ struct HostMelCall
     QString LastPositional() const;
 };
 
-using HostMelHandler = std::function<MStatus(const HostMelCall& call, MCommandResult& result)>;
+using HostMelHandler = std::function<MStatus(const HostMelCall& call, HostCommandResult& result)>;
 
 // The substitute's MEL layer.
 class HostMel
@@ -39,7 +39,7 @@ class HostMel
 public:
     // Runs MEL text (one or more statements). The result is that of the last statement.
     // Errors are reported through HostOutput as Maya does, and give a failure status.
-    static MStatus Execute(const QString& text, MCommandResult* result, bool displayEnabled);
+    static MStatus Execute(const QString& text, HostCommandResult* result, bool displayEnabled);
 
     // A built-in command, available at once.
     static void RegisterCommand(const QString& name, const QList<HostMelFlagSpec>& flags,

@@ -78,7 +78,7 @@ MStatus Size(const std::vector<HostMelValue>& values, HostMelValue& result)
     return MStatus::kSuccess;
 }
 
-MStatus Python(const HostMelCall& call, MCommandResult& result)
+MStatus Python(const HostMelCall& call, HostCommandResult& result)
 {
     if (call.positionals.size() != 1)
         return WrongArguments(call.name);
@@ -94,25 +94,25 @@ MStatus Python(const HostMelCall& call, MCommandResult& result)
     return MStatus::kSuccess;
 }
 
-MStatus Eval(const HostMelCall& call, MCommandResult& result)
+MStatus Eval(const HostMelCall& call, HostCommandResult& result)
 {
     return HostMel::Execute(call.positionals.join(QLatin1Char(' ')), &result, false);
 }
 
-MStatus Source(const HostMelCall& call, MCommandResult& /*result*/)
+MStatus Source(const HostMelCall& call, HostCommandResult& /*result*/)
 {
     if (call.positionals.size() != 1)
         return WrongArguments(call.name);
     return HostMel::SourceFile(call.positionals.first());
 }
 
-MStatus Quit(const HostMelCall& /*call*/, MCommandResult& /*result*/)
+MStatus Quit(const HostMelCall& /*call*/, HostCommandResult& /*result*/)
 {
     HostState::RequestQuit();
     return MStatus::kSuccess;
 }
 
-MStatus GetEnv(const HostMelCall& call, MCommandResult& result)
+MStatus GetEnv(const HostMelCall& call, HostCommandResult& result)
 {
     if (call.positionals.size() != 1)
         return WrongArguments(call.name);
@@ -120,7 +120,7 @@ MStatus GetEnv(const HostMelCall& call, MCommandResult& result)
     return MStatus::kSuccess;
 }
 
-MStatus PutEnv(const HostMelCall& call, MCommandResult& /*result*/)
+MStatus PutEnv(const HostMelCall& call, HostCommandResult& /*result*/)
 {
     if (call.positionals.size() != 2 || call.positionals.first().isEmpty())
         return WrongArguments(call.name);
@@ -128,7 +128,7 @@ MStatus PutEnv(const HostMelCall& call, MCommandResult& /*result*/)
     return MStatus::kSuccess;
 }
 
-MStatus Exists(const HostMelCall& call, MCommandResult& result)
+MStatus Exists(const HostMelCall& call, HostCommandResult& result)
 {
     if (call.positionals.size() != 1)
         return WrongArguments(call.name);
@@ -138,25 +138,25 @@ MStatus Exists(const HostMelCall& call, MCommandResult& result)
 }
 
 // "error" prints its message and stops the script; "warning" only prints.
-MStatus Error(const HostMelCall& call, MCommandResult& /*result*/)
+MStatus Error(const HostMelCall& call, HostCommandResult& /*result*/)
 {
     HostOutput::Emit(call.positionals.join(QLatin1Char(' ')), MCommandMessage::kError);
     return MStatus::kFailure;
 }
 
-MStatus Warning(const HostMelCall& call, MCommandResult& /*result*/)
+MStatus Warning(const HostMelCall& call, HostCommandResult& /*result*/)
 {
     HostOutput::Emit(call.positionals.join(QLatin1Char(' ')), MCommandMessage::kWarning);
     return MStatus::kSuccess;
 }
 
-MStatus GetExistingHistory(const HostMelCall& /*call*/, MCommandResult& result)
+MStatus GetExistingHistory(const HostMelCall& /*call*/, HostCommandResult& result)
 {
     result.setString(ToMString(HostOutput::History()));
     return MStatus::kSuccess;
 }
 
-MStatus ClearExistingHistory(const HostMelCall& /*call*/, MCommandResult& /*result*/)
+MStatus ClearExistingHistory(const HostMelCall& /*call*/, HostCommandResult& /*result*/)
 {
     HostOutput::ClearHistory();
     return MStatus::kSuccess;
@@ -164,7 +164,7 @@ MStatus ClearExistingHistory(const HostMelCall& /*call*/, MCommandResult& /*resu
 
 // Keeps each wanted name at its index in melInfo's list, with empty strings between; the array
 // ends at the last name kept.
-MStatus GetMelInfo(const HostMelCall& call, MCommandResult& result)
+MStatus GetMelInfo(const HostMelCall& call, HostCommandResult& result)
 {
     int wanted[3] = {0, 0, 0};
     if (call.positionals.size() != 3)

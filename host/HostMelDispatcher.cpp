@@ -1,6 +1,7 @@
 #include "HostMelDispatcher.h"
 
 #include "HostCommandStack.h"
+#include "HostCommandSyntax.h"
 #include "HostMelInterpreter.h"
 #include "HostMelParser.h"
 #include "HostMelSession.h"
@@ -34,7 +35,7 @@ QString CommandString(const QString& name, const std::vector<HostMelToken>& toke
     return parts.join(QLatin1Char(' '));
 }
 
-MStatus CallHandler(const HostMelHandler& handler, const HostMelCall& call, MCommandResult& result)
+MStatus CallHandler(const HostMelHandler& handler, const HostMelCall& call, HostCommandResult& result)
 {
     try
     {
@@ -77,7 +78,7 @@ bool HostMelDispatcher::Run(const QString& name, const std::vector<HostMelToken>
     const auto runTime = session.runTimeCommands.constFind(name);
     if (runTime != session.runTimeCommands.constEnd())
     {
-        MCommandResult commandResult;
+        HostCommandResult commandResult;
         const MStatus status = HostMel::Execute(runTime.value(), &commandResult, false);
         result = HostMelValue::FromCommandResult(commandResult);
         return status;
@@ -94,7 +95,7 @@ bool HostMelDispatcher::Run(const QString& name, const std::vector<HostMelToken>
     call.name = name;
     for (const HostMelToken& token : tokens)
         call.positionals += Words(token);
-    MCommandResult commandResult;
+    HostCommandResult commandResult;
     const HostMelHandler handler = substitute.value();
     const MStatus status = CallHandler(handler, call, commandResult);
     result = HostMelValue::FromCommandResult(commandResult);
@@ -173,7 +174,7 @@ bool HostMelDispatcher::RunBuiltin(const QString& name, const HostMelBuiltin& bu
     if (!BuildCall(name, builtin.flags, tokens, call))
         return false;
     const HostMelHandler handler = builtin.handler;
-    MCommandResult commandResult;
+    HostCommandResult commandResult;
     const MStatus status = CallHandler(handler, call, commandResult);
     result = HostMelValue::FromCommandResult(commandResult);
     return status;
@@ -198,7 +199,7 @@ bool HostMelDispatcher::RunPluginCommand(const HostPluginCommand& command,
         MPxCommand* instance = static_cast<MPxCommand*>(creator());
         if (instance)
         {
-            instance->setSyntaxForHost(syntaxFunction ? syntaxFunction() : MSyntax());
+            HostCommandSyntax::Set(instance, syntaxFunction ? syntaxFunction() : MSyntax());
             status = instance->doIt(args);
             delete instance;
         }

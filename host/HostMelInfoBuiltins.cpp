@@ -1,11 +1,13 @@
 #include "HostMelInfoBuiltins.h"
 
+#include "HostCommandHelp.h"
 #include "HostMelBuiltins.h"
 #include "HostMelSession.h"
 #include "HostOptionVars.h"
 #include "HostOutput.h"
 #include "HostPluginRegistry.h"
 #include "HostState.h"
+#include "HostSyntaxTable.h"
 
 #include <QtCore/QDir>
 
@@ -56,7 +58,7 @@ bool FirstFlag(const HostMelCall& call, QString& flag)
 }
 
 // Sets or queries one integer setting per flag.
-MStatus IntSettings(const HostMelCall& call, MCommandResult& result, QHash<QString, int*> settings)
+MStatus IntSettings(const HostMelCall& call, HostCommandResult& result, QHash<QString, int*> settings)
 {
     QString flag;
     if (!FirstFlag(call, flag))
@@ -77,7 +79,7 @@ MStatus IntSettings(const HostMelCall& call, MCommandResult& result, QHash<QStri
     return MStatus::kSuccess;
 }
 
-MStatus About(const HostMelCall& call, MCommandResult& result)
+MStatus About(const HostMelCall& call, HostCommandResult& result)
 {
     QString flag;
     if (!FirstFlag(call, flag))
@@ -103,7 +105,7 @@ MStatus About(const HostMelCall& call, MCommandResult& result)
     return MStatus::kSuccess;
 }
 
-MStatus InternalVar(const HostMelCall& call, MCommandResult& result)
+MStatus InternalVar(const HostMelCall& call, HostCommandResult& result)
 {
     QString flag;
     if (!FirstFlag(call, flag))
@@ -129,7 +131,7 @@ MStatus InternalVar(const HostMelCall& call, MCommandResult& result)
 }
 
 // Tests vary the display scaling through the environment.
-MStatus MayaDpiSetting(const HostMelCall& call, MCommandResult& result)
+MStatus MayaDpiSetting(const HostMelCall& call, HostCommandResult& result)
 {
     if (!call.query)
         return MStatus::kSuccess;
@@ -184,10 +186,16 @@ QString FlagLine(const QString& shortName, const QString& longName, const QStrin
 
 bool FlagLines(const QString& command, QString& lines)
 {
+    const QString described = HostCommandHelp::FlagLines(command);
+    if (!described.isNull())
+    {
+        lines = described;
+        return true;
+    }
     if (const HostPluginCommand* plugin = HostPluginRegistry::FindCommand(command))
     {
         const MSyntax syntax = plugin->syntax ? plugin->syntax() : MSyntax();
-        for (const MSyntax::Flag& flag : syntax.flags())
+        for (const HostSyntaxTable::Flag& flag : HostSyntaxTable::Flags(syntax))
         {
             QStringList types;
             for (const MSyntax::MArgType type : flag.argTypes)
@@ -211,7 +219,7 @@ bool FlagLines(const QString& command, QString& lines)
     return true;
 }
 
-MStatus Help(const HostMelCall& call, MCommandResult& result)
+MStatus Help(const HostMelCall& call, HostCommandResult& result)
 {
     const QString command = call.LastPositional();
     if (command.isEmpty())
@@ -224,7 +232,7 @@ MStatus Help(const HostMelCall& call, MCommandResult& result)
     return MStatus::kSuccess;
 }
 
-MStatus MelInfo(const HostMelCall& /*call*/, MCommandResult& result)
+MStatus MelInfo(const HostMelCall& /*call*/, HostCommandResult& result)
 {
     MStringArray names;
     for (const QString& name : HostMel::MelInfo())
@@ -233,7 +241,7 @@ MStatus MelInfo(const HostMelCall& /*call*/, MCommandResult& result)
     return MStatus::kSuccess;
 }
 
-MStatus WhatIs(const HostMelCall& call, MCommandResult& result)
+MStatus WhatIs(const HostMelCall& call, HostCommandResult& result)
 {
     if (call.positionals.size() != 1)
         return Fail(QStringLiteral("Wrong number of arguments on call to whatIs."));
@@ -241,19 +249,19 @@ MStatus WhatIs(const HostMelCall& call, MCommandResult& result)
     return MStatus::kSuccess;
 }
 
-MStatus CommandEcho(const HostMelCall& call, MCommandResult& result)
+MStatus CommandEcho(const HostMelCall& call, HostCommandResult& result)
 {
     return IntSettings(call, result,
                        {{QStringLiteral("state"), &Settings().echoState},
                         {QStringLiteral("lineNumbers"), &Settings().lineNumbers}});
 }
 
-MStatus StackTrace(const HostMelCall& call, MCommandResult& result)
+MStatus StackTrace(const HostMelCall& call, HostCommandResult& result)
 {
     return IntSettings(call, result, {{QStringLiteral("state"), &Settings().stackTrace}});
 }
 
-MStatus ScriptEditorInfo(const HostMelCall& call, MCommandResult& result)
+MStatus ScriptEditorInfo(const HostMelCall& call, HostCommandResult& result)
 {
     QHash<QString, int*> settings;
     for (const QString& name : {QStringLiteral("suppressStackWindow"), QStringLiteral("suppressResults"),
@@ -289,7 +297,7 @@ MStatus SetOptionVar(const QString& kind, const QStringList& values)
     return ok ? MStatus::kSuccess : Fail(QStringLiteral("optionVar: Could not set \"%1\".").arg(name));
 }
 
-MStatus OptionVar(const HostMelCall& call, MCommandResult& result)
+MStatus OptionVar(const HostMelCall& call, HostCommandResult& result)
 {
     if (call.query)
     {

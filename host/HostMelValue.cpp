@@ -292,7 +292,7 @@ bool HostMelValue::ConvertTo(Type type, HostMelValue& result) const
     return true;
 }
 
-void HostMelValue::ToCommandResult(MCommandResult& result) const
+void HostMelValue::ToCommandResult(HostCommandResult& result) const
 {
     switch (type_)
     {

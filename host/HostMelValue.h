@@ -2,7 +2,7 @@
 #include <QtCore/QList>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
-#include <maya/MCommandResult.h>
+#include "HostCommandResult.h"
 
 // A MEL value: nothing, an int, a float, a string, or an array of one of those.
 class HostMelValue
@@ -52,7 +52,7 @@ public:
     // MEL's conversions on assignment; false where none exists (array to scalar and back).
     bool ConvertTo(Type type, HostMelValue& result) const;
 
-    void ToCommandResult(MCommandResult& result) const;
+    void ToCommandResult(HostCommandResult& result) const;
     // As Maya shows a result: array elements separated by spaces.
     QString DisplayText() const;
 

@@ -1,6 +1,7 @@
 #include "HostPlugins.h"
 
 #include "HostMel.h"
+#include "HostObjectHandle.h"
 #include "HostPluginRegistry.h"
 
 #include <algorithm>
@@ -13,7 +14,7 @@ MStatus CallEntry(HostPluginEntry entry, HostPluginRecord* record)
         return MStatus::kSuccess;
     try
     {
-        return entry(MObject(record));
+        return entry(HostObjectHandle::Make(record));
     }
     catch (...)
     {

@@ -3,7 +3,7 @@
 
 #include <QtCore/QString>
 #include <QtCore/QStringList>
-#include <maya/MCommandResult.h>
+#include "HostCommandResult.h"
 
 // MEL as maya.cmds and maya.mel reach it. Call on the main thread.
 class HostPythonMel
@@ -12,7 +12,7 @@ public:
     struct Outcome
     {
         bool ok = false;
-        MCommandResult result;
+        HostCommandResult result;
         QString error; // the last error message that the MEL printed
     };
 

@@ -67,7 +67,7 @@ PyObject* Write(PyObject*, PyObject* args)
     {
         return nullptr;
     }
-    if (type < MCommandMessage::kHistory || type > MCommandMessage::kMelProc)
+    if (type < MCommandMessage::kHistory || type > MCommandMessage::kStackTrace)
     {
         PyErr_Format(PyExc_ValueError, "invalid message type %d", type);
         return nullptr;

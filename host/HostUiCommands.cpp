@@ -139,7 +139,7 @@ void HostUiCommands::RegisterCommands()
 void HostUiCommands::Register(const QString& name, const QList<HostMelFlagSpec>& flags, Method method)
 {
     HostMel::RegisterCommand(name, flags,
-                             [method](const HostMelCall& call, MCommandResult& result)
+                             [method](const HostMelCall& call, HostCommandResult& result)
                              {
                                  if (!current)
                                      return ReportNoMainWindow(call.name);
@@ -150,7 +150,7 @@ void HostUiCommands::Register(const QString& name, const QList<HostMelFlagSpec>&
 void HostUiCommands::RegisterSubstitute(const QString& name, Method method)
 {
     HostMel::RegisterProcedureSubstitute(name,
-                                         [method](const HostMelCall& call, MCommandResult& result)
+                                         [method](const HostMelCall& call, HostCommandResult& result)
                                          {
                                              if (!current)
                                                  return ReportNoMainWindow(call.name);
@@ -158,19 +158,19 @@ void HostUiCommands::RegisterSubstitute(const QString& name, Method method)
                                          });
 }
 
-MStatus HostUiCommands::WorkspaceControl(const HostMelCall& call, MCommandResult& result)
+MStatus HostUiCommands::WorkspaceControl(const HostMelCall& call, HostCommandResult& result)
 {
     return workspaceCommands->Control(call, result);
 }
 
-MStatus HostUiCommands::WorkspaceControlState(const HostMelCall& call, MCommandResult& result)
+MStatus HostUiCommands::WorkspaceControlState(const HostMelCall& call, HostCommandResult& result)
 {
     if (!mainWindow)
         return ReportNoMainWindow(call.name);
     return workspaceCommands->State(call, result);
 }
 
-MStatus HostUiCommands::DeleteUi(const HostMelCall& call, MCommandResult&)
+MStatus HostUiCommands::DeleteUi(const HostMelCall& call, HostCommandResult&)
 {
     if (!mainWindow)
         return ReportNoMainWindow(call.name);
@@ -233,7 +233,7 @@ bool HostUiCommands::DeleteWindow(const QString& name)
     return true;
 }
 
-MStatus HostUiCommands::SymbolButton(const HostMelCall& call, MCommandResult& result)
+MStatus HostUiCommands::SymbolButton(const HostMelCall& call, HostCommandResult& result)
 {
     const QString name = ShortName(call.LastPositional());
     if (call.query && call.HasFlag(QStringLiteral("exists")))
@@ -282,7 +282,7 @@ MStatus HostUiCommands::SymbolButton(const HostMelCall& call, MCommandResult& re
     return MStatus::kSuccess;
 }
 
-MStatus HostUiCommands::ShowHelp(const HostMelCall& call, MCommandResult&)
+MStatus HostUiCommands::ShowHelp(const HostMelCall& call, HostCommandResult&)
 {
     if (!mainWindow)
         return ReportNoMainWindow(call.name);
@@ -295,7 +295,7 @@ MStatus HostUiCommands::ShowHelp(const HostMelCall& call, MCommandResult&)
     return MStatus::kSuccess;
 }
 
-MStatus HostUiCommands::ScriptToShelf(const HostMelCall& call, MCommandResult&)
+MStatus HostUiCommands::ScriptToShelf(const HostMelCall& call, HostCommandResult&)
 {
     if (!mainWindow)
         return ReportNoMainWindow(call.name);
@@ -310,7 +310,7 @@ MStatus HostUiCommands::ScriptToShelf(const HostMelCall& call, MCommandResult&)
     return MStatus::kSuccess;
 }
 
-MStatus HostUiCommands::LsUi(const HostMelCall& call, MCommandResult& result)
+MStatus HostUiCommands::LsUi(const HostMelCall& call, HostCommandResult& result)
 {
     if (!mainWindow)
         return ReportNoMainWindow(call.name);
@@ -352,7 +352,7 @@ MStatus HostUiCommands::LsUi(const HostMelCall& call, MCommandResult& result)
     return MStatus::kSuccess;
 }
 
-MStatus HostUiCommands::ScriptEditor(const HostMelCall& call, MCommandResult&)
+MStatus HostUiCommands::ScriptEditor(const HostMelCall& call, HostCommandResult&)
 {
     if (!mainWindow)
         return ReportNoMainWindow(call.name);
@@ -360,7 +360,7 @@ MStatus HostUiCommands::ScriptEditor(const HostMelCall& call, MCommandResult&)
     return MStatus::kSuccess;
 }
 
-MStatus HostUiCommands::CreateMenuItem(const HostMelCall& call, MCommandResult& result)
+MStatus HostUiCommands::CreateMenuItem(const HostMelCall& call, HostCommandResult& result)
 {
     if (!mainWindow)
         return ReportNoMainWindow(call.name);
@@ -376,7 +376,7 @@ MStatus HostUiCommands::CreateMenuItem(const HostMelCall& call, MCommandResult& 
     return MStatus::kSuccess;
 }
 
-MStatus HostUiCommands::ScriptEditorButtonName(const HostMelCall& call, MCommandResult& result)
+MStatus HostUiCommands::ScriptEditorButtonName(const HostMelCall& call, HostCommandResult& result)
 {
     if (!mainWindow)
         return ReportNoMainWindow(call.name);

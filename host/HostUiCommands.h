@@ -34,22 +34,22 @@ public:
     static bool ParseBool(const QString& text);
 
 private:
-    using Method = MStatus (HostUiCommands::*)(const HostMelCall&, MCommandResult&);
+    using Method = MStatus (HostUiCommands::*)(const HostMelCall&, HostCommandResult&);
 
     void RegisterCommands();
     static void Register(const QString& name, const QList<HostMelFlagSpec>& flags, Method method);
     static void RegisterSubstitute(const QString& name, Method method);
 
-    MStatus WorkspaceControl(const HostMelCall& call, MCommandResult& result);
-    MStatus WorkspaceControlState(const HostMelCall& call, MCommandResult& result);
-    MStatus DeleteUi(const HostMelCall& call, MCommandResult& result);
-    MStatus SymbolButton(const HostMelCall& call, MCommandResult& result);
-    MStatus ShowHelp(const HostMelCall& call, MCommandResult& result);
-    MStatus ScriptToShelf(const HostMelCall& call, MCommandResult& result);
-    MStatus LsUi(const HostMelCall& call, MCommandResult& result);
-    MStatus ScriptEditor(const HostMelCall& call, MCommandResult& result);
-    MStatus CreateMenuItem(const HostMelCall& call, MCommandResult& result);
-    MStatus ScriptEditorButtonName(const HostMelCall& call, MCommandResult& result);
+    MStatus WorkspaceControl(const HostMelCall& call, HostCommandResult& result);
+    MStatus WorkspaceControlState(const HostMelCall& call, HostCommandResult& result);
+    MStatus DeleteUi(const HostMelCall& call, HostCommandResult& result);
+    MStatus SymbolButton(const HostMelCall& call, HostCommandResult& result);
+    MStatus ShowHelp(const HostMelCall& call, HostCommandResult& result);
+    MStatus ScriptToShelf(const HostMelCall& call, HostCommandResult& result);
+    MStatus LsUi(const HostMelCall& call, HostCommandResult& result);
+    MStatus ScriptEditor(const HostMelCall& call, HostCommandResult& result);
+    MStatus CreateMenuItem(const HostMelCall& call, HostCommandResult& result);
+    MStatus ScriptEditorButtonName(const HostMelCall& call, HostCommandResult& result);
 
     bool DeleteNamed(const QString& name, const HostMelCall& call);
     bool DeleteMenuItem(const QString& name);

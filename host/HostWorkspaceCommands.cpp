@@ -59,7 +59,7 @@ QList<HostMelFlagSpec> HostWorkspaceCommands::StateFlags()
     };
 }
 
-MStatus HostWorkspaceCommands::Control(const HostMelCall& call, MCommandResult& result)
+MStatus HostWorkspaceCommands::Control(const HostMelCall& call, HostCommandResult& result)
 {
     if (call.query && call.HasFlag(QStringLiteral("exists")))
     {
@@ -76,7 +76,7 @@ MStatus HostWorkspaceCommands::Control(const HostMelCall& call, MCommandResult& 
     return Create(call, result);
 }
 
-MStatus HostWorkspaceCommands::State(const HostMelCall& call, MCommandResult& result)
+MStatus HostWorkspaceCommands::State(const HostMelCall& call, HostCommandResult& result)
 {
     const QString name = call.LastPositional();
     if (name.isEmpty())
@@ -128,7 +128,7 @@ HostWorkspaceControl* HostWorkspaceCommands::Find(const QString& name) const
     return mainWindow ? mainWindow->FindWorkspaceControl(name) : nullptr;
 }
 
-MStatus HostWorkspaceCommands::Create(const HostMelCall& call, MCommandResult& result)
+MStatus HostWorkspaceCommands::Create(const HostMelCall& call, HostCommandResult& result)
 {
     QString name = call.LastPositional();
     if (name.isEmpty())
@@ -159,7 +159,7 @@ MStatus HostWorkspaceCommands::Create(const HostMelCall& call, MCommandResult& r
     return MStatus::kSuccess;
 }
 
-MStatus HostWorkspaceCommands::Query(const HostMelCall& call, MCommandResult& result) const
+MStatus HostWorkspaceCommands::Query(const HostMelCall& call, HostCommandResult& result) const
 {
     const QString name = call.LastPositional();
     const HostWorkspaceControl* control = Find(name);

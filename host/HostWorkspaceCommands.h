@@ -18,15 +18,15 @@ public:
     static QList<HostMelFlagSpec> ControlFlags();
     static QList<HostMelFlagSpec> StateFlags();
 
-    MStatus Control(const HostMelCall& call, MCommandResult& result);
-    MStatus State(const HostMelCall& call, MCommandResult& result);
+    MStatus Control(const HostMelCall& call, HostCommandResult& result);
+    MStatus State(const HostMelCall& call, HostCommandResult& result);
 
     QWidget* CurrentParent() const;
     HostWorkspaceControl* Find(const QString& name) const;
 
 private:
-    MStatus Create(const HostMelCall& call, MCommandResult& result);
-    MStatus Query(const HostMelCall& call, MCommandResult& result) const;
+    MStatus Create(const HostMelCall& call, HostCommandResult& result);
+    MStatus Query(const HostMelCall& call, HostCommandResult& result) const;
     MStatus Edit(const HostMelCall& call);
     void SetFloating(HostWorkspaceControl* control, bool floating) const;
     void ApplyCreateSize(HostWorkspaceControl* control, const HostMelCall& call) const;

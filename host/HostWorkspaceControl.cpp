@@ -74,11 +74,17 @@ void HostWorkspaceControl::SetLabel(const QString& label)
     setWindowTitle(label);
 }
 
-void HostWorkspaceControl::SetFloatingGeometry(const QRect& geometry)
+void HostWorkspaceControl::SetFloatingGeometry(const QRect& frame)
 {
-    if (isFloating() && geometry.isValid())
+    if (isFloating() && frame.isValid())
     {
-        setGeometry(geometry);
+        // The window's frame is known once it exists on the platform.
+        winId();
+        const QRect client = geometry();
+        const QRect outer = frameGeometry();
+        const QMargins margins(client.left() - outer.left(), client.top() - outer.top(),
+                               outer.right() - client.right(), outer.bottom() - client.bottom());
+        setGeometry(frame.marginsRemoved(margins));
         placed = true;
     }
 }

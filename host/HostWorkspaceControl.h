@@ -24,7 +24,9 @@ public:
     bool IsShown() const;
     void SetShown(bool shown);
     void SetLabel(const QString& label);
-    void SetFloatingGeometry(const QRect& geometry);
+    // As Maya's workspaceControlState does, places the floating window by its frame: the corner
+    // and the size include the window's title bar and borders.
+    void SetFloatingGeometry(const QRect& frame);
 
     // Shown, raised and no longer collapsed.
     void Restore();

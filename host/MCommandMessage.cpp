@@ -2,7 +2,7 @@
 
 #include "HostCallbacks.h"
 
-MCallbackId MCommandMessage::addCommandOutputCallback(MessageFunction func, void* clientData,
+MCallbackId MCommandMessage::addCommandOutputCallback(MMessageFunction func, void* clientData,
                                                       MStatus* returnStatus)
 {
     const MCallbackId id = HostCallbacks::AddOutputCallback(func, clientData);

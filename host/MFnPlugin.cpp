@@ -1,6 +1,7 @@
 #include <maya/MFnPlugin.h>
 
 #include "HostMel.h"
+#include "HostObjectHandle.h"
 #include "HostPluginRegistry.h"
 
 namespace
@@ -21,7 +22,7 @@ MFnPlugin::MFnPlugin() = default;
 MFnPlugin::MFnPlugin(MObject& object, const char* vendor, const char* version,
                      const char* /*requiredApiVersion*/, MStatus* returnStatus)
 {
-    HostPluginRecord* record = HostPluginRegistry::FromHandle(object.handle());
+    HostPluginRecord* record = HostPluginRegistry::FromHandle(HostObjectHandle::Of(object));
     if (record)
     {
         record->vendor = QString::fromUtf8(vendor ? vendor : "");

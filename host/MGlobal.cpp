@@ -1,5 +1,6 @@
 #include <maya/MGlobal.h>
 
+#include "HostCommandResult.h"
 #include <maya/MCommandResult.h>
 
 #include "HostIdleQueue.h"
@@ -36,7 +37,7 @@ bool StartPython(const QString& code, bool displayEnabled)
 
 template <typename Value> MStatus TypedMel(const MString& command, Value& result, bool displayEnabled)
 {
-    MCommandResult commandResult;
+    HostCommandResult commandResult;
     const MStatus status = HostMel::Execute(ToQString(command), &commandResult, displayEnabled);
     if (!status)
         return status;
@@ -74,7 +75,10 @@ MStatus MGlobal::executeCommand(const MString& command, bool displayEnabled, boo
 MStatus MGlobal::executeCommand(const MString& command, MCommandResult& result, bool displayEnabled,
                                 bool /*undoEnabled*/)
 {
-    return HostMel::Execute(ToQString(command), &result, displayEnabled);
+    HostCommandResult filled;
+    const MStatus status = HostMel::Execute(ToQString(command), &filled, displayEnabled);
+    result = filled;
+    return status;
 }
 
 MStatus MGlobal::executeCommand(const MString& command, int& result, bool displayEnabled,
@@ -111,7 +115,7 @@ MStatus MGlobal::executeCommandOnIdle(const MString& command, bool displayEnable
 MString MGlobal::executeCommandStringResult(const MString& command, bool displayEnabled, bool undoEnabled,
                                             MStatus* returnStatus)
 {
-    MCommandResult result;
+    HostCommandResult result;
     const MStatus status = executeCommand(command, result, displayEnabled, undoEnabled);
     MString text;
     if (status)
@@ -248,7 +252,7 @@ bool MGlobal::setOptionVarValue(const MString& name, double value)
     return HostOptionVars::SetDouble(ToQString(name), value);
 }
 
-bool MGlobal::setOptionVarValue(const MString& name, const MString& value)
+bool MGlobal::setOptionVarValue(const MString& name, MString value)
 {
     return HostOptionVars::SetString(ToQString(name), ToQString(value));
 }

@@ -1,4 +1,5 @@
 #include <maya/MMessage.h>
+#include <maya/MCallbackIdArray.h>
 
 #include "HostCallbacks.h"
 

@@ -1,6 +1,7 @@
 #include <maya/MPxCommand.h>
 
 #include "HostCommandStack.h"
+#include "HostCommandSyntax.h"
 
 #include <maya/MGlobal.h>
 
@@ -11,7 +12,7 @@ namespace
 struct Slot
 {
     QString commandString;
-    MCommandResult result;
+    HostCommandResult result;
 };
 
 std::vector<Slot>& CommandSlots()
@@ -23,21 +24,21 @@ std::vector<Slot>& CommandSlots()
 
 void HostCommandStack::Push(const QString& commandString)
 {
-    CommandSlots().push_back(Slot{commandString, MCommandResult()});
+    CommandSlots().push_back(Slot{commandString, HostCommandResult()});
 }
 
-MCommandResult HostCommandStack::Pop()
+HostCommandResult HostCommandStack::Pop()
 {
     if (CommandSlots().empty())
-        return MCommandResult();
-    MCommandResult result = CommandSlots().back().result;
+        return HostCommandResult();
+    HostCommandResult result = CommandSlots().back().result;
     CommandSlots().pop_back();
     return result;
 }
 
-MCommandResult& HostCommandStack::Current()
+HostCommandResult& HostCommandStack::Current()
 {
-    static MCommandResult scratch;
+    static HostCommandResult scratch;
     if (CommandSlots().empty())
     {
         scratch.reset();
@@ -53,7 +54,10 @@ QString HostCommandStack::CurrentCommandString()
 
 MPxCommand::MPxCommand() = default;
 
-MPxCommand::~MPxCommand() = default;
+MPxCommand::~MPxCommand()
+{
+    HostCommandSyntax::Forget(this);
+}
 
 MStatus MPxCommand::doIt(const MArgList& /*args*/)
 {
@@ -82,7 +86,7 @@ bool MPxCommand::hasSyntax() const
 
 MSyntax MPxCommand::syntax() const
 {
-    return syntax_;
+    return HostCommandSyntax::Of(this);
 }
 
 bool MPxCommand::isHistoryOn() const
@@ -129,7 +133,7 @@ void MPxCommand::setResult(const char* result)
 // Appending turns the result into a string array; a single string result becomes its first element.
 void MPxCommand::appendToResult(const MString& result)
 {
-    MCommandResult& current = HostCommandStack::Current();
+    HostCommandResult& current = HostCommandStack::Current();
     MStringArray items;
     if (current.resultType() == MCommandResult::kStringArray)
     {

@@ -46,30 +46,33 @@ QWidget* MQtUtil::mainWindow()
     return MainWindow();
 }
 
-QWidget* MQtUtil::findControl(const MString& controlName, const QWidget* parent)
+QWidget* MQtUtil::findControl(MString controlName, const QWidget* parent)
 {
     return FindNamedWidget(ElementName(controlName), parent);
 }
 
-QWidget* MQtUtil::findLayout(const MString& layoutName, const QWidget* parent)
+QWidget* MQtUtil::findLayout(MString layoutName, const QWidget* parent)
 {
     return FindNamedWidget(ElementName(layoutName), parent);
 }
 
-QWidget* MQtUtil::findWindow(const MString& windowName)
+QWidget* MQtUtil::findWindow(MString windowName, const QWidget* ancestor)
 {
     const QString name = ElementName(windowName);
     HostMainWindow* mainWindow = MainWindow();
     if (name.isEmpty() || !mainWindow)
         return nullptr;
-    if (mainWindow->objectName() == name)
+    if (!ancestor && mainWindow->objectName() == name)
         return mainWindow;
-    const auto widgets = mainWindow->findChildren<QWidget*>(name);
+    const QWidget* root = ancestor ? ancestor : mainWindow;
+    const auto widgets = root->findChildren<QWidget*>(name);
     for (QWidget* widget : widgets)
     {
         if (widget->isWindow())
             return widget;
     }
+    if (ancestor)
+        return nullptr;
     const auto topLevels = QApplication::topLevelWidgets();
     for (QWidget* widget : topLevels)
     {
@@ -79,13 +82,14 @@ QWidget* MQtUtil::findWindow(const MString& windowName)
     return nullptr;
 }
 
-QAction* MQtUtil::findMenuItem(const MString& itemName)
+QAction* MQtUtil::findMenuItem(MString itemName, const QWidget* ancestor)
 {
     const QString name = ElementName(itemName);
     HostMainWindow* mainWindow = MainWindow();
-    if (name.isEmpty() || !mainWindow)
+    const QWidget* root = ancestor ? ancestor : mainWindow;
+    if (name.isEmpty() || !root)
         return nullptr;
-    return mainWindow->findChild<QAction*>(name);
+    return root->findChild<QAction*>(name);
 }
 
 QWidget* MQtUtil::getCurrentParent()
@@ -94,10 +98,11 @@ QWidget* MQtUtil::getCurrentParent()
     return application ? application->CurrentParent() : nullptr;
 }
 
-bool MQtUtil::addWidgetToMayaLayout(QWidget* control, QWidget* layout, const MString&)
+// Returns the child's full path name, or an empty string when it could not be added.
+MString MQtUtil::addWidgetToMayaLayout(QWidget* control, QWidget* layout, const MString&)
 {
     if (!control || !layout)
-        return false;
+        return MString();
     QLayout* target = layout->layout();
     if (!target)
     {
@@ -106,7 +111,7 @@ bool MQtUtil::addWidgetToMayaLayout(QWidget* control, QWidget* layout, const MSt
         target = created;
     }
     target->addWidget(control);
-    return true;
+    return fullName(control);
 }
 
 MString MQtUtil::fullName(const QObject* uiElement)

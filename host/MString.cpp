@@ -263,9 +263,12 @@ void MString::split(char delimiter, MStringArray& output) const
         output.append(MString(piece.c_str(), static_cast<int>(piece.size())));
 }
 
+// Declared in the API's namespace, where argument-dependent lookup finds it.
+OPENMAYA_MAJOR_NAMESPACE_OPEN
 MString operator+(const char* left, const MString& right)
 {
     MString result(left);
     result += right;
     return result;
 }
+OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -173,11 +173,11 @@ void OutputTextEdit::FlushArrivingText()
 void OutputTextEdit::WriteToLog(const QString& text, bool inBurst)
 {
     *logStream << text;
-    // Flushed when the burst ends, and every 250 ms while a long one lasts.
+    // Handed to the system at once: the log matters most when the host crashes, and a crash
+    // takes along whatever still sits in this process.
+    FlushLog();
     if (!inBurst)
         burstTimer.start();
-    else if (logFlushTimer.elapsed() > REPAINT_INTERVAL_MS)
-        FlushLog();
 }
 
 void OutputTextEdit::FlushLog()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <maya/MArgDatabase.h>
 #include <maya/MArgList.h>
 #include <maya/MPxCommand.h>
 #include <maya/MStatus.h>
@@ -7,7 +8,6 @@
 #include <maya/MSyntax.h>
 
 class BrindletEditor;
-class MArgDatabase;
 class QString;
 
 // The "brindletEditor2" MEL command: opens or raises the editor, and answers its four flags.

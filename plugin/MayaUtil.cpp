@@ -16,7 +16,9 @@
 #include <QtWidgets/QWidget>
 
 MCallbackIdArray MayaUtil::callbackIds;
-QString MayaUtil::workspaceControlName = Settings::APPLICATION_NAME + QStringLiteral("Window");
+// Spelled out, not built from Settings::APPLICATION_NAME: a static of another file may not be set yet
+// when this one is, since the plug-in links the whole library in an order of its own.
+QString MayaUtil::workspaceControlName = QStringLiteral("BrindletEditor2Window");
 QString MayaUtil::mainMenuItemName;
 QString MayaUtil::scriptEditorButtonName;
 QStringList MayaUtil::melCommands;

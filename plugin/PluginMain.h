@@ -1,14 +1,12 @@
 #pragma once
 
 #include <maya/MCommandMessage.h>
-#include <maya/MObject.h>
+#include <maya/MFnPlugin.h>
 #include <maya/MStatus.h>
 #include <maya/MString.h>
-#include <maya/MTypes.h>
 
-// The plug-in's entry points and the callbacks that Maya calls back into.
-PLUGIN_EXPORT MStatus initializePlugin(MObject object);
-PLUGIN_EXPORT MStatus uninitializePlugin(MObject object);
+// The callbacks that Maya calls back into. The entry points, initializePlugin and
+// uninitializePlugin, are declared by MFnPlugin.h.
 
 MStatus AddCallbacks();
 void OnApplicationExit(void* clientData);

@@ -4,6 +4,7 @@ set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 "$root/scripts/setup.sh"
 "$root/scripts/build.sh" "$@"
+"$root/scripts/build-clang.sh"
 export QT_QPA_PLATFORM=offscreen
 cd "${BQ2_BUILD_DIR:-$root/build}"
 ctest --output-on-failure --timeout 300 -j "$(nproc)"

@@ -420,15 +420,12 @@ void ColorSettings::ReadUserDefinedSelections(QSettings& file)
     QStringList keys = file.childKeys();
     if (!keys.isEmpty())
     {
+        // Keys mean the user's own list: it replaces the factory rows, and a row that does not
+        // read is dropped, even when that leaves none.
         std::stable_sort(keys.begin(), keys.end(), compareHighlightingKeys);
-        const QList<ExtraSelectionProperties> factory = outputUserDefinedSelections;
         outputUserDefinedSelections.clear();
         for (const QString& key : std::as_const(keys))
             LoadExtraSelectionString(IniValue::ReadString(file, key, QString()));
-        // An empty list is never written (its group would have no keys), so rows of which not
-        // one reads come from a damaged file.
-        if (outputUserDefinedSelections.isEmpty())
-            outputUserDefinedSelections = factory;
     }
     file.endGroup();
 }

@@ -12,6 +12,36 @@
 
 #include <variant>
 
+namespace
+{
+// The state is written at every change of tabs: a file that cannot be written is said once,
+// and again only after it worked in between.
+void ReportConfigFailure(bool failed, bool& reported, const QString& message)
+{
+    if (!failed)
+    {
+        reported = false;
+        return;
+    }
+    if (reported)
+        return;
+    reported = true;
+    Logger::Error(message);
+}
+
+bool& ReadFailureReported()
+{
+    static bool reported = false;
+    return reported;
+}
+
+bool& WriteFailureReported()
+{
+    static bool reported = false;
+    return reported;
+}
+} // namespace
+
 const QString Settings::APPLICATION_NAME = QStringLiteral("BrindletEditor2");
 const QString Settings::APPLICATION_TITLE = QStringLiteral("Brindlet Editor 2");
 const QString Settings::MEL_COMMAND = QStringLiteral("brindletEditor2");
@@ -595,6 +625,10 @@ void Settings::ReadUserConfig()
     if (path.isEmpty())
         return;
     QSettings file(path, QSettings::IniFormat);
+    const QFileInfo info(path);
+    ReportConfigFailure((info.exists() && (!info.isFile() || !info.isReadable())) ||
+                            file.status() == QSettings::AccessError,
+                        ReadFailureReported(), QStringLiteral("Failed to read %1").arg(path));
 
     file.beginGroup(QStringLiteral("main"));
     ReadEntries(file, MainEntries());
@@ -702,6 +736,8 @@ void Settings::WriteUserConfig()
     // QSettings replaces the file only through a complete temporary copy, so a failed write
     // leaves the last good file in place.
     file.sync();
+    ReportConfigFailure(file.status() == QSettings::AccessError, WriteFailureReported(),
+                        QStringLiteral("Failed to write %1").arg(path));
 }
 
 void Settings::WriteWorkspaceGroup(QSettings& file)

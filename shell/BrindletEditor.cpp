@@ -4,6 +4,7 @@
 #include "output/PanelGroup.h"
 #include "plugin/MayaUtil.h"
 #include "settings/Settings.h"
+#include "shell/RecoveryStore.h"
 #include "shell/StatusBar.h"
 #include "sidebar/ActivityBar.h"
 #include "sidebar/SideBar.h"
@@ -24,6 +25,7 @@ BrindletEditor::BrindletEditor(QWidget* parent) : QWidget(parent), mainWindow(Ma
     CreateLayout();
     CreateConnections();
     ApplyPreferences();
+    recoveryStore = new RecoveryStore(this);
     RestoreCodeEditors();
     if (GetCodeEditorCount() == 0)
     {
@@ -208,6 +210,7 @@ void BrindletEditor::CreateConnections()
     connect(panelGroup, SIGNAL(WriteToFileUpdated(bool)), this, SLOT(OnWriteOutputToFileUpdated(bool)));
     connect(sideBar, SIGNAL(SideBarVisibilityChangeRequested(bool)), this, SLOT(SetSideBarVisible(bool)));
     connect(sideBar, SIGNAL(ViewChangeRequested(SideBarView)), this, SLOT(SetSideBarView(SideBarView)));
+    ConnectSideBar();
     connect(activityBar, SIGNAL(ViewSelected(SideBarView)), this,
             SLOT(OnActivityBarViewSelected(SideBarView)));
     connect(activityBar, SIGNAL(ActivityBarVisibilityChangeRequested(bool)), this,
@@ -308,6 +311,8 @@ void BrindletEditor::RefreshCodeEditorGroupMiniToolbar()
 void BrindletEditor::RefreshCodeEditorGroups(bool equalizeSizes)
 {
     // Groups with tabs stay in front; an empty one moves to the end and hides.
+    CodeEditorGroup* active = GetActiveCodeEditorGroup();
+    const bool activeWasShown = active && !active->isHidden();
     int count = 0;
     for (int i = codeEditorGroups.size() - 1; i >= 0; --i)
     {
@@ -332,8 +337,35 @@ void BrindletEditor::RefreshCodeEditorGroups(bool equalizeSizes)
     }
     for (CodeEditorGroup* group : codeEditorGroups)
         group->SetTabDropOtherGroupsEnabled(count != codeEditorGroups.size());
+    RefreshOpenCodeEditorsView();
     if (equalizeSizes)
         editorGroupSplitter->setSizes(QList<int>(editorGroupSplitter->count(), 1));
+    KeepActiveCodeEditorGroup(active, activeWasShown);
+}
+
+void BrindletEditor::KeepActiveCodeEditorGroup(CodeEditorGroup* active, bool activeWasShown)
+{
+    // The active group is a group, not a place: the index follows it when the groups move.
+    if (!active)
+        return;
+    const int index = GetCodeEditorGroupIndex(active);
+    if (!active->isHidden() || !activeWasShown || !statusBar)
+    {
+        Settings::activeTabViewIndex = index;
+        return;
+    }
+    // Emptied and hidden: the group now in its place, or the last one shown before it, takes over,
+    // so that the title, the status bar and the keyboard follow an editor the user sees.
+    int successor = qMin(index, codeEditorGroups.size() - 1);
+    while (successor > 0 && codeEditorGroups.at(successor)->isHidden())
+        --successor;
+    // The closed editor's focus has passed on to whatever came next, the output perhaps: it goes to
+    // the new active editor, unless the user is working outside this widget.
+    QWidget* focus = QApplication::focusWidget();
+    const bool focusInside = !focus || !focus->isVisible() || isAncestorOf(focus);
+    SetActiveCodeEditorGroup(codeEditorGroups.value(successor), true);
+    if (focusInside)
+        FocusActiveCodeEditor();
 }
 
 void BrindletEditor::FocusActiveCodeEditor()
@@ -345,6 +377,7 @@ void BrindletEditor::FocusActiveCodeEditor()
 
 void BrindletEditor::OnActiveCodeEditorChanged()
 {
+    UpdateOpenCodeEditorViewSelection();
     sideBar->SaveOutline();
     if (CodeEditorGroup* group = GetActiveCodeEditorGroup())
         group->UpdateParser();
@@ -366,9 +399,9 @@ void BrindletEditor::SetParsingEnabled(bool enabled)
         group->SetParsingEnabled(enabled);
 }
 
-void BrindletEditor::OnParserUpdated(BaseParser* /*parser*/)
+void BrindletEditor::OnParserUpdated(BaseParser* parser)
 {
-    // The outline view that shows the parser's symbols joins with the side bar's views.
+    sideBar->UpdateOutline(parser);
 }
 
 // ---------------------------------------------------------------------------------------------

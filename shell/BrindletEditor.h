@@ -23,6 +23,9 @@ class QMenu;
 class QMenuBar;
 class QSplitter;
 class QVBoxLayout;
+class RecoveryStore;
+struct FileStamp;
+struct TextFileFormat;
 class SideBar;
 class StatusBar;
 
@@ -58,6 +61,7 @@ public:
     void SetActiveCodeEditorGroup(CodeEditorGroup* group, bool force);
     int GetCodeEditorCount() const;
     void RefreshCodeEditorGroups(bool equalizeSizes);
+    void KeepActiveCodeEditorGroup(CodeEditorGroup* active, bool activeWasShown);
 
     bool IsBrindletEditorWidget(QWidget* widget) const;
     bool IsSideBarWidget(QWidget* widget) const;
@@ -275,19 +279,26 @@ public slots:
     void FindInFilesNext();
     void FindInFilesPrevious();
     void UpdateSearch(const QString& path, const QString& text);
-    void ShowQuickHelp();
-    void SetQuickHelpSearchText(const QString& text, bool showWhenHidden);
-    void OnShowInSideBarRequested(const QString& path);
-    void RefreshWorkspace();
-    void AddFolderToWorkspace(const QString& dirPath = QString());
-    void SaveWorkspaceAs();
-    void OpenWorkspace();
     void ShowPreferencesDialog();
     void ShowInsertPathDialog();
     void GoToFile();
     void GoToSymbolInFile();
     void GoToLine();
     void OpenCommandReference();
+    // Side bar.
+    void RefreshOpenCodeEditorsView();
+    void UpdateOpenCodeEditorViewSelection();
+    void ShowQuickHelp();
+    void SetQuickHelpSearchText(const QString& text, bool showWhenHidden);
+    void InsertQuickHelpFlag(const QString& flag);
+    void OnOutlineSelectionChanged(int startPos, int endPos);
+    void OnShowInSideBarRequested(const QString& path);
+    void OnWorkspaceItemDeleted(const QString& path, bool isFolder);
+    void OnWorkspaceModified();
+    void RefreshWorkspace();
+    void AddFolderToWorkspace(const QString& dirPath = QString());
+    void SaveWorkspaceAs();
+    void OpenWorkspace();
 
 protected:
     bool eventFilter(QObject* object, QEvent* event) override;
@@ -341,6 +352,21 @@ private:
     void ChangeFocusedFontSize(int step);
     CodeEditorGroup* FirstHiddenCodeEditorGroup() const;
     void PlaceCodeEditorGroupBeside(CodeEditorGroup* group, CodeEditorGroup* target, TabDropZone dropZone);
+    void ConnectSideBar();
+    // Files kept byte for byte, conflicts, failed saves and recovery copies.
+    QString ReadFileText(const QString& path, TextFileFormat& format, FileStamp& stamp) const;
+    void ApplyFileFormat(CodeEditor* codeEditor, const TextFileFormat& format, const FileStamp& stamp);
+    bool WriteCodeEditor(CodeEditor* codeEditor, const QString& path);
+    bool ConfirmOverwriteChangedFile(CodeEditor* codeEditor);
+    bool ReloadCodeEditor(CodeEditor* codeEditor, bool undoable);
+    void FindLostFileChanges();
+    void RestoreOrphanedBuffers();
+    void OfferRecoveredBuffers();
+    void RestoreRecoveredBuffer(const QString& filePath, const CodeEditorProperties& properties,
+                                const QString& text);
+    bool SaveFilesBeforeQuit(bool saveAll);
+    int ShowFailedSaveDialog(const QString& label, const QString& reason);
+    void KeepChangedFilesInRecovery();
 
     // The host's main window; it may be gone before this widget is.
     QPointer<QWidget> mainWindow;
@@ -472,4 +498,9 @@ private:
     // then would replace the user's bindings with the defaults.
     bool keyBindingsRead = false;
     bool moduleStateUpdated = false;
+    RecoveryStore* recoveryStore = nullptr;
+    // Files whose save failed at quit and that the user let go: kept as recovery copies only.
+    QStringList keptInRecovery;
+    // Why the last write failed, in words, for the question at quit.
+    QString lastSaveFailure;
 };

@@ -3,17 +3,19 @@
 #include "shell/BrindletEditor.h"
 
 #include "editor/CodeEditor.h"
+#include "editor/FileStamp.h"
+#include "editor/SafeFileWriter.h"
+#include "editor/TextFileCodec.h"
 #include "plugin/Logger.h"
 #include "plugin/MayaUtil.h"
 #include "settings/Settings.h"
+#include "shell/RecoveryStore.h"
 #include "sidebar/SideBar.h"
 #include "tabs/CodeEditorGroup.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
-#include <QtCore/QSaveFile>
 #include <QtCore/QTemporaryFile>
-#include <QtCore/QTextStream>
 #include <QtGui/QAction>
 #include <QtGui/QTextBlock>
 #include <QtWidgets/QApplication>
@@ -143,6 +145,8 @@ int BrindletEditor::CreateCodeEditor(CodeEditorType type, CodeEditorLanguage lan
         return -1;
     }
     const int result = group->InsertCodeEditor(index, properties, text);
+    if (result >= 0 && recoveryStore)
+        recoveryStore->Watch(group->GetCodeEditor(result));
     RefreshCodeEditorGroups(false);
     return result;
 }
@@ -150,28 +154,65 @@ int BrindletEditor::CreateCodeEditor(CodeEditorType type, CodeEditorLanguage lan
 int BrindletEditor::CreateCodeEditor(CodeEditorType type, const QString& filePath, const QString& label,
                                      CodeEditorGroup* group, int index)
 {
-    const QString text = GetFileText(filePath);
+    TextFileFormat format;
+    FileStamp stamp;
+    const QString text = ReadFileText(filePath, format, stamp);
     if (text.isNull())
         return -1;
     const QFileInfo info(filePath);
     const QString tabLabel = type == CodeEditorType::FILE ? info.fileName() : label;
-    return CreateCodeEditor(type, GetLanguageFromFilename(info), info.absoluteFilePath(), tabLabel, text,
-                            group, index);
+    const int result = CreateCodeEditor(type, GetLanguageFromFilename(info), info.absoluteFilePath(),
+                                        tabLabel, text, group, index);
+    if (result >= 0)
+        ApplyFileFormat(group->GetCodeEditor(result), format, stamp);
+    return result;
 }
 
 QString BrindletEditor::GetFileText(const QString& path) const
 {
+    TextFileFormat format;
+    FileStamp stamp;
+    return ReadFileText(path, format, stamp);
+}
+
+QString BrindletEditor::ReadFileText(const QString& path, TextFileFormat& format, FileStamp& stamp) const
+{
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+    if (!file.open(QIODevice::ReadOnly))
     {
         Logger::Error(QStringLiteral("Failed to open file: %1").arg(path));
         return QString();
     }
     WaitCursor wait;
-    QTextStream stream(&file);
-    const QString text = stream.readAll();
+    // Read as bytes: the encoding and the line endings are found here and kept for the save.
+    const QByteArray bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError)
+    {
+        Logger::Error(QStringLiteral("Failed to open file: %1").arg(path));
+        return QString();
+    }
+    stamp = FileStamp::Take(path, bytes);
+    const QString text = TextFileCodec::Decode(bytes, format);
     // An empty file is an empty text, not a missing one.
     return text.isNull() ? QStringLiteral("") : text;
+}
+
+void BrindletEditor::ApplyFileFormat(CodeEditor* codeEditor, const TextFileFormat& format,
+                                     const FileStamp& stamp)
+{
+    if (!codeEditor)
+        return;
+    codeEditor->SetFileFormat(format);
+    codeEditor->SetFileStamp(stamp);
+    codeEditor->setReadOnly(format.binary);
+    const QString path = codeEditor->GetFilePath();
+    if (format.binary)
+        Logger::Warning(QStringLiteral("%1 holds NUL bytes: it is shown read-only and never saved.").arg(path));
+    else if (format.mixedLineEndings)
+        Logger::Warning(QStringLiteral("%1 has mixed line endings: a save writes %2 throughout.")
+                            .arg(path, TextFileCodec::LineEndingName(format.lineEnding)));
+    if (CodeEditorGroup* group = GetCodeEditorGroupByPath(path))
+        group->SetTabToolTip(group->GetCodeEditorIndex(path), codeEditor->GetProperties());
 }
 
 void BrindletEditor::NewBuffer()
@@ -293,22 +334,17 @@ bool BrindletEditor::SaveCodeEditor(const QString& filePath, const QString& text
 {
     if (filePath.isEmpty())
         return false;
-    // Written beside the target and renamed over it only when complete: a failed or cut-off
-    // write never leaves a truncated file.
-    QSaveFile file(filePath);
+    QString reason;
     bool written = false;
-    if (file.open(QIODevice::WriteOnly | QIODevice::Text))
     {
         WaitCursor wait;
-        QTextStream stream(&file);
-        stream << text;
-        stream.flush();
-        written = stream.status() == QTextStream::Ok && file.commit();
+        written = SafeFileWriter::Write(filePath, TextFileCodec::Encode(text, TextFileFormat()), reason);
     }
     if (!written)
     {
-        file.cancelWriting();
         Logger::Error(QStringLiteral("Failed to open file for save: %1").arg(filePath));
+        Logger::Error(QStringLiteral("Could not save %1: %2.").arg(filePath, reason));
+        lastSaveFailure = reason;
         return false;
     }
     // The editor's own write must not come back as an outside change.
@@ -337,18 +373,117 @@ void BrindletEditor::PreSave(CodeEditor* codeEditor)
         codeEditor->EnsureNewLineAtEof();
 }
 
+bool BrindletEditor::WriteCodeEditor(CodeEditor* codeEditor, const QString& path)
+{
+    if (path.isEmpty())
+        return false;
+    TextFileFormat format = codeEditor->GetFileFormat();
+    if (format.binary)
+    {
+        Logger::Error(QStringLiteral("Not saved: %1 holds NUL bytes, and the editor never writes such a file.")
+                          .arg(path));
+        lastSaveFailure = QStringLiteral("binary file");
+        return false;
+    }
+    if (path == codeEditor->GetFilePath() && codeEditor->GetType() == CodeEditorType::FILE &&
+        codeEditor->GetFileStamp().ChangedOnDisk(path) && !ConfirmOverwriteChangedFile(codeEditor))
+    {
+        lastSaveFailure = QStringLiteral("changed by another program");
+        return false;
+    }
+    bool lossless = true;
+    QByteArray bytes = TextFileCodec::Encode(codeEditor->GetTextForSave(), format, &lossless);
+    if (!lossless)
+    {
+        // Better a change of encoding, said aloud, than characters lost.
+        format.encoding = TextFileFormat::Encoding::Utf8;
+        bytes = TextFileCodec::Encode(codeEditor->GetTextForSave(), format);
+        Logger::Warning(
+            QStringLiteral("%1: the text holds characters that Latin-1 cannot store; saved as UTF-8.").arg(path));
+    }
+    QString reason;
+    bool written = false;
+    {
+        WaitCursor wait;
+        written = SafeFileWriter::Write(path, bytes, reason);
+    }
+    if (!written)
+    {
+        Logger::Error(QStringLiteral("Failed to open file for save: %1").arg(path));
+        Logger::Error(QStringLiteral("Could not save %1: %2.").arg(path, reason));
+        lastSaveFailure = reason;
+        return false;
+    }
+    if (!ownSaves.contains(path))
+        ownSaves.append(path);
+    format.mixedLineEndings = false;
+    codeEditor->SetFileFormat(format);
+    codeEditor->SetFileStamp(FileStamp::Take(path, bytes));
+    if (recoveryStore)
+        recoveryStore->Remove(codeEditor->GetFilePath());
+    return true;
+}
+
+bool BrindletEditor::ConfirmOverwriteChangedFile(CodeEditor* codeEditor)
+{
+    QMessageBox box(this);
+    box.setIcon(QMessageBox::Warning);
+    box.setWindowTitle(QStringLiteral("File Changed"));
+    box.setText(QStringLiteral("%1\n\nThis file has been changed by another program since the editor read it.\n"
+                               "Overwrite it with the text in the editor, or reload it from disk?")
+                    .arg(codeEditor->GetFilePath()));
+    box.setStandardButtons(QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel);
+    box.button(QMessageBox::Save)->setText(QStringLiteral("Overwrite"));
+    box.button(QMessageBox::Discard)->setText(QStringLiteral("Reload"));
+    box.setDefaultButton(QMessageBox::Cancel);
+    const int answer = box.exec();
+    if (answer == QMessageBox::Discard)
+        // The editor's text stays one undo step away.
+        ReloadCodeEditor(codeEditor, true);
+    return answer == QMessageBox::Save;
+}
+
+bool BrindletEditor::ReloadCodeEditor(CodeEditor* codeEditor, bool undoable)
+{
+    const QString path = codeEditor->GetFilePath();
+    TextFileFormat format;
+    FileStamp stamp;
+    const QString text = ReadFileText(path, format, stamp);
+    if (text.isNull())
+        return false;
+    const int position = codeEditor->GetCursorPosition();
+    const int scroll = codeEditor->GetVerticalScrollBarValue();
+    codeEditor->setReadOnly(false);
+    if (undoable)
+        codeEditor->ReplaceTextUndoable(text);
+    else
+        codeEditor->SetText(text);
+    codeEditor->SetModified(false);
+    ApplyFileFormat(codeEditor, format, stamp);
+    codeEditor->SetCursorPosition(position);
+    codeEditor->SetVerticalScrollBarValue(scroll);
+    if (recoveryStore)
+        recoveryStore->Remove(path);
+    return true;
+}
+
 void BrindletEditor::Save()
 {
     CodeEditor* codeEditor = GetActiveCodeEditor();
-    if (!codeEditor || codeEditor->GetText().isEmpty())
+    if (!codeEditor)
         return;
     if (codeEditor->GetType() == CodeEditorType::INTERNAL_BUFFER)
     {
-        SaveAs();
+        if (!codeEditor->GetText().isEmpty())
+            SaveAs();
         return;
     }
     PreSave(codeEditor);
-    if (SaveCodeEditor(codeEditor->GetFilePath(), codeEditor->GetText()))
+    // Nothing to write: a file saved with no edit stays byte for byte what it was.
+    const QString path = codeEditor->GetFilePath();
+    if (!codeEditor->IsModified() && QFileInfo::exists(path) && !codeEditor->GetFileStamp().ChangedOnDisk(path))
+        return;
+    if (WriteCodeEditor(codeEditor, path))
         codeEditor->SetModified(false);
 }
 
@@ -356,11 +491,11 @@ bool BrindletEditor::SaveCodeEditor(int groupIndex, int index)
 {
     CodeEditorGroup* group = GetCodeEditorGroupByIndex(groupIndex);
     CodeEditor* codeEditor = group ? group->GetCodeEditor(index) : nullptr;
-    // An empty buffer is never written.
-    if (!codeEditor || codeEditor->GetText().isEmpty())
+    // An empty buffer is written too: emptied is a state the user chose.
+    if (!codeEditor)
         return false;
     PreSave(codeEditor);
-    if (!SaveCodeEditor(codeEditor->GetFilePath(), codeEditor->GetText()))
+    if (!WriteCodeEditor(codeEditor, codeEditor->GetFilePath()))
         return false;
     codeEditor->SetModified(false);
     return true;
@@ -374,6 +509,9 @@ void BrindletEditor::SaveAll(bool internalBuffers, bool fileBuffers)
         for (int i = 0; group && i < group->GetCount(); ++i)
         {
             if (!group->IsModified(i))
+                continue;
+            // Let go at quit after a failed save: only its recovery copy is written.
+            if (keptInRecovery.contains(group->GetFilePath(i)))
                 continue;
             const bool internal = group->GetType(i) == CodeEditorType::INTERNAL_BUFFER;
             if ((internal && internalBuffers) || (!internal && fileBuffers))
@@ -421,11 +559,12 @@ void BrindletEditor::SaveAs()
         return;
     }
     PreSave(codeEditor);
-    if (!SaveCodeEditor(newPath, codeEditor->GetText()))
+    if (!WriteCodeEditor(codeEditor, newPath))
         return;
     // The buffer's file goes once the text is safe elsewhere.
     if (properties.type == CodeEditorType::INTERNAL_BUFFER)
         DeleteFileByPath(oldPath);
+    keptInRecovery.removeAll(oldPath);
     codeEditor->SetModified(false);
     const QFileInfo info(newPath);
     properties.type = CodeEditorType::FILE;
@@ -434,6 +573,7 @@ void BrindletEditor::SaveAs()
     properties.label = info.fileName();
     group->SetProperties(group->GetCurrentIndex(), properties);
     ReplaceOutlineExpandedHashPath(oldPath, properties.filePath);
+    RefreshOpenCodeEditorsView();
     UpdateTitleBar();
 }
 
@@ -495,6 +635,7 @@ void BrindletEditor::Rename(CodeEditorGroup* codeEditorGroup, int codeEditorInde
         // Only the label changes; the buffer's file keeps its name.
         properties.label = name;
         codeEditorGroup->SetProperties(codeEditorIndex, properties);
+        RefreshOpenCodeEditorsView();
     }
     UpdateTitleBar();
 }
@@ -510,11 +651,7 @@ void BrindletEditor::RevertFile()
                            "Continue?"),
             QMessageBox::Yes | QMessageBox::No) != QMessageBox::Yes)
         return;
-    const QString text = GetFileText(codeEditor->GetFilePath());
-    if (text.isNull())
-        return;
-    codeEditor->SetText(text);
-    codeEditor->SetModified(false);
+    ReloadCodeEditor(codeEditor, false);
 }
 
 void BrindletEditor::ReplaceOutlineExpandedHashPath(const QString& oldPath, const QString& newPath)
@@ -531,6 +668,14 @@ void BrindletEditor::OnFilePathChanged(const QString& oldFilePath, const QString
     for (CodeEditorGroup* group : codeEditorGroups)
         group->UpdateFilePath(oldFilePath, newFilePath, language);
     ReplaceOutlineExpandedHashPath(oldFilePath, newFilePath);
+    RefreshOpenCodeEditorsView();
+    // The recovery copy is named after the path.
+    if (recoveryStore && recoveryStore->Has(oldFilePath))
+    {
+        recoveryStore->Remove(oldFilePath);
+        if (CodeEditor* codeEditor = GetCodeEditor(newFilePath, false); codeEditor && codeEditor->IsModified())
+            recoveryStore->Write(codeEditor);
+    }
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -600,12 +745,17 @@ bool BrindletEditor::CloseCodeEditor(CodeEditorGroup* group, int index, bool pro
             if (answer == QMessageBox::Yes)
             {
                 PreSave(codeEditor);
-                if (!SaveCodeEditor(codeEditor->GetFilePath(), codeEditor->GetText()))
+                if (!WriteCodeEditor(codeEditor, codeEditor->GetFilePath()))
                     return false;
             }
         }
         AddRecentFile(codeEditor->GetFilePath());
     }
+    sideBar->ClearStoredDetailsFromOutline(codeEditor->GetFilePath());
+    // The tab goes, and with it what was kept of its unsaved text.
+    if (recoveryStore)
+        recoveryStore->Remove(codeEditor->GetFilePath());
+    keptInRecovery.removeAll(codeEditor->GetFilePath());
     group->DeleteCodeEditor(index);
     RefreshCodeEditorGroups(false);
     if (GetCodeEditorCount() == 0)
@@ -739,8 +889,10 @@ void BrindletEditor::RestoreCodeEditors()
         if (CodeEditorGroup* group = GetCodeEditorGroupByIndex(g); group && ok)
             group->SetTabBarScrollValue(value);
     }
+    RestoreOrphanedBuffers();
     RefreshCodeEditorGroups(false);
     SetParsingEnabled(true);
+    OfferRecoveredBuffers();
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -771,16 +923,31 @@ void BrindletEditor::ReloadChangedFile(const QString& path)
                                              "Do you want to reload it?")
                                   .arg(path),
                               QMessageBox::Yes | QMessageBox::No) != QMessageBox::Yes)
+    {
+        // The user has seen the change and keeps the editor's text: a save need not ask again.
+        codeEditor->SetFileStamp(FileStamp::Current(path));
         return;
-    const int position = codeEditor->GetCursorPosition();
-    const int scroll = codeEditor->GetVerticalScrollBarValue();
-    const QString text = GetFileText(path);
-    if (text.isNull())
-        return;
-    codeEditor->SetText(text);
-    codeEditor->SetModified(false);
-    codeEditor->SetCursorPosition(position);
-    codeEditor->SetVerticalScrollBarValue(scroll);
+    }
+    ReloadCodeEditor(codeEditor, false);
+}
+
+void BrindletEditor::FindLostFileChanges()
+{
+    // A file replaced by another program's rename can drop out of the watch; its stamp still
+    // tells whether it changed, and the watch is taken up again on the new file.
+    for (CodeEditorGroup* group : codeEditorGroups)
+    {
+        for (int i = 0; i < group->GetCount(); ++i)
+        {
+            CodeEditor* codeEditor = group->GetCodeEditor(i);
+            if (!codeEditor || codeEditor->GetType() != CodeEditorType::FILE || codeEditor->IsWatchingFile())
+                continue;
+            codeEditor->WatchFile();
+            const QString path = codeEditor->GetFilePath();
+            if (codeEditor->GetFileStamp().ChangedOnDisk(path) && !watchedChanges.contains(path))
+                watchedChanges.append(path);
+        }
+    }
 }
 
 void BrindletEditor::CheckForFileChanges()
@@ -795,6 +962,7 @@ void BrindletEditor::CheckForFileChanges()
         return;
     }
     checkingForFileChanges = true;
+    FindLostFileChanges();
     const QStringList changes = watchedChanges;
     for (const QString& path : changes)
     {

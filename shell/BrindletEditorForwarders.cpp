@@ -92,47 +92,6 @@ void BrindletEditor::UpdateSearch(const QString&, const QString&)
     // Search in files is not built yet; there are no results to refresh.
 }
 
-void BrindletEditor::ShowQuickHelp()
-{
-    CodeEditor* codeEditor = GetActiveCodeEditor();
-    SetQuickHelpSearchText(codeEditor ? codeEditor->GetSelectedTextForExecute() : QString(), true);
-}
-
-void BrindletEditor::SetQuickHelpSearchText(const QString&, bool showWhenHidden)
-{
-    if (showWhenHidden)
-    {
-        SetSideBarView(SideBarViewQuickHelp);
-        SetSideBarVisible(true);
-    }
-    // The quick help view that takes the text is not built yet.
-}
-
-void BrindletEditor::OnShowInSideBarRequested(const QString&)
-{
-    // The workspace view that reveals the file is not built yet.
-}
-
-void BrindletEditor::RefreshWorkspace()
-{
-    // The workspace view is not built yet.
-}
-
-void BrindletEditor::AddFolderToWorkspace(const QString&)
-{
-    // The workspace view is not built yet.
-}
-
-void BrindletEditor::SaveWorkspaceAs()
-{
-    // The workspace view is not built yet; a path asked for now would have nowhere to go.
-}
-
-void BrindletEditor::OpenWorkspace()
-{
-    // The workspace view is not built yet; a path asked for now would have nowhere to go.
-}
-
 void BrindletEditor::ShowPreferencesDialog()
 {
     // The preferences dialog is not built yet.

@@ -7,6 +7,7 @@
 #include "plugin/MayaUtil.h"
 #include "settings/ColorSettings.h"
 #include "settings/Settings.h"
+#include "shell/RecoveryStore.h"
 #include "shell/StatusBar.h"
 #include "sidebar/ActivityBar.h"
 #include "sidebar/SideBar.h"
@@ -73,22 +74,23 @@ bool BrindletEditor::eventFilter(QObject* object, QEvent* event)
 
 bool BrindletEditor::HandleMainWindowClose(QEvent* event)
 {
-    if (Settings::saveAllOnExit || !Settings::showUnsavedFileDialogOnMayaExit)
-        return false;
-    if (!ModifiedFilesExist())
-        return false;
-    const int answer = ShowUnsavedFileDialog(QString());
-    if (answer == QMessageBox::Yes)
+    // Files are saved here rather than at shutdown, so that a save that fails can still stop
+    // the quit.
+    bool proceed = true;
+    if (Settings::saveAllOnExit)
     {
-        SaveAll(false, true);
+        proceed = SaveFilesBeforeQuit(true);
     }
-    else if (answer == QMessageBox::Cancel)
+    else if (Settings::showUnsavedFileDialogOnMayaExit && ModifiedFilesExist())
     {
-        // Stops the host from quitting.
-        event->ignore();
-        return true;
+        const int answer = ShowUnsavedFileDialog(QString());
+        proceed = answer != QMessageBox::Cancel && SaveFilesBeforeQuit(answer == QMessageBox::Yes);
     }
-    return false;
+    if (proceed)
+        return false;
+    // Stops the host from quitting.
+    event->ignore();
+    return true;
 }
 
 void BrindletEditor::StoreOutputSplitterSizesOnPress()
@@ -133,6 +135,14 @@ void BrindletEditor::SaveWindowGeometry(bool force)
 {
     if (!isVisible() && !force)
         return;
+    // A floating panel is placed again by its frame (title bar and borders included), so its frame
+    // is what is kept; a panel kept by its inner rectangle would move and shrink at every start.
+    const QWidget* floating = window();
+    if (floating != this && floating != MayaUtil::GetMainWindow())
+    {
+        Settings::windowGeometry = floating->frameGeometry();
+        return;
+    }
     const QPoint topLeft = mapToGlobal(QPoint(0, 0));
     Settings::windowGeometry = QRect(topLeft, geometry().size());
 }
@@ -178,7 +188,23 @@ void BrindletEditor::Shutdown()
     disconnect(qApp, SIGNAL(focusChanged(QWidget*, QWidget*)), this,
                SLOT(OnApplicationFocusChanged(QWidget*, QWidget*)));
     // Modified internal buffers are always saved; files only where the user wants it.
+    if (recoveryStore)
+        recoveryStore->WritePending();
+    KeepChangedFilesInRecovery();
     SaveAll(true, Settings::saveAllOnExit);
+    // A buffer saved at quit leaves no copy; one that is still unsaved keeps its copy for the
+    // next start.
+    for (CodeEditorGroup* group : codeEditorGroups)
+    {
+        for (int i = 0; recoveryStore && i < group->GetCount(); ++i)
+        {
+            CodeEditor* codeEditor = group->GetCodeEditor(i);
+            if (codeEditor && codeEditor->IsModified())
+                recoveryStore->Write(codeEditor);
+            else if (codeEditor)
+                recoveryStore->Remove(codeEditor->GetFilePath());
+        }
+    }
     WriteUserConfigs();
 }
 
@@ -227,4 +253,12 @@ void BrindletEditor::UpdateKeyBindings()
     activityBar->UpdateKeyBindings();
 }
 
-void BrindletEditor::UpdateCodeEditorExtraSelections() {}
+void BrindletEditor::UpdateCodeEditorExtraSelections()
+{
+    // Marks of the search in files depend on the side bar's state; every open editor shows them.
+    for (CodeEditorGroup* group : codeEditorGroups)
+    {
+        for (CodeEditor* codeEditor : group->GetCodeEditors())
+            codeEditor->UpdateExtraSelections();
+    }
+}

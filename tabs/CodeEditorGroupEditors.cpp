@@ -117,6 +117,8 @@ void CodeEditorGroup::ConnectCodeEditor(CodeEditor* codeEditor)
             SLOT(OnModificationChanged(bool, CodeEditor*)));
     connect(codeEditor, SIGNAL(FileChanged(const QString&)), this, SLOT(OnFileChanged(const QString&)));
     connect(codeEditor, SIGNAL(cursorPositionChanged()), this, SLOT(OnCursorPositionChanged()));
+    // Select All with the cursor already at the end moves no cursor, yet changes the selection count.
+    connect(codeEditor, SIGNAL(selectionChanged()), this, SLOT(OnCursorPositionChanged()));
     connect(codeEditor, SIGNAL(OverwriteModeChanged()), this, SLOT(OnOverwriteModeChanged()));
     connect(codeEditor, SIGNAL(ErrorAndWarningTextChanged()), this, SLOT(OnErrorAndWarningTextChanged()));
     connect(codeEditor, SIGNAL(QuickHelpChanged(const QString&, bool)), this,
@@ -343,8 +345,17 @@ void CodeEditorGroup::SetTabLabel(int index, const QString& label, bool modified
 
 void CodeEditorGroup::SetTabToolTip(int index, const CodeEditorProperties& properties)
 {
-    tabBar->SetTabToolTip(index, properties.type != CodeEditorType::INTERNAL_BUFFER ? properties.filePath
-                                                                                    : properties.label);
+    if (properties.type == CodeEditorType::INTERNAL_BUFFER)
+    {
+        tabBar->SetTabToolTip(index, properties.label);
+        return;
+    }
+    // How the file is stored, so that a save that keeps it so is no surprise.
+    const CodeEditor* codeEditor = GetCodeEditor(index);
+    tabBar->SetTabToolTip(index, codeEditor ? QStringLiteral("%1\n%2").arg(properties.filePath,
+                                                                            TextFileCodec::Describe(
+                                                                                codeEditor->GetFileFormat()))
+                                            : properties.filePath);
 }
 
 void CodeEditorGroup::SetTabLanguage(int index, CodeEditorLanguage language)

@@ -3,6 +3,8 @@
 #include <maya/MString.h>
 #include <vector>
 
+OPENMAYA_MAJOR_NAMESPACE_OPEN
+
 class MArgList
 {
 public:
@@ -18,3 +20,5 @@ public:
 private:
     std::vector<MString> args_;
 };
+
+OPENMAYA_MAJOR_NAMESPACE_CLOSE

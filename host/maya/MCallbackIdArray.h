@@ -1,7 +1,9 @@
 #pragma once
 #include <maya/MStatus.h>
-#include <maya/MTypes.h>
+#include <maya/MMessage.h>
 #include <vector>
+
+OPENMAYA_MAJOR_NAMESPACE_OPEN
 
 class MCallbackIdArray
 {
@@ -18,3 +20,5 @@ public:
 private:
     std::vector<MCallbackId> ids_;
 };
+
+OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -2,25 +2,33 @@
 #include <maya/MMessage.h>
 #include <maya/MString.h>
 
+OPENMAYA_MAJOR_NAMESPACE_OPEN
+
 class MCommandMessage : public MMessage
 {
 public:
     enum MessageType
     {
         kHistory = 0,
-        kDisplay = 1,
-        kInfo = 2,
-        kWarning = 3,
-        kError = 4,
-        kResult = 5,
-        kStackTrace = 6,
-        kMelCommand = 7,
-        kMelProc = 8
+        kDisplay,
+        kInfo,
+        kWarning,
+        kError,
+        kResult,
+        kStackTrace
     };
 
-    using MessageFunction = void (*)(const MString& message, MCommandMessage::MessageType messageType,
+    enum MProcType
+    {
+        kMELProc = 0,
+        kMELCommand
+    };
+
+    typedef void (*MMessageFunction)(const MString& message, MCommandMessage::MessageType messageType,
                                      void* clientData);
 
-    static MCallbackId addCommandOutputCallback(MessageFunction func, void* clientData = nullptr,
+    static MCallbackId addCommandOutputCallback(MMessageFunction func, void* clientData = nullptr,
                                                 MStatus* returnStatus = nullptr);
 };
+
+OPENMAYA_MAJOR_NAMESPACE_CLOSE

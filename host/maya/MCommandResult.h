@@ -3,6 +3,8 @@
 #include <maya/MString.h>
 #include <maya/MStringArray.h>
 
+OPENMAYA_MAJOR_NAMESPACE_OPEN
+
 class MCommandResult
 {
 public:
@@ -32,17 +34,13 @@ public:
     MStatus getResult(MString& result) const;
     MStatus getResult(MStringArray& result) const;
 
-    // Substitute only: how the host fills a result.
-    void setInt(int value);
-    void setDouble(double value);
-    void setString(const MString& value);
-    void setStringArray(const MStringArray& value);
-    void reset();
-
 private:
+    friend class ::HostCommandResult;
     Type type_ = kInvalid;
     int int_ = 0;
     double double_ = 0.0;
     MString string_;
     MStringArray strings_;
 };
+
+OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -2,7 +2,7 @@
 #include <maya/MMessage.h>
 #include <maya/MString.h>
 
-class MStringArray;
+OPENMAYA_MAJOR_NAMESPACE_OPEN
 
 class MEventMessage : public MMessage
 {
@@ -11,3 +11,5 @@ public:
                                         void* clientData = nullptr, MStatus* returnStatus = nullptr);
     static void getEventNames(MStringArray& names);
 };
+
+OPENMAYA_MAJOR_NAMESPACE_CLOSE

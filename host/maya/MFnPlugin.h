@@ -5,8 +5,10 @@
 #include <maya/MSyntax.h>
 #include <maya/MTypes.h>
 
-using MCreatorFunction = void* (*)();
-using MCreateSyntaxFunction = MSyntax (*)();
+typedef void* (*MCreatorFunction)();
+typedef MSyntax (*MCreateSyntaxFunction)();
+
+OPENMAYA_MAJOR_NAMESPACE_OPEN
 
 class MFnPlugin
 {
@@ -26,3 +28,9 @@ public:
 private:
     void* record_ = nullptr;
 };
+
+OPENMAYA_MAJOR_NAMESPACE_CLOSE
+
+// The entry points every plug-in defines.
+PLUGIN_EXPORT MStatus initializePlugin(MObject object);
+PLUGIN_EXPORT MStatus uninitializePlugin(MObject object);

@@ -3,7 +3,7 @@
 #include <maya/MString.h>
 #include <maya/MStringArray.h>
 
-class MCommandResult;
+OPENMAYA_MAJOR_NAMESPACE_OPEN
 
 class MGlobal
 {
@@ -58,10 +58,12 @@ public:
     static MString optionVarStringValue(const MString& name, bool* exists = nullptr);
     static bool setOptionVarValue(const MString& name, int value);
     static bool setOptionVarValue(const MString& name, double value);
-    static bool setOptionVarValue(const MString& name, const MString& value);
+    static bool setOptionVarValue(const MString& name, MString value);
     static void removeOptionVar(const MString& name);
 
     static void displayInfo(const MString& message);
     static void displayWarning(const MString& message);
     static void displayError(const MString& message);
 };
+
+OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -1,7 +1,11 @@
 #pragma once
-#include <maya/MCallbackIdArray.h>
 #include <maya/MStatus.h>
 #include <maya/MTypes.h>
+
+// Identifies an installed callback.
+typedef MUintPtrSz MCallbackId;
+
+OPENMAYA_MAJOR_NAMESPACE_OPEN
 
 class MMessage
 {
@@ -12,3 +16,5 @@ public:
     static MStatus removeCallbacks(MCallbackIdArray& ids);
     static MCallbackId currentCallbackId(MStatus* returnStatus = nullptr);
 };
+
+OPENMAYA_MAJOR_NAMESPACE_CLOSE

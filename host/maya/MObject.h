@@ -1,4 +1,7 @@
 #pragma once
+#include <maya/MApiNamespace.h>
+
+OPENMAYA_MAJOR_NAMESPACE_OPEN
 
 class MObject
 {
@@ -7,10 +10,9 @@ public:
     bool isNull() const { return handle_ == nullptr; }
     static const MObject kNullObj;
 
-    // Substitute only: the host hands the plug-in a handle that names its plug-in record.
-    explicit MObject(void* handle) : handle_(handle) {}
-    void* handle() const { return handle_; }
-
 private:
+    friend class ::HostObjectHandle;
     void* handle_ = nullptr;
 };
+
+OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -5,6 +5,8 @@
 #include <maya/MStringArray.h>
 #include <maya/MSyntax.h>
 
+OPENMAYA_MAJOR_NAMESPACE_OPEN
+
 class MPxCommand
 {
 public:
@@ -30,10 +32,6 @@ public:
     static void displayInfo(const MString& message);
     static void displayWarning(const MString& message);
     static void displayError(const MString& message);
-
-    // Substitute only: the host gives the command object its syntax before doIt.
-    void setSyntaxForHost(const MSyntax& syntax) { syntax_ = syntax; }
-
-private:
-    MSyntax syntax_;
 };
+
+OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -7,19 +7,24 @@ class QObject;
 class QAction;
 class QLayout;
 
+OPENMAYA_MAJOR_NAMESPACE_OPEN
+
 class MQtUtil
 {
 public:
     static QWidget* mainWindow();
-    static QWidget* findControl(const MString& controlName, const QWidget* parent = nullptr);
-    static QWidget* findLayout(const MString& layoutName, const QWidget* parent = nullptr);
-    static QWidget* findWindow(const MString& windowName);
-    static QAction* findMenuItem(const MString& itemName);
+    static QWidget* findControl(MString controlName, const QWidget* ancestor = NULL);
+    static QWidget* findLayout(MString layoutName, const QWidget* ancestor = NULL);
+    static QWidget* findWindow(MString windowName, const QWidget* ancestor = NULL);
+    static QAction* findMenuItem(MString itemName, const QWidget* ancestor = NULL);
     static QWidget* getCurrentParent();
-    static bool addWidgetToMayaLayout(QWidget* control, QWidget* layout, const MString& uiName = MString());
+    static MString addWidgetToMayaLayout(QWidget* control, QWidget* layout,
+                                         const MString& uiType = MString());
     static MString fullName(const QObject* uiElement);
     static QString toQString(const MString& mayaString);
     static MString toMString(const QString& qtString);
     static int dpiScale(int size);
     static float dpiScale(float size);
 };
+
+OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -1,6 +1,8 @@
 #pragma once
 #include <maya/MString.h>
 
+OPENMAYA_MAJOR_NAMESPACE_OPEN
+
 class MStatus
 {
 public:
@@ -38,3 +40,5 @@ public:
 private:
     MStatusCode code_;
 };
+
+OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -1,7 +1,8 @@
 #pragma once
 #include <string>
+#include <maya/MApiNamespace.h>
 
-class MStringArray;
+OPENMAYA_MAJOR_NAMESPACE_OPEN
 
 class MString
 {
@@ -57,3 +58,5 @@ private:
 };
 
 MString operator+(const char* left, const MString& right);
+
+OPENMAYA_MAJOR_NAMESPACE_CLOSE

@@ -3,6 +3,8 @@
 #include <maya/MString.h>
 #include <vector>
 
+OPENMAYA_MAJOR_NAMESPACE_OPEN
+
 class MStringArray
 {
 public:
@@ -23,3 +25,5 @@ public:
 private:
     std::vector<MString> items_;
 };
+
+OPENMAYA_MAJOR_NAMESPACE_CLOSE

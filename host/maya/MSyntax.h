@@ -1,7 +1,10 @@
 #pragma once
 #include <maya/MStatus.h>
 #include <maya/MString.h>
+#include <string>
 #include <vector>
+
+OPENMAYA_MAJOR_NAMESPACE_OPEN
 
 class MSyntax
 {
@@ -12,9 +15,9 @@ public:
         kNoArg,
         kBoolean,
         kLong,
-        kUnsigned,
         kDouble,
         kString,
+        kUnsigned,
         kDistance,
         kAngle,
         kTime,
@@ -42,15 +45,15 @@ public:
     void enableEdit(bool supportsEdit = true);
     void clear();
 
-    // Substitute only: the flag table the host's argument parser reads.
+private:
+    friend class ::HostSyntaxTable;
     struct Flag
     {
         std::string shortName;
         std::string longName;
         std::vector<MArgType> argTypes;
     };
-    const std::vector<Flag>& flags() const { return flags_; }
-
-private:
     std::vector<Flag> flags_;
 };
+
+OPENMAYA_MAJOR_NAMESPACE_CLOSE

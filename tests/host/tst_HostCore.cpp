@@ -2,13 +2,16 @@
 // idle queue, driven through the same Maya API the plug-in uses.
 #include "HostEvents.h"
 #include "HostIdleQueue.h"
+#include "HostCommandResult.h"
 #include "HostMel.h"
+#include "HostObjectHandle.h"
 #include "HostOptionVars.h"
 #include "HostOutput.h"
 #include "HostPlugins.h"
 #include "HostState.h"
 
 #include <maya/MArgDatabase.h>
+#include <maya/MCallbackIdArray.h>
 #include <maya/MCommandMessage.h>
 #include <maya/MCommandResult.h>
 #include <maya/MEventMessage.h>
@@ -309,7 +312,7 @@ void TestHostCore::arraysAndResultsGuardTheirBounds()
     QCOMPARE(ids[0], MCallbackId(5));
     QCOMPARE(static_cast<const MCallbackIdArray&>(ids)[3], MCallbackId(0));
 
-    MCommandResult result;
+    HostCommandResult result;
     QCOMPARE(result.resultType(), MCommandResult::kInvalid);
     result.setString("text");
     int number = 7;
@@ -352,9 +355,10 @@ void TestHostCore::registrationRefusesDuplicatesAndStrangers()
 
     // A handle that names no plug-in record is refused.
     int notARecord = 0;
-    MObject stranger(&notARecord);
+    const MObject stranger = HostObjectHandle::Make(&notARecord);
     MStatus status;
-    MFnPlugin plugin(stranger, "x", "1", "Any", &status);
+    MObject handle = stranger;
+    MFnPlugin plugin(handle, "x", "1", "Any", &status);
     QVERIFY(!status);
     QVERIFY(!plugin.registerCommand("strangerCommand", TestCommand::Creator));
     QVERIFY(!HostMel::CommandExists(QStringLiteral("strangerCommand")));

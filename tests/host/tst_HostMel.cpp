@@ -1,5 +1,6 @@
 // The substitute's MEL: parsing, variables, procedures and their native substitutes, and the
 // built-in commands the plug-in sends, all run from MEL text as Maya would run it.
+#include "HostCommandResult.h"
 #include "HostMel.h"
 #include "HostOptionVars.h"
 #include "HostOutput.h"
@@ -31,7 +32,7 @@ MStatus Mel(const QString& text)
 
 QString MelString(const QString& text)
 {
-    MCommandResult result;
+    HostCommandResult result;
     MString value;
     if (!HostMel::Execute(text, &result, false) || !result.getResult(value))
         return QStringLiteral("<no string>");
@@ -40,7 +41,7 @@ QString MelString(const QString& text)
 
 int MelInt(const QString& text)
 {
-    MCommandResult result;
+    HostCommandResult result;
     int value = -12345;
     if (!HostMel::Execute(text, &result, false) || !result.getResult(value))
         return -12345;
@@ -49,7 +50,7 @@ int MelInt(const QString& text)
 
 QStringList MelArray(const QString& text)
 {
-    MCommandResult result;
+    HostCommandResult result;
     MStringArray values;
     QStringList list;
     if (!HostMel::Execute(text, &result, false) || !result.getResult(values))
@@ -272,7 +273,7 @@ void TestHostMel::expressions()
     QFETCH(QString, expression);
     QFETCH(int, type);
     QFETCH(QString, value);
-    MCommandResult result;
+    HostCommandResult result;
     QVERIFY(HostMel::Execute(expression, &result, false));
     QCOMPARE(int(result.resultType()), type);
     QString shown;
@@ -346,7 +347,7 @@ void TestHostMel::controlFlow()
 void TestHostMel::unknownProcedure()
 {
     Recorder recorder;
-    MCommandResult result;
+    HostCommandResult result;
     QVERIFY(!HostMel::Execute(QStringLiteral("noSuchCommand -flag 1;"), &result, false));
     QCOMPARE(recorder.Errors(),
              QStringList{QStringLiteral("line 1: Cannot find procedure \"noSuchCommand\".")});
@@ -426,7 +427,7 @@ void TestHostMel::substitutesOnlyAfterDefinition()
     Recorder recorder;
     HostMel::RegisterProcedureSubstitute(
         QStringLiteral("xvSubstituteProbe"),
-        [](const HostMelCall& call, MCommandResult& result)
+        [](const HostMelCall& call, HostCommandResult& result)
         {
             result.setString(MString(call.positionals.join(QLatin1Char('|')).toUtf8().constData()));
             return MStatus(MStatus::kSuccess);
@@ -526,7 +527,7 @@ void TestHostMel::dpiSettingFollowsEnvironment()
 {
     qunsetenv("BQ2_HOST_DPI_MODE");
     qunsetenv("BQ2_HOST_DPI_SCALE");
-    MCommandResult result;
+    HostCommandResult result;
     QCOMPARE(MelInt(QStringLiteral("mayaDpiSetting -q -m;")), 0);
     QVERIFY(HostMel::Execute(QStringLiteral("mayaDpiSetting -q -rsv;"), &result, false));
     double scale = 0.0;

@@ -1,5 +1,6 @@
 // The substitute host's embedded Python: the __main__ namespace, output and results as command
 // messages, typed evaluation, error reports, and the "maya" package reaching MEL.
+#include "HostCommandResult.h"
 #include "HostIdleQueue.h"
 #include "HostMel.h"
 #include "HostOutput.h"
@@ -57,7 +58,7 @@ QString Describe(const QList<Message>& list)
 }
 
 // Answers with a result of the kind that its -kind flag names.
-MStatus ValueCommand(const HostMelCall& call, MCommandResult& result)
+MStatus ValueCommand(const HostMelCall& call, HostCommandResult& result)
 {
     everythingOnMainThread = everythingOnMainThread && OnMainThread();
     const QString kind = call.FlagValue(QStringLiteral("kind"));
@@ -77,14 +78,14 @@ MStatus ValueCommand(const HostMelCall& call, MCommandResult& result)
     return MStatus::kSuccess;
 }
 
-MStatus RecordingCommand(const HostMelCall& call, MCommandResult& result)
+MStatus RecordingCommand(const HostMelCall& call, HostCommandResult& result)
 {
     lastCall = call;
     result.setInt(int(call.flags.size()));
     return MStatus::kSuccess;
 }
 
-MStatus FailingCommand(const HostMelCall&, MCommandResult&)
+MStatus FailingCommand(const HostMelCall&, HostCommandResult&)
 {
     MGlobal::displayError(MString("h2 failure text"));
     return MStatus::kFailure;

@@ -2,6 +2,7 @@
 // line, MQtUtil and the quit path, driven through MEL text and real widgets.
 #include "HostApplication.h"
 #include "HostCommandLine.h"
+#include "HostCommandResult.h"
 #include "HostMainWindow.h"
 #include "HostMel.h"
 #include "HostPlugins.h"
@@ -191,7 +192,7 @@ MStatus TestHostUi::Mel(const QString& text)
 
 int TestHostUi::MelInt(const QString& text)
 {
-    MCommandResult result;
+    HostCommandResult result;
     int value = -1;
     if (HostMel::Execute(text, &result, false) != MStatus::kSuccess ||
         result.getResult(value) != MStatus::kSuccess)
@@ -201,7 +202,7 @@ int TestHostUi::MelInt(const QString& text)
 
 QString TestHostUi::MelString(const QString& text)
 {
-    MCommandResult result;
+    HostCommandResult result;
     MString value("<failed>");
     if (HostMel::Execute(text, &result, false) == MStatus::kSuccess)
         result.getResult(value);
@@ -210,7 +211,7 @@ QString TestHostUi::MelString(const QString& text)
 
 QStringList TestHostUi::MelStrings(const QString& text)
 {
-    MCommandResult result;
+    HostCommandResult result;
     MStringArray values;
     QStringList list;
     if (HostMel::Execute(text, &result, false) == MStatus::kSuccess &&
@@ -339,11 +340,12 @@ void TestHostUi::workspaceControlStateGeometry()
     QCOMPARE(Mel(QStringLiteral("workspaceControl -floating 1 floatPanel")), MStatus::kSuccess);
     auto* dock = Window()->findChild<QDockWidget*>(QStringLiteral("floatPanel"));
     QVERIFY(dock && dock->isFloating());
-    QCOMPARE(dock->geometry(), QRect(80, 120, 300, 200));
+    // The corner and the size are the frame's, as in Maya.
+    QCOMPARE(dock->frameGeometry(), QRect(80, 120, 300, 200));
 
     QCOMPARE(Mel(QStringLiteral("workspaceControlState -e -topLeftCorner 10 20 -w 250 -h 150 floatPanel")),
              MStatus::kSuccess);
-    QCOMPARE(dock->geometry(), QRect(20, 10, 250, 150));
+    QCOMPARE(dock->frameGeometry(), QRect(20, 10, 250, 150));
 }
 
 void TestHostUi::qtUtilLookups()
@@ -367,7 +369,7 @@ void TestHostUi::qtUtilLookups()
              static_cast<QWidget*>(Window()->CommandLine()->InputField()));
 
     auto* label = new QLabel(QStringLiteral("child"));
-    QVERIFY(MQtUtil::addWidgetToMayaLayout(label, contentB));
+    QVERIFY(!MQtUtil::addWidgetToMayaLayout(label, contentB).isEmpty());
     QCOMPARE(label->parentWidget(), contentB);
     QVERIFY(contentB->layout()->indexOf(label) >= 0);
 
@@ -375,11 +377,12 @@ void TestHostUi::qtUtilLookups()
     bare->setObjectName(QStringLiteral("bareLayout"));
     QCOMPARE(MQtUtil::findLayout("bareLayout"), bare);
     auto* second = new QLabel(QStringLiteral("second"));
-    QVERIFY(MQtUtil::addWidgetToMayaLayout(second, bare));
+    QCOMPARE(MQtUtil::toQString(MQtUtil::addWidgetToMayaLayout(second, bare)),
+             QStringLiteral("MayaWindow|bareLayout"));
     QVERIFY(qobject_cast<QVBoxLayout*>(bare->layout()));
     QCOMPARE(bare->layout()->contentsMargins(), QMargins());
-    QVERIFY(!MQtUtil::addWidgetToMayaLayout(nullptr, bare));
-    QVERIFY(!MQtUtil::addWidgetToMayaLayout(second, nullptr));
+    QVERIFY(MQtUtil::addWidgetToMayaLayout(nullptr, bare).isEmpty());
+    QVERIFY(MQtUtil::addWidgetToMayaLayout(second, nullptr).isEmpty());
 
     const QString text = QStringLiteral("Gr\u00FC\u00DFe \u2713 \U0001F600");
     QCOMPARE(MQtUtil::toQString(MQtUtil::toMString(text)), text);

@@ -115,7 +115,7 @@ private slots:
         QVERIFY(MayaUtil::CreateWorkspaceControl() == nullptr);
         QWidget* control = MayaUtil::GetWorkspaceControl();
         QVERIFY(control);
-        QCOMPARE(control->window()->geometry(), QRect(40, 60, 700, 500));
+        QCOMPARE(control->window()->frameGeometry(), QRect(40, 60, 700, 500));
         QCOMPARE(fixture->Host().WorkspaceControlUiScript(MayaUtil::workspaceControlName),
                  QStringLiteral("brindletEditor2"));
 

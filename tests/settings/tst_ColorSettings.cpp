@@ -305,6 +305,14 @@ private slots:
         QCOMPARE(SelectionNames(), QStringList({QStringLiteral("nine"), QStringLiteral("ten")}));
     }
 
+    void customRowsKeepOnlyWhatReads()
+    {
+        WriteRaw("[customhighlighting]\n0=\"a;;;b;;;c\"\n"
+                 "1=\"kept;;;4278190335;;;0;;;1;;;0;;;m;;;1;;;1;;;1\"\n2=@Point(1 2)\n");
+        ColorSettings::ReadUserConfig();
+        QCOMPARE(SelectionNames(), QStringList({QStringLiteral("kept")}));
+    }
+
     void emptyCustomHighlightingGroupKeepsTheFactoryRows()
     {
         WriteRaw("[customhighlighting]\n\n[codeeditor]\nmelProcs=\"4278190335,0,400,0,0\"\n");
@@ -317,38 +325,41 @@ private slots:
     {
         QTest::addColumn<QByteArray>("content");
         QTest::addColumn<QStringList>("changedKeys");
+        // Rows under "customhighlighting" that do not read leave the user's list empty.
+        QTest::addColumn<bool>("customRowsUnread");
         const QStringList none;
         const QStringList plain = {QStringLiteral("plainText")};
         QTest::newRow("not a colour") << QByteArray("[codeeditor]\nmelKeywords=\"red,blue,bold,x,y\"\n"
                                                     "plainText=\"4278190335,0,400,0,0\"\n"
                                                     "[customhighlighting]\n0=\"a;;;b;;;c\"\n")
-                                      << plain;
+                                      << plain << true;
         QTest::newRow("wrong types") << QByteArray("[codeeditor]\nmelKeywords=@Rect(1 2 3 4)\n"
                                                    "melStrings=@ByteArray(\\0\\x1)\n"
                                                    "melNumbers=@Variant(\\0\\0\\0\\x7f\\0\\0\\0\\x1)\n"
                                                    "melProcs=@Invalid()\n"
                                                    "[customhighlighting]\n0=@Point(1 2)\n")
-                                     << none;
+                                     << none << true;
         QTest::newRow("truncated") << QByteArray("[main]\nversion=1\n\n[codeeditor]\n"
                                                  "plainText=\"4278190335,0,400,0,0\"\nmelKeywords=\"4291135")
-                                   << plain;
+                                   << plain << false;
         QByteArray garbage;
         for (int i = 0; i < 20000; ++i)
             garbage.append(char((i * 7919 + i / 13) % 256));
-        QTest::newRow("binary garbage") << garbage << none;
+        QTest::newRow("binary garbage") << garbage << none << false;
         QTest::newRow("not utf-8") << QByteArray("[codeeditor]\nmelKeywords=\"\xff\xfe,\xc0,400,0,0\"\n"
                                                  "[customhighlighting]\n0=\"\xff;;;\xfe;;;0;;;1;;;0\"\n")
-                                   << none;
+                                   << none << true;
         QTest::newRow("huge value") << QByteArray("[codeeditor]\nmelKeywords=") + QByteArray(4 << 20, '7') +
                                            "\n"
-                                    << none;
-        QTest::newRow("unreadable") << QByteArray() << none;
+                                    << none << false;
+        QTest::newRow("unreadable") << QByteArray() << none << false;
     }
 
     void malformedFilesFallBackToDefaults()
     {
         QFETCH(QByteArray, content);
         QFETCH(QStringList, changedKeys);
+        QFETCH(bool, customRowsUnread);
         if (content.isEmpty())
             QVERIFY(QDir().mkpath(ConfigPath())); // a folder where the file should be
         else
@@ -360,7 +371,7 @@ private slots:
             const bool same = CodeEditorString(key) == CodeEditorString(key, true);
             QVERIFY2(same != changedKeys.contains(key), qPrintable(key));
         }
-        QCOMPARE(SelectionNames(), FactorySelectionNames());
+        QCOMPARE(SelectionNames(), customRowsUnread ? QStringList() : FactorySelectionNames());
 
         if (content.isEmpty())
         {

@@ -129,7 +129,7 @@ private slots:
             QCOMPARE(bar->GetTabText(i), group->GetLabel(i));
         QCOMPARE(bar->GetLanguage(0), CodeEditorLanguage::PYTHON);
         QCOMPARE(bar->GetData(0).toInt(), 1);
-        QCOMPARE(bar->GetTabToolTip(0), file.filePath);
+        QCOMPARE(bar->GetTabToolTip(0).section(QLatin1Char('\n'), 0, 0), file.filePath);
         QCOMPARE(bar->GetTabToolTip(1), QStringLiteral("a.mel"));
         QCOMPARE(group->GetCodeEditorIndex(file.filePath), 0);
 
@@ -222,7 +222,7 @@ private slots:
         group->UpdateFilePath(QStringLiteral("/scripts/tool.py"), QStringLiteral("/other/renamed.mel"),
                               CodeEditorLanguage::MEL);
         QCOMPARE(bar->GetTabText(file), QStringLiteral("renamed.mel"));
-        QCOMPARE(bar->GetTabToolTip(file), QStringLiteral("/other/renamed.mel"));
+        QCOMPARE(bar->GetTabToolTip(file).section(QLatin1Char('\n'), 0, 0), QStringLiteral("/other/renamed.mel"));
         QCOMPARE(bar->GetLanguage(file), CodeEditorLanguage::MEL);
         QCOMPARE(group->GetLanguage(file), CodeEditorLanguage::MEL);
     }

@@ -1,0 +1,615 @@
+// Files on disk as they are in the field: other encodings and line endings, links, other
+// owners, folders that can't be written, full disks, other programs writing meanwhile, and
+// crashes. Each case goes through the real host and real files and looks at the bytes on disk
+// and at what the user was told.
+#include "HostApplication.h"
+#include "HostFixture.h"
+#include "editor/CodeEditor.h"
+#include "output/OutputTextEdit.h"
+#include "settings/Settings.h"
+#include "shell/BrindletEditor.h"
+#include "tabs/CodeEditorGroup.h"
+#include "tabs/CustomTabBar.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QDirIterator>
+#include <QtCore/QFile>
+#include <QtCore/QProcess>
+#include <QtCore/QTimer>
+#include <QtTest/QtTest>
+#include <QtWidgets/QAbstractButton>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QMessageBox>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <memory>
+
+namespace
+{
+bool WriteFile(const QString& path, const QByteArray& bytes)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly | QIODevice::Truncate) && file.write(bytes) == bytes.size();
+}
+
+QByteArray ReadFile(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+// Another program that saves by writing a new file and renaming it over the old one.
+bool ReplaceByRename(const QString& path, const QByteArray& bytes)
+{
+    const QString temporary = path + QStringLiteral(".other~");
+    return WriteFile(temporary, bytes) && ::rename(QFile::encodeName(temporary).constData(),
+                                                   QFile::encodeName(path).constData()) == 0;
+}
+
+struct stat Stat(const QString& path)
+{
+    struct stat status = {};
+    ::stat(QFile::encodeName(path).constData(), &status);
+    return status;
+}
+
+bool Run(const QString& program, const QStringList& arguments)
+{
+    return QProcess::execute(program, arguments) == 0;
+}
+
+// Answers every modal message box with the given button while it lives, and records the texts
+// and the labels of the buttons that were offered.
+struct DialogAnswer : QObject
+{
+    QMessageBox::StandardButton button;
+    QStringList texts;
+    QStringList labels;
+    explicit DialogAnswer(QMessageBox::StandardButton answer) : button(answer)
+    {
+        timer.setInterval(20);
+        connect(&timer, &QTimer::timeout, this,
+                [this]
+                {
+                    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+                    if (!box)
+                        return;
+                    texts.append(box->text());
+                    for (QAbstractButton* offered : box->buttons())
+                        labels.append(offered->text());
+                    if (QAbstractButton* chosen = box->button(button))
+                        chosen->click();
+                    else
+                        box->reject();
+                });
+        timer.start();
+    }
+    bool Told(const QString& fragment) const { return texts.join(QLatin1Char('\n')).contains(fragment); }
+    QTimer timer;
+};
+} // namespace
+
+class TestFileFaults : public QObject
+{
+    Q_OBJECT
+
+private:
+    BrindletEditor* Open()
+    {
+        editor = fixture->OpenEditor();
+        if (editor)
+        {
+            editor->window()->resize(1000, 700);
+            if (!QTest::qWaitForWindowExposed(editor->window()))
+                return nullptr;
+        }
+        return editor;
+    }
+
+    CodeEditorGroup* Active() const { return editor->GetActiveCodeEditorGroup(); }
+
+    CodeEditor* OpenFile(const QString& path)
+    {
+        if (!editor->OpenFile(path))
+            return nullptr;
+        return Active()->GetCurrent();
+    }
+
+    QString TabToolTip() const
+    {
+        auto* tabBar = Active()->findChild<CustomTabBar*>();
+        return tabBar ? tabBar->GetTabToolTip(Active()->GetCurrentIndex()) : QString();
+    }
+
+    static void TypeAtEnd(CodeEditor* codeEditor, const QString& text)
+    {
+        QTextCursor cursor = codeEditor->textCursor();
+        cursor.movePosition(QTextCursor::End);
+        codeEditor->setTextCursor(cursor);
+        for (const QChar c : text)
+        {
+            if (c == QLatin1Char('\n'))
+            {
+                QTest::keyClick(codeEditor, Qt::Key_Return);
+                continue;
+            }
+            // As a keyboard with that character sends it; QTest only types Latin letters.
+            const int key = c.unicode() < 128 ? c.toUpper().unicode() : 0;
+            QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, QString(c));
+            QApplication::sendEvent(codeEditor, &press);
+            QKeyEvent release(QEvent::KeyRelease, key, Qt::NoModifier, QString(c));
+            QApplication::sendEvent(codeEditor, &release);
+        }
+    }
+
+    QString FilePath(const QString& name) const { return QDir(files->path()).filePath(name); }
+
+    QString RecoveryFolder() const
+    {
+        return QFileInfo(Settings::GetInternalBufferDirectoryPath()).absolutePath() + QStringLiteral("/recovery");
+    }
+
+    QStringList RecoveryCopies() const
+    {
+        return QDir(RecoveryFolder()).entryList({QStringLiteral("*.json")}, QDir::Files);
+    }
+
+    // The bytes of every recovery copy, so that a test can look for its text in them.
+    QByteArray RecoveryBytes() const
+    {
+        QByteArray all;
+        for (const QString& name : RecoveryCopies())
+            all += ReadFile(QDir(RecoveryFolder()).filePath(name));
+        return all;
+    }
+
+private slots:
+    void init()
+    {
+        files = std::make_unique<QTemporaryDir>();
+        QVERIFY(files->isValid());
+        fixture = std::make_unique<HostFixture>();
+        QVERIFY(fixture->LoadPlugin() == MStatus::kSuccess);
+        QVERIFY(Open());
+    }
+
+    void cleanup()
+    {
+        for (const QString& path : std::as_const(immutable))
+            Run(QStringLiteral("chattr"), {QStringLiteral("-i"), path});
+        immutable.clear();
+        editor = nullptr;
+        fixture.reset();
+        if (!mountPoint.isEmpty())
+            Run(QStringLiteral("umount"), {mountPoint});
+        mountPoint.clear();
+    }
+
+    void bytesRoundTrip_data()
+    {
+        QTest::addColumn<QByteArray>("original");
+        QTest::addColumn<QByteArray>("edited");
+        QTest::addColumn<QString>("shown");
+        // `edited` is the file after the user types a new line and "zé" at the end.
+        QTest::newRow("UTF-8") << QByteArray("a = 1\nb = '\xc3\xa9'\n")
+                               << QByteArray("a = 1\nb = '\xc3\xa9'\n\nz\xc3\xa9") << "UTF-8, LF";
+        QTest::newRow("UTF-8 with BOM") << QByteArray("\xef\xbb\xbf"
+                                                      "a\n")
+                                        << QByteArray("\xef\xbb\xbf"
+                                                      "a\n\nz\xc3\xa9")
+                                        << "UTF-8 with BOM, LF";
+        QTest::newRow("UTF-16 LE BOM") << QByteArray("\xff\xfe\x61\x00\r\x00\n\x00", 8)
+                                       << QByteArray("\xff\xfe\x61\x00\r\x00\n\x00\r\x00\n\x00z\x00\xe9\x00", 16)
+                                       << "UTF-16 LE, CRLF";
+        QTest::newRow("UTF-16 BE BOM") << QByteArray("\xfe\xff\x00\x61\x00\n", 6)
+                                       << QByteArray("\xfe\xff\x00\x61\x00\n\x00\n\x00z\x00\xe9", 12)
+                                       << "UTF-16 BE, LF";
+        QTest::newRow("Latin-1") << QByteArray("s = '\xe9t\xe9'\n") << QByteArray("s = '\xe9t\xe9'\n\nz\xe9")
+                                 << "Latin-1, LF";
+        QTest::newRow("CRLF") << QByteArray("a\r\nb\r\n") << QByteArray("a\r\nb\r\n\r\nz\xc3\xa9")
+                              << "UTF-8, CRLF";
+        QTest::newRow("lone CR") << QByteArray("a\rb\r") << QByteArray("a\rb\r\rz\xc3\xa9") << "UTF-8, CR";
+        QTest::newRow("mixed, CRLF dominant") << QByteArray("a\r\nb\r\nc\nd") << QByteArray("a\r\nb\r\nc\r\nd\r\nz\xc3\xa9")
+                                              << "mixed line endings (saved as CRLF)";
+        QTest::newRow("U+2028 in a comment") << QByteArray("# one\xe2\x80\xa8two\nx = 1\n")
+                                             << QByteArray("# one\xe2\x80\xa8two\nx = 1\n\nz\xc3\xa9") << "UTF-8, LF";
+        QTest::newRow("no-break space") << QByteArray("a\xc2\xa0=\xc2\xa0"
+                                                      "1")
+                                        << QByteArray("a\xc2\xa0=\xc2\xa0"
+                                                      "1\nz\xc3\xa9")
+                                        << "UTF-8, LF";
+        QTest::newRow("empty") << QByteArray() << QByteArray("\nz\xc3\xa9") << "UTF-8, LF";
+    }
+
+    void bytesRoundTrip()
+    {
+        QFETCH(QByteArray, original);
+        QFETCH(QByteArray, edited);
+        QFETCH(QString, shown);
+        // Plain text: no tidy-up on save stands between the bytes and the file.
+        const QString path = FilePath(QStringLiteral("round.txt"));
+        QVERIFY(WriteFile(path, original));
+        CodeEditor* codeEditor = OpenFile(path);
+        QVERIFY(codeEditor);
+        QVERIFY(!codeEditor->IsModified());
+        editor->Save();
+        QCOMPARE(ReadFile(path), original);
+        // Running code and quitting save everything: still the same bytes.
+        editor->SaveAll();
+        QCOMPARE(ReadFile(path), original);
+
+        TypeAtEnd(codeEditor, QStringLiteral("\nz\u00e9"));
+        editor->Save();
+        QCOMPARE(ReadFile(path), edited);
+        QVERIFY(!codeEditor->IsModified());
+        // The user sees how the file is stored.
+        QVERIFY2(TabToolTip().contains(shown), qPrintable(TabToolTip()));
+    }
+
+    void mixedLineEndingsAreSaid()
+    {
+        const QString path = FilePath(QStringLiteral("mixed.txt"));
+        QVERIFY(WriteFile(path, "a\nb\nc\r\n"));
+        QVERIFY(OpenFile(path));
+        QVERIFY(fixture->HasMessageContaining(QStringLiteral("mixed line endings: a save writes LF")));
+    }
+
+    void nulBytesAreNeverWritten()
+    {
+        const QByteArray bytes("PK\x03\x04\x00\x00 binary \x00\xff\n", 16);
+        const QString path = FilePath(QStringLiteral("data.py"));
+        QVERIFY(WriteFile(path, bytes));
+        CodeEditor* codeEditor = OpenFile(path);
+        QVERIFY(codeEditor);
+        QVERIFY(codeEditor->isReadOnly());
+        QVERIFY(fixture->HasMessageContaining(QStringLiteral("holds NUL bytes")));
+        QTest::keyClicks(codeEditor, QStringLiteral("typed"));
+        editor->Save();
+        editor->SaveAll();
+        codeEditor->SetModified(true);
+        editor->SaveAll();
+        QCOMPARE(ReadFile(path), bytes);
+        QVERIFY(fixture->Host().Quit());
+        QCOMPARE(ReadFile(path), bytes);
+    }
+
+    void largeFile()
+    {
+        QByteArray bytes;
+        const QByteArray line("value = 'a line of a large generated file with some length'  # 0123456789\r\n");
+        while (bytes.size() < 20 * 1024 * 1024)
+            bytes += line;
+        const QString path = FilePath(QStringLiteral("large.txt"));
+        QVERIFY(WriteFile(path, bytes));
+        CodeEditor* codeEditor = OpenFile(path);
+        QVERIFY(codeEditor);
+        editor->Save();
+        QCOMPARE(ReadFile(path), bytes);
+        QTextCursor cursor(codeEditor->document());
+        cursor.movePosition(QTextCursor::End);
+        cursor.insertText(QStringLiteral("end"));
+        editor->Save();
+        QVERIFY(ReadFile(path) == bytes + "end");
+    }
+
+    void fileIdentityIsKept_data()
+    {
+        QTest::addColumn<QString>("kind");
+        QTest::newRow("read-only folder") << "read-only folder";
+        QTest::newRow("hard link") << "hard link";
+        QTest::newRow("other owner") << "other owner";
+        QTest::newRow("symbolic link") << "symbolic link";
+    }
+
+    void fileIdentityIsKept()
+    {
+        QFETCH(QString, kind);
+        const QString folder = FilePath(QStringLiteral("folder"));
+        QVERIFY(QDir().mkpath(folder));
+        const QString path = folder + QStringLiteral("/tool.txt");
+        QVERIFY(WriteFile(path, "old\n"));
+        QString opened = path;
+        const QString other = FilePath(QStringLiteral("other.txt"));
+        if (kind == QLatin1String("read-only folder"))
+        {
+            if (::geteuid() == 0 && !Run(QStringLiteral("chattr"), {QStringLiteral("+i"), folder}))
+                QSKIP("chattr +i is not available, and root writes into any folder");
+            if (::geteuid() != 0)
+                QFile::setPermissions(folder, QFileDevice::ReadOwner | QFileDevice::ExeOwner);
+            immutable.append(folder);
+        }
+        else if (kind == QLatin1String("hard link"))
+        {
+            QVERIFY(::link(QFile::encodeName(path).constData(), QFile::encodeName(other).constData()) == 0);
+        }
+        else if (kind == QLatin1String("other owner"))
+        {
+            if (::geteuid() != 0)
+                QSKIP("Giving a file to another user needs root");
+            QVERIFY(::chown(QFile::encodeName(path).constData(), 4321, 4321) == 0);
+        }
+        else
+        {
+            QVERIFY(QFile::link(path, other));
+            opened = other;
+        }
+        const struct stat before = Stat(path);
+        CodeEditor* codeEditor = OpenFile(opened);
+        QVERIFY(codeEditor);
+        TypeAtEnd(codeEditor, QStringLiteral("new"));
+        editor->Save();
+        QVERIFY2(!codeEditor->IsModified(), qPrintable(fixture->MessagesOfType(MCommandMessage::kError).join('\n')));
+        QCOMPARE(ReadFile(path), QByteArray("old\nnew"));
+        const struct stat after = Stat(path);
+        QCOMPARE(after.st_ino, before.st_ino);
+        QCOMPARE(after.st_uid, before.st_uid);
+        QCOMPARE(after.st_gid, before.st_gid);
+        QCOMPARE(after.st_mode, before.st_mode);
+        if (kind == QLatin1String("hard link"))
+            QCOMPARE(ReadFile(other), QByteArray("old\nnew"));
+        if (kind == QLatin1String("symbolic link"))
+            QVERIFY(QFileInfo(other).isSymLink());
+        // Nothing left behind in the folder.
+        QCOMPARE(QDir(folder).entryList(QDir::Files | QDir::Hidden), QStringList{QStringLiteral("tool.txt")});
+    }
+
+    void failedSaveAtQuitAsksAndKeepsTheText()
+    {
+        Settings::saveAllOnExit = true;
+        const QString path = FilePath(QStringLiteral("locked.txt"));
+        QVERIFY(WriteFile(path, "locked\n"));
+        if (::geteuid() == 0 && !Run(QStringLiteral("chattr"), {QStringLiteral("+i"), path}))
+            QSKIP("chattr +i is not available, and root writes any file");
+        if (::geteuid() != 0)
+            QFile::setPermissions(path, QFileDevice::ReadOwner);
+        immutable.append(path);
+        CodeEditor* codeEditor = OpenFile(path);
+        QVERIFY(codeEditor);
+        TypeAtEnd(codeEditor, QStringLiteral("unsaved line"));
+        {
+            DialogAnswer cancel(QMessageBox::Cancel);
+            QVERIFY(!fixture->Host().Quit());
+            QVERIFY2(cancel.Told(QStringLiteral("'locked.txt' could not be saved: permission denied")),
+                     qPrintable(cancel.texts.join('\n')));
+            QVERIFY(cancel.labels.contains(QStringLiteral("Save As...")));
+            QVERIFY(cancel.labels.contains(QStringLiteral("Discard")));
+        }
+        QVERIFY(fixture->Editor());
+        QVERIFY(codeEditor->IsModified());
+        QVERIFY(fixture->HasMessageContaining(QStringLiteral("permission denied")));
+        {
+            DialogAnswer discard(QMessageBox::Discard);
+            QVERIFY(fixture->Host().Quit());
+            QCOMPARE(discard.texts.size(), 1);
+        }
+        QCOMPARE(ReadFile(path), QByteArray("locked\n"));
+        QVERIFY(RecoveryBytes().contains("unsaved line"));
+
+        // Offered back at the next start, and restored unsaved, over nothing on disk.
+        fixture->Restart();
+        DialogAnswer restore(QMessageBox::Yes);
+        QVERIFY(Open());
+        QVERIFY2(restore.Told(path), qPrintable(restore.texts.join('\n')));
+        QVERIFY(restore.labels.contains(QStringLiteral("Restore")));
+        CodeEditor* restored = editor->GetCodeEditor(QFileInfo(path).absoluteFilePath(), false);
+        QVERIFY(restored);
+        QCOMPARE(restored->GetText(), QStringLiteral("locked\nunsaved line"));
+        QVERIFY(restored->IsModified());
+        QCOMPARE(ReadFile(path), QByteArray("locked\n"));
+    }
+
+    void diskFull()
+    {
+        if (::geteuid() != 0)
+            QSKIP("Mounting a small file system needs root");
+        const QString mount = FilePath(QStringLiteral("small"));
+        QVERIFY(QDir().mkpath(mount));
+        if (!Run(QStringLiteral("mount"), {QStringLiteral("-t"), QStringLiteral("tmpfs"), QStringLiteral("-o"),
+                                           QStringLiteral("size=256k"), QStringLiteral("tmpfs"), mount}))
+            QSKIP("mount -t tmpfs is not permitted here");
+        mountPoint = mount;
+        const QString path = mount + QStringLiteral("/full.txt");
+        const QByteArray original = QByteArray("kept\n").repeated(100);
+        QVERIFY(WriteFile(path, original));
+        // Fill what is left.
+        QFile filler(mount + QStringLiteral("/filler"));
+        QVERIFY(filler.open(QIODevice::WriteOnly));
+        const QByteArray block(4096, 'f');
+        while (filler.write(block) == block.size() && filler.flush())
+        {
+        }
+        filler.close();
+        CodeEditor* codeEditor = OpenFile(path);
+        QVERIFY(codeEditor);
+        QTextCursor cursor(codeEditor->document());
+        cursor.movePosition(QTextCursor::End);
+        cursor.insertText(QString(64 * 1024, QLatin1Char('n')));
+        editor->Save();
+        QVERIFY(codeEditor->IsModified());
+        QVERIFY(ReadFile(path) == original);
+        QVERIFY2(fixture->HasMessageContaining(QStringLiteral("disk full")),
+                 qPrintable(fixture->MessagesOfType(MCommandMessage::kError).join('\n')));
+        QCOMPARE(QDir(mount).entryList(QDir::Files | QDir::Hidden).size(), 2);
+    }
+
+    void fileDeletedUnderTheEditor()
+    {
+        const QString path = FilePath(QStringLiteral("gone.txt"));
+        QVERIFY(WriteFile(path, "text\n"));
+        CodeEditor* codeEditor = OpenFile(path);
+        QVERIFY(codeEditor);
+        QVERIFY(QFile::remove(path));
+        QTRY_VERIFY(codeEditor->IsModified());
+        editor->SaveAll();
+        QCOMPARE(ReadFile(path), QByteArray("text\n"));
+        QVERIFY(!codeEditor->IsModified());
+    }
+
+    void fileChangedByAnotherProgram_data()
+    {
+        QTest::addColumn<bool>("byRename");
+        QTest::addColumn<QString>("action");
+        QTest::addColumn<int>("answer");
+        QTest::addColumn<QByteArray>("onDisk");
+        const int cancel = QMessageBox::Cancel;
+        const int overwrite = QMessageBox::Save;
+        const int reload = QMessageBox::Discard;
+        const QByteArray theirs("theirs = 2\n");
+        const QByteArray ours("mine = 1\nours = 3\n");
+        for (const bool byRename : {false, true})
+        {
+            const char* how = byRename ? "by rename" : "in place";
+            QTest::addRow("%s, save, cancel", how) << byRename << "save" << cancel << theirs;
+            QTest::addRow("%s, execute, cancel", how) << byRename << "execute" << cancel << theirs;
+            QTest::addRow("%s, quit, cancel", how) << byRename << "quit" << cancel << theirs;
+        }
+        QTest::newRow("in place, save, overwrite") << false << "save" << overwrite << ours;
+        QTest::newRow("by rename, execute, overwrite") << true << "execute" << overwrite << ours;
+        QTest::newRow("by rename, save, reload") << true << "save" << reload << theirs;
+    }
+
+    void fileChangedByAnotherProgram()
+    {
+        QFETCH(bool, byRename);
+        QFETCH(QString, action);
+        QFETCH(int, answer);
+        QFETCH(QByteArray, onDisk);
+        Settings::saveAllOnExecute = true;
+        Settings::saveAllOnExit = true;
+        Settings::pythonTrimTrailingWhiteSpacesOnSave = false;
+        Settings::pythonEnsureNewLineAtEofOnSave = false;
+        const QString path = FilePath(QStringLiteral("shared.py"));
+        QVERIFY(WriteFile(path, "mine = 1\n"));
+        CodeEditor* codeEditor = OpenFile(path);
+        QVERIFY(codeEditor);
+        TypeAtEnd(codeEditor, QStringLiteral("ours = 3\n"));
+        // Old enough that the time alone would not tell.
+        QTest::qWait(50);
+        QVERIFY(byRename ? ReplaceByRename(path, "theirs = 2\n") : WriteFile(path, "theirs = 2\n"));
+        codeEditor->activateWindow();
+        codeEditor->setFocus();
+        QTRY_VERIFY(codeEditor->hasFocus());
+        DialogAnswer answered(static_cast<QMessageBox::StandardButton>(answer));
+        if (action == QLatin1String("save"))
+            editor->Save();
+        else if (action == QLatin1String("execute"))
+            editor->Execute();
+        else
+            fixture->Host().Quit();
+        QCOMPARE(ReadFile(path), onDisk);
+        QVERIFY2(answered.Told(QStringLiteral("This file has been changed by another program")),
+                 qPrintable(answered.texts.join('\n')));
+        QVERIFY(answered.labels.contains(QStringLiteral("Overwrite")));
+        QVERIFY(answered.labels.contains(QStringLiteral("Reload")));
+        if (answer == QMessageBox::Discard)
+        {
+            QCOMPARE(codeEditor->GetText(), QStringLiteral("theirs = 2\n"));
+            // What the user had typed is one undo away.
+            codeEditor->undo();
+            QCOMPARE(codeEditor->GetText(), QStringLiteral("mine = 1\nours = 3\n"));
+        }
+    }
+
+    void replacedByRenameIsStillWatched()
+    {
+        const QString path = FilePath(QStringLiteral("watched.txt"));
+        QVERIFY(WriteFile(path, "first\n"));
+        CodeEditor* codeEditor = OpenFile(path);
+        QVERIFY(codeEditor);
+        for (const QByteArray& text : {QByteArray("second\n"), QByteArray("third\n")})
+        {
+            QTest::qWait(50);
+            QVERIFY(ReplaceByRename(path, text));
+            QTest::qWait(200);
+            editor->CheckForFileChanges();
+            QTRY_COMPARE(codeEditor->GetText(), QString::fromUtf8(text));
+        }
+        // Quit writes nothing stale over the newer file.
+        QVERIFY(fixture->Host().Quit());
+        QCOMPARE(ReadFile(path), QByteArray("third\n"));
+    }
+
+    void emptyBufferSurvivesARestart()
+    {
+        CodeEditor* buffer = Active()->GetCodeEditor(1);
+        QVERIFY(buffer);
+        const QString path = buffer->GetFilePath();
+        QTest::keyClicks(buffer, QStringLiteral("x = 1"));
+        editor->SaveAll();
+        QCOMPARE(ReadFile(path), QByteArray("x = 1"));
+        buffer->selectAll();
+        QTest::keyClick(buffer, Qt::Key_Delete);
+        QVERIFY(buffer->GetText().isEmpty());
+        fixture->Restart();
+        QVERIFY(Open());
+        QCOMPARE(ReadFile(path), QByteArray());
+        CodeEditor* restored = editor->GetCodeEditor(path, false);
+        QVERIFY(restored);
+        QCOMPARE(restored->GetText(), QString());
+    }
+
+    void unwritableSettingsAreSaidOnceAndBuffersStay()
+    {
+        CodeEditor* buffer = Active()->GetCodeEditor(0);
+        QVERIFY(buffer);
+        QTest::keyClicks(buffer, QStringLiteral("print \"kept\";"));
+        const QString config = Settings::GetUserConfigPath();
+        QVERIFY(QFile::remove(config));
+        QVERIFY(QDir().mkpath(config));
+        fixture->ClearMessages();
+        editor->SaveState();
+        editor->SaveState();
+        const QStringList errors = fixture->MessagesOfType(MCommandMessage::kError);
+        QCOMPARE(errors.filter(QStringLiteral("Failed to write %1").arg(config)).size(), 1);
+        fixture->Restart();
+        QVERIFY(Open());
+        QVERIFY(fixture->HasMessageContaining(QStringLiteral("Failed to read %1").arg(config)));
+        // No tab record could be kept, yet the buffer with the text comes back.
+        bool found = false;
+        for (int i = 0; i < Active()->GetCount(); ++i)
+            found = found || Active()->GetText(i) == QStringLiteral("print \"kept\";");
+        QVERIFY(found);
+    }
+
+    void recoveryCopyFollowsTyping()
+    {
+        CodeEditor* buffer = Active()->GetCodeEditor(1);
+        QVERIFY(buffer);
+        QVERIFY(RecoveryCopies().isEmpty());
+        QTest::keyClicks(buffer, QStringLiteral("recovered = True"));
+        QTRY_VERIFY_WITH_TIMEOUT(RecoveryBytes().contains("recovered = True"), 5000);
+        // A save takes the copy away.
+        editor->SaveAll();
+        QVERIFY(RecoveryCopies().isEmpty());
+        QTest::keyClicks(buffer, QStringLiteral(" # more"));
+        QTRY_VERIFY_WITH_TIMEOUT(!RecoveryCopies().isEmpty(), 5000);
+        QVERIFY(fixture->Host().Quit());
+        QVERIFY(RecoveryCopies().isEmpty());
+    }
+
+    void outputLogTailIsOnDisk()
+    {
+        auto* output = editor->findChild<OutputTextEdit*>();
+        QVERIFY(output);
+        const QString path = FilePath(QStringLiteral("session.log"));
+        QVERIFY(output->BeginWriteToFile(path));
+        // Two lines in one burst, and no turn of the event loop: a crash now keeps both.
+        output->AppendText(QStringLiteral("first\n"));
+        output->AppendText(QStringLiteral("last words\n"));
+        QCOMPARE(ReadFile(path), QByteArray("first\nlast words\n"));
+        output->EndWriteToFile();
+    }
+
+private:
+    std::unique_ptr<HostFixture> fixture;
+    BrindletEditor* editor = nullptr;
+    std::unique_ptr<QTemporaryDir> files;
+    QStringList immutable;
+    QString mountPoint;
+};
+
+QTEST_MAIN(TestFileFaults)
+
+#include "tst_FileFaults.moc"
