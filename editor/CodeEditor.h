@@ -167,6 +167,23 @@ public:
     void LineNumberPaintEvent(QPaintEvent* event);
     int GetIndentGuideCount(const QTextBlock& block) const;
     void PythonSyntaxCheck();
+    // Find and replace. `searchRegEx` is the find bar's expression; the global one, of the search
+    // in files, is read from the settings.
+    void SetSearchRegEx(const QRegularExpression& regEx);
+    void GetSearchResults(const QRegularExpression& regEx, int& current, int& total) const;
+    bool Find(int position, bool backward);
+    bool FindNext();
+    bool FindPrevious();
+    bool FindGlobal(int position);
+    bool FindAndReplaceGlobal(int position);
+    void FindAndReplaceAllGlobal();
+    void Replace(const QString& text);
+    void ReplaceAll(const QRegularExpression& regEx, const QString& text, bool inSelection);
+    void SetSelectedSearchRegion(bool enabled, int start, int end);
+    void ClearFindInSelection();
+    bool IsFindInSelectionEnabled() const { return findInSelection; }
+    int GetFindInSelectionStart() const { return findInSelectionStart; }
+    int GetFindInSelectionEnd() const { return findInSelectionEnd; }
 
     // Formats of the colour table shared by all editors; an edit of a colour reaches every editor.
     static QTextCharFormat* sPlainTextFormat;
@@ -177,10 +194,6 @@ public:
     static QTextCharFormat* sGutterFormat;
     static QTextCharFormat* sIndentationGuidesFormat;
 
-    // What the highlighter recorded for a block; null before its first pass over the block.
-    static CodeEditorBlockData* GetBlockData(const QTextBlock& block);
-    static CodeEditorBlockData* GetBlockData(const QTextCursor& cursor);
-    static CodeEditorBlockData* GetPreviousBlockData(const QTextCursor& cursor);
     // The file on disk: how its bytes are stored and what they were when last read or written.
     const TextFileFormat& GetFileFormat() const { return fileFormat; }
     void SetFileFormat(const TextFileFormat& format) { fileFormat = format; }
@@ -193,6 +206,10 @@ public:
     void ReplaceTextUndoable(const QString& text);
     bool IsWatchingFile() const;
     void WatchFile();
+    // What the highlighter recorded for a block; null before its first pass over the block.
+    static CodeEditorBlockData* GetBlockData(const QTextBlock& block);
+    static CodeEditorBlockData* GetBlockData(const QTextCursor& cursor);
+    static CodeEditorBlockData* GetPreviousBlockData(const QTextCursor& cursor);
 
 signals:
     void ReceivedFocus();
@@ -338,6 +355,8 @@ private:
     void SetHighlighterFromLanguage();
     void SetAutoCompleterFromLanguage();
     void OffsetFindInSelection(int position, int removed, int added);
+    bool SelectionIsFullMatch(const QRegularExpression& regEx) const;
+    void ShowFoundCursor(const QTextCursor& cursor);
     KeyResult HandleEnterKeys(QKeyEvent* event, Qt::KeyboardModifiers modifiers);
     KeyResult HandleKeypadEnter(QKeyEvent* event, Qt::KeyboardModifiers modifiers);
     KeyResult HandleCommandKeys(QKeyEvent* event, Qt::KeyboardModifiers modifiers);

@@ -16,11 +16,6 @@
 
 namespace
 {
-CodeEditorBlockData* BlockDataOf(const QTextBlock& block)
-{
-    return block.isValid() ? dynamic_cast<CodeEditorBlockData*>(block.userData()) : nullptr;
-}
-
 // The width in spaces of a run of tabs and spaces, tabs going to the next tab stop.
 int IndentColumns(const QString& indent, int tabSize)
 {
@@ -199,7 +194,7 @@ void CodeEditor::HighlightMatchedBraces()
     if (cursor.hasSelection())
         return;
     QTextBlock block = cursor.block();
-    const CodeEditorBlockData* data = BlockDataOf(block);
+    const CodeEditorBlockData* data = GetBlockData(block);
     if (!data)
         return;
     int offset = 0;
@@ -239,10 +234,10 @@ void CodeEditor::HighlightMatchedBraces()
         }
         do
             block = delta > 0 ? block.next() : block.previous();
-        while (block.isValid() && !BlockDataOf(block));
+        while (block.isValid() && !GetBlockData(block));
         if (!block.isValid())
             return;
-        braces = BlockDataOf(block)->GetBraces(c);
+        braces = GetBlockData(block)->GetBraces(c);
         index = delta > 0 ? -1 : static_cast<int>(braces.size());
     }
 }
@@ -586,7 +581,7 @@ void CodeEditor::PaintIndentationGuides()
 
 int CodeEditor::GetIndentGuideCount(const QTextBlock& block) const
 {
-    const CodeEditorBlockData* data = BlockDataOf(block);
+    const CodeEditorBlockData* data = GetBlockData(block);
     if (!data)
         return 0;
     if (data->IsEmpty())

@@ -2,6 +2,8 @@
 
 #include "HostCallbacks.h"
 
+#include <QtCore/QMutex>
+
 #include <cstdio>
 
 namespace
@@ -95,6 +97,9 @@ void WriteTerminal(const QString& message, MCommandMessage::MessageType type)
 
 void HostOutput::Emit(const QString& message, MCommandMessage::MessageType type)
 {
+    // Plug-in threads print too (a checker's worker reporting a failure): one message at a time.
+    static QRecursiveMutex* mutex = new QRecursiveMutex;
+    QMutexLocker lock(mutex);
     const bool isError = type == MCommandMessage::kError || type == MCommandMessage::kStackTrace;
     if (isError && State().errorSuppression > 0)
         return;

@@ -105,3 +105,33 @@ int BaseParser::CountBackslashesBefore(int index, int stop) const
         ++count;
     return count;
 }
+
+bool BaseParser::ParseQuotedString(QChar quote, int start)
+{
+    // Written as a loop: an escaped quote or a backslash at the line end starts the same search
+    // again.
+    const int last = static_cast<int>(script.size()) - 1;
+    for (;;)
+    {
+        int newline = static_cast<int>(script.indexOf(QLatin1Char('\n'), position + 1));
+        const int closing = static_cast<int>(script.indexOf(quote, position + 1));
+        if (closing >= 1 && (newline < 0 || closing < newline))
+        {
+            const bool escaped = CountBackslashesBefore(closing, position) % 2 == 1;
+            position = closing;
+            if (escaped)
+                continue;
+            return true;
+        }
+        if (newline >= 1 && newline < last && CountBackslashesBefore(newline, position) % 2 == 1)
+        {
+            position = newline;
+            continue;
+        }
+        if (newline < 1 || newline >= last)
+            newline = last;
+        AppendError(QStringLiteral("Unterminated String"), start, newline);
+        position = newline;
+        return false;
+    }
+}

@@ -48,6 +48,10 @@ protected:
     // The number of backslashes directly before index, not looking at or before stop.
     int CountBackslashesBefore(int index, int stop) const;
     static ParserMessage Message(const QString& text, int start, int end);
+    // A one-line string from its opening quote at position; a backslash escapes the quote or the
+    // line end. Leaves position on the closing quote, or reports "Unterminated String" and leaves
+    // it on the line end. The result tells whether the string was closed.
+    bool ParseQuotedString(QChar quote, int start);
 
     QString script;
     int position = 0;

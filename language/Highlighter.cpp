@@ -83,6 +83,28 @@ private:
     QVarLengthArray<int, 8> positions;
 };
 
+bool CanMatch(const Highlighter::HighlightingRule& rule, const QString& text)
+{
+    if (!rule.requiredText.isEmpty() && !text.contains(rule.requiredText))
+        return false;
+    if (rule.requiredCharacters.isEmpty())
+        return true;
+    // The required characters are few and ASCII: a table beats a search per character.
+    bool wanted[128] = {};
+    for (const QChar c : rule.requiredCharacters)
+    {
+        if (c.unicode() >= 128)
+            return true;
+        wanted[c.unicode()] = true;
+    }
+    for (const QChar c : text)
+    {
+        if (c.unicode() < 128 && wanted[c.unicode()])
+            return true;
+    }
+    return false;
+}
+
 int FindStart(const Highlighter::MultiLineHighlightingRule& rule, const QString& text, int from)
 {
     if (!rule.startText.isEmpty())
@@ -148,9 +170,13 @@ HighlighterWordIndex& Highlighter::PythonMelCommandIndex()
     return index;
 }
 
-Highlighter::HighlightingRule Highlighter::MakeRule(const QString& pattern, const QString& formatKey)
+Highlighter::HighlightingRule Highlighter::MakeRule(const QString& pattern, const QString& formatKey,
+                                                    const QString& requiredText,
+                                                    const QString& requiredCharacters)
 {
     HighlightingRule rule;
+    rule.requiredText = requiredText;
+    rule.requiredCharacters = requiredCharacters;
     rule.pattern.setPattern(pattern);
     rule.pattern.optimize();
     rule.format = ColorSettings::GetCodeEditorFormatPtr(formatKey, false);
@@ -229,7 +255,7 @@ void Highlighter::ApplyRules(const QString& text, const QList<HighlightingRule>&
 {
     for (const HighlightingRule& rule : list)
     {
-        if (!rule.format)
+        if (!rule.format || !CanMatch(rule, text))
             continue;
         QRegularExpressionMatchIterator it = rule.pattern.globalMatch(text);
         while (it.hasNext())

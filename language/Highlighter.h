@@ -26,6 +26,10 @@ public:
     {
         QRegularExpression pattern;
         QTextCharFormat* format = nullptr; // owned by ColorSettings: a colour edit reaches the rule
+        // What any non-empty match needs in the line: this text, and one of these characters.
+        // A line without them is skipped without running the expression, which most lines are.
+        QString requiredText;
+        QString requiredCharacters;
     };
 
     struct MultiLineHighlightingRule
@@ -89,7 +93,9 @@ protected:
     void UsePreviousIndent();
 
     // Table building for the subclasses.
-    static HighlightingRule MakeRule(const QString& pattern, const QString& formatKey);
+    static HighlightingRule MakeRule(const QString& pattern, const QString& formatKey,
+                                     const QString& requiredText = QString(),
+                                     const QString& requiredCharacters = QString());
     static MultiLineHighlightingRule MakeMultiLineRule(const QString& start, const QString& end,
                                                        const QString& formatKey, int startLength);
 

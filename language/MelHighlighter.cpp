@@ -19,13 +19,14 @@ MelHighlighter::MelHighlighter(QTextDocument* document) : Highlighter(document)
 {
     FetchWords();
 
-    rules.append(MakeRule(QStringLiteral(R"(\b[0-9]*[.]?[0-9]*)"), ColorSettings::MEL_NUMBERS));
-    rules.append(
-        MakeRule(QStringLiteral(R"((?<![A-Za-z0-9_])(\$)[A-Za-z0-9_]+)"), ColorSettings::MEL_VARIABLES));
-    rules.append(
-        MakeRule(QStringLiteral(R"((?<=\bproc)\s+[A-Za-z0-9_]+(?=\s*\())"), ColorSettings::MEL_PROCS));
-    earlyRules.append(
-        MakeRule(QStringLiteral(R"((?<![A-Za-z0-9_\-])[A-Za-z0-9_]+(?=\s*\())"), ColorSettings::MEL_PROCS));
+    rules.append(MakeRule(QStringLiteral(R"(\b[0-9]*[.]?[0-9]*)"), ColorSettings::MEL_NUMBERS, QString(),
+                          QStringLiteral("0123456789.")));
+    rules.append(MakeRule(QStringLiteral(R"((?<![A-Za-z0-9_])(\$)[A-Za-z0-9_]+)"),
+                          ColorSettings::MEL_VARIABLES, QStringLiteral("$")));
+    rules.append(MakeRule(QStringLiteral(R"((?<=\bproc)\s+[A-Za-z0-9_]+(?=\s*\())"), ColorSettings::MEL_PROCS,
+                          QStringLiteral("proc"), QStringLiteral("(")));
+    earlyRules.append(MakeRule(QStringLiteral(R"((?<![A-Za-z0-9_\-])[A-Za-z0-9_]+(?=\s*\())"),
+                               ColorSettings::MEL_PROCS, QStringLiteral("(")));
 
     MultiLineHighlightingRule lineComment =
         MakeMultiLineRule(QStringLiteral("//"), EOL_PATTERN, ColorSettings::MEL_COMMENTS, 2);

@@ -10,15 +10,21 @@ bool ContainsTodo(QStringView text)
     return text.contains(QLatin1String("TODO")) && todo.match(text.toString()).hasMatch();
 }
 
-// A match of pattern that starts exactly at offset, searched from offset; its length, or -1.
-int MatchLengthAt(const QRegularExpression& pattern, const QString& text, int offset, QString* captured)
+// A match of pattern that starts exactly at the start of text; its length, or -1. The callers pass
+// the rest of a line, never the whole script: a match on the whole script costs its whole length.
+int MatchLengthAt(const QRegularExpression& pattern, const QString& text, QString* captured)
 {
-    const QRegularExpressionMatch match = pattern.match(text, offset);
-    if (!match.hasMatch() || match.capturedStart() != offset)
+    const QRegularExpressionMatch match = pattern.match(text);
+    if (!match.hasMatch() || match.capturedStart() != 0)
         return -1;
     if (captured)
         *captured = match.captured();
     return static_cast<int>(match.capturedLength());
+}
+bool IsAsciiNameCharacter(QChar c)
+{
+    const char16_t u = c.unicode();
+    return (u >= 'a' && u <= 'z') || (u >= 'A' && u <= 'Z') || (u >= '0' && u <= '9') || u == '_';
 }
 } // namespace
 
@@ -150,31 +156,7 @@ void MelParser::ParseMultiLineComment()
 
 bool MelParser::ParseString(int start)
 {
-    // Written as a loop: an escaped quote or a continued line starts the same search again.
-    const int last = static_cast<int>(script.size()) - 1;
-    for (;;)
-    {
-        int newline = static_cast<int>(script.indexOf(QLatin1Char('\n'), position + 1));
-        const int quote = static_cast<int>(script.indexOf(QLatin1Char('"'), position + 1));
-        if (quote >= 1 && (newline < 0 || quote < newline))
-        {
-            const bool escaped = CountBackslashesBefore(quote, position) % 2 == 1;
-            position = quote;
-            if (escaped)
-                continue;
-            return true;
-        }
-        if (newline >= 1 && newline < last && CountBackslashesBefore(newline, position) % 2 == 1)
-        {
-            position = newline;
-            continue;
-        }
-        if (newline < 1 || newline >= last)
-            newline = last;
-        AppendError(QStringLiteral("Unterminated String"), start, newline);
-        position = newline;
-        return false;
-    }
+    return ParseQuotedString(QLatin1Char('"'), start);
 }
 
 bool MelParser::ParseGlobalVariable()
@@ -189,7 +171,7 @@ bool MelParser::ParseGlobalVariable()
         return false;
     const int offset = position + static_cast<int>(match.capturedLength());
     QString name;
-    const int nameLength = MatchLengthAt(variable, script, offset, &name);
+    const int nameLength = MatchLengthAt(variable, GetLineFromScript(offset), &name);
     if (nameLength < 0)
         return false;
     AppendItem(name, ParserItemGlobalVariable, offset, braceDepth);
@@ -231,7 +213,7 @@ bool MelParser::ParseProcDeclaration(bool global)
     }
     const int offset = position + matchLength;
     QString name;
-    const int nameLength = MatchLengthAt(procName, script, offset, &name);
+    const int nameLength = MatchLengthAt(procName, GetLineFromScript(offset), &name);
     if (nameLength < 0)
         return false;
     if (name.endsWith(QLatin1Char('.')) || name.contains(QLatin1String("..")))
@@ -247,7 +229,6 @@ bool MelParser::ParseProcDeclaration(bool global)
 
 void MelParser::ParseProcStructure(int start)
 {
-    static const QRegularExpression notInParameters(QStringLiteral("[^a-zA-Z0-9_,\\$\\s\\*/]"));
     const int last = static_cast<int>(script.size()) - 1;
 
     const int open = NextNonSpace(position);
@@ -265,8 +246,15 @@ void MelParser::ParseProcStructure(int start)
     }
     position = open;
     const int close = static_cast<int>(script.indexOf(QLatin1Char(')'), open + 1));
-    const QRegularExpressionMatch bad = notInParameters.match(script, open + 1);
-    if (close < 0 || (bad.hasMatch() && bad.capturedStart() < close))
+    // Only names, commas, dollar signs, blanks, '*' and '/' may stand in a parameter list.
+    bool bad = false;
+    for (int i = open + 1; close >= 0 && i < close && !bad; ++i)
+    {
+        const QChar c = script.at(i);
+        bad = !(IsAsciiNameCharacter(c) || c.isSpace() || c == QLatin1Char(',') || c == QLatin1Char('$') ||
+                c == QLatin1Char('*') || c == QLatin1Char('/'));
+    }
+    if (close < 0 || bad)
     {
         ParenthesesError(QLatin1Char(')'), start, position);
         return;

@@ -27,15 +27,21 @@ PythonHighlighter::PythonHighlighter(QTextDocument* document) : Highlighter(docu
 {
     FetchWords();
 
-    rules.append(MakeRule(QStringLiteral(R"(\bself\b)"), ColorSettings::PYTHON_SELF_CLS));
-    rules.append(MakeRule(QStringLiteral(R"(\bcls\b)"), ColorSettings::PYTHON_SELF_CLS));
-    rules.append(MakeRule(QStringLiteral(R"(\b[0-9]*[.]?[0-9]*)"), ColorSettings::PYTHON_NUMBERS));
+    const QString open = QStringLiteral("(");
     rules.append(
-        MakeRule(QStringLiteral(R"((?<=\bclass)\s+[A-Za-z0-9_]+(?=\s*\())"), ColorSettings::PYTHON_CLASSES));
+        MakeRule(QStringLiteral(R"(\bself\b)"), ColorSettings::PYTHON_SELF_CLS, QStringLiteral("self")));
     rules.append(
-        MakeRule(QStringLiteral(R"((?<=\bdef)\s+[A-Za-z0-9_]+(?=\s*\())"), ColorSettings::PYTHON_METHODS));
-    rules.append(MakeRule(QStringLiteral(R"(^[\s]*[@](.)*)"), ColorSettings::PYTHON_DECORATORS));
-    earlyRules.append(MakeRule(QStringLiteral(R"(\b[A-Za-z0-9_]+(?=\s*\())"), ColorSettings::PYTHON_METHODS));
+        MakeRule(QStringLiteral(R"(\bcls\b)"), ColorSettings::PYTHON_SELF_CLS, QStringLiteral("cls")));
+    rules.append(MakeRule(QStringLiteral(R"(\b[0-9]*[.]?[0-9]*)"), ColorSettings::PYTHON_NUMBERS, QString(),
+                          QStringLiteral("0123456789.")));
+    rules.append(MakeRule(QStringLiteral(R"((?<=\bclass)\s+[A-Za-z0-9_]+(?=\s*\())"),
+                          ColorSettings::PYTHON_CLASSES, QStringLiteral("class"), open));
+    rules.append(MakeRule(QStringLiteral(R"((?<=\bdef)\s+[A-Za-z0-9_]+(?=\s*\())"),
+                          ColorSettings::PYTHON_METHODS, QStringLiteral("def"), open));
+    rules.append(
+        MakeRule(QStringLiteral(R"(^[\s]*[@](.)*)"), ColorSettings::PYTHON_DECORATORS, QStringLiteral("@")));
+    earlyRules.append(
+        MakeRule(QStringLiteral(R"(\b[A-Za-z0-9_]+(?=\s*\())"), ColorSettings::PYTHON_METHODS, open));
 
     // The order is a priority: three quotes beat one because their rules stand first.
     MultiLineHighlightingRule comment =

@@ -321,31 +321,7 @@ void PythonParser::ParseString(QChar quote, int start, bool checkDocString)
         ParseDocString(triple);
         return;
     }
-    // As in MEL: an escaped quote or a backslash at the line end starts the same search again.
-    const int last = static_cast<int>(script.size()) - 1;
-    for (;;)
-    {
-        int newline = static_cast<int>(script.indexOf(QLatin1Char('\n'), position + 1));
-        const int closing = static_cast<int>(script.indexOf(quote, position + 1));
-        if (closing >= 1 && (newline < 0 || closing < newline))
-        {
-            const bool escaped = CountBackslashesBefore(closing, position) % 2 == 1;
-            position = closing;
-            if (escaped)
-                continue;
-            return;
-        }
-        if (newline >= 1 && newline < last && CountBackslashesBefore(newline, position) % 2 == 1)
-        {
-            position = newline;
-            continue;
-        }
-        if (newline < 1 || newline >= last)
-            newline = last;
-        AppendError(QStringLiteral("Unterminated String"), start, newline);
-        position = newline;
-        return;
-    }
+    ParseQuotedString(quote, start);
 }
 
 void PythonParser::ParseDocString(const QString& closing)
@@ -500,7 +476,7 @@ bool PythonParser::ParseImportAs(const QString& line, int matchLength)
     static const QRegularExpression name(QStringLiteral("[a-zA-Z0-9_\\.]+"));
     static const QRegularExpression notInName(QStringLiteral("[^a-zA-Z0-9_\\.]+"));
     const int lineOffset = position;
-    const QString module = name.match(script, position + 6).captured();
+    const QString module = name.match(line.mid(6)).captured();
     QString rest = line.mid(matchLength);
     CutAtComment(rest);
     const QString alias = rest.trimmed();
@@ -525,7 +501,7 @@ bool PythonParser::ParseFromImport()
     const int length = MatchLengthAtLineStart(fromImport, line);
     if (length < 0)
         return false;
-    const QString module = name.match(script, position + 4).captured();
+    const QString module = name.match(line.mid(4)).captured();
     const int listStart = position + length;
     QString list = line.mid(length);
     position += static_cast<int>(line.size()) - 1;

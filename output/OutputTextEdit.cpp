@@ -1,5 +1,6 @@
 #include "output/OutputTextEdit.h"
 
+#include "editor/FindReplaceWidget.h"
 #include "plugin/Logger.h"
 #include "settings/ColorSettings.h"
 #include "settings/KeyBindings.h"
@@ -75,6 +76,10 @@ OutputTextEdit::OutputTextEdit(KeyBindings* keyBindings, QWidget* parent)
     setUndoRedoEnabled(false);
     setCenterOnScroll(false);
     UpdateFontsAndColors();
+    findReplace = new FindReplaceWidget(false, this);
+    findReplace->setObjectName(QStringLiteral("findReplace"));
+    findReplace->SetReplaceEnabled(false);
+    findReplace->hide();
     burstTimer.setSingleShot(true);
     burstTimer.setInterval(0);
     CreateConnections();
@@ -95,6 +100,12 @@ void OutputTextEdit::CreateConnections()
     connect(verticalScrollBar(), SIGNAL(rangeChanged(int, int)), this, SLOT(UpdateExtraSelections()));
     connect(this, SIGNAL(selectionChanged()), this, SLOT(UpdateExtraSelections()));
     connect(&burstTimer, SIGNAL(timeout()), this, SLOT(OnBurstEnded()));
+    connect(findReplace, SIGNAL(SearchChanged(const QRegularExpression&, bool, bool, bool)), this,
+            SLOT(OnSearchChanged(const QRegularExpression&, bool, bool)));
+    connect(findReplace, SIGNAL(FindNextRequested()), this, SLOT(FindNext()));
+    connect(findReplace, SIGNAL(FindPreviousRequested()), this, SLOT(FindPrevious()));
+    connect(findReplace, SIGNAL(ShowRequested(bool)), this, SLOT(ShowFindReplace()));
+    connect(findReplace, SIGNAL(Closed()), this, SLOT(OnFindReplaceClosed()));
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -232,6 +243,10 @@ void OutputTextEdit::ClearAll()
 {
     arriving.Clear();
     clear();
+    findReplace->SetFindInSelectionEnabled(false, true);
+    // This bar offers no range, so the call above reports nothing: the counts are set here.
+    if (IsFindReplaceVisible())
+        UpdateSearchResults();
     UpdateExtraSelections();
 }
 
@@ -564,14 +579,16 @@ void OutputTextEdit::GetSearchResults(const QRegularExpression& regEx, int& curr
 
 void OutputTextEdit::UpdateSearchResults()
 {
-    // The find bar shows these counts; until it is part of this pane nothing displays them, so
-    // they are not worked out.
+    int current = -1;
+    int total = 0;
+    GetSearchResults(searchRegEx, current, total);
+    findReplace->SetResults(current, total);
 }
 
 bool OutputTextEdit::SelectionIsFullMatch(const QRegularExpression& regEx) const
 {
     const QString selected = textCursor().selectedText();
-    if (selected.isEmpty() || regEx.pattern().isEmpty())
+    if (selected.isEmpty() || regEx.pattern().isEmpty() || !regEx.isValid())
         return false;
     const QRegularExpressionMatch match = regEx.match(selected);
     return match.hasMatch() && match.capturedStart() == 0 && match.capturedLength() == selected.size();
@@ -642,23 +659,28 @@ void OutputTextEdit::OnSearchChanged(const QRegularExpression& regEx, bool findI
 
 void OutputTextEdit::ShowFindReplace(bool updateFindText, bool hasFocus)
 {
-    Q_UNUSED(hasFocus)
     if (updateFindText)
     {
         QString text = GetSelectedText();
         if (text.isEmpty())
             text = SelectWordUnderCursor();
-        // The bar takes this text as its search once it is part of the pane.
-        Q_UNUSED(text)
+        if (!text.isEmpty() && !text.contains(QLatin1Char('\n')))
+            findReplace->SetSearchText(text);
     }
-    findActive = true;
+    findReplace->SetReplaceVisible(false);
+    findReplace->SetParentWidth(width());
+    UpdateFindReplacePosition();
+    findReplace->show();
+    findReplace->raise();
+    if (hasFocus)
+        findReplace->FocusSearchText();
     UpdateExtraSelections();
 }
 
 void OutputTextEdit::CloseFindReplace()
 {
-    findActive = false;
-    OnFindReplaceClosed();
+    if (IsFindReplaceVisible())
+        findReplace->Close();
 }
 
 void OutputTextEdit::OnFindReplaceClosed()
@@ -669,18 +691,22 @@ void OutputTextEdit::OnFindReplaceClosed()
 
 bool OutputTextEdit::IsFindReplaceVisible() const
 {
-    return findActive;
+    return findReplace && !findReplace->isHidden();
 }
 
 bool OutputTextEdit::HasSearchText() const
 {
-    return !searchRegEx.pattern().isEmpty();
+    return findReplace->HasSearchText();
 }
 
 void OutputTextEdit::UpdateFindReplacePosition()
 {
-    // The find bar sits at the top right, 20 pixels left of the scroll bar, once it is part of
-    // the pane.
+    // Top right, 20 pixels left of the scroll bar.
+    const int scrollBarWidth = verticalScrollBar()->isVisible() ? verticalScrollBar()->width() : 0;
+    QRect geometry = findReplace->geometry();
+    geometry.moveTop(0);
+    geometry.moveRight(width() - scrollBarWidth - 20);
+    findReplace->setGeometry(geometry);
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -786,7 +812,9 @@ void OutputTextEdit::resizeEvent(QResizeEvent* event)
     QPlainTextEdit::resizeEvent(event);
     if (textCursor().atEnd())
         ScrollToEnd();
+    findReplace->SetParentWidth(width());
     UpdateFindReplacePosition();
+    findReplace->raise();
 }
 
 // ---------------------------------------------------------------------------------------------

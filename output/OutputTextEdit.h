@@ -12,6 +12,7 @@
 #include <QtWidgets/QPlainTextEdit>
 #include <QtWidgets/QTextEdit>
 
+class FindReplaceWidget;
 class KeyBindings;
 class QFile;
 class QTextStream;
@@ -51,6 +52,7 @@ public:
     // Sets the cap on the document's lines; output still held is inserted first.
     void SetMaximumBlockCount(int count);
     void GetSearchResults(const QRegularExpression& regEx, int& currentIndex, int& totalCount);
+    FindReplaceWidget* GetFindReplace() const { return findReplace; }
 
     bool BeginWriteToFile(const QString& path);
     void EndWriteToFile();
@@ -121,8 +123,7 @@ private:
     QRegularExpression searchRegEx;
     QElapsedTimer repaintTimer;
 
-    // Stands for the find bar's visibility until the bar is part of the pane.
-    bool findActive = false;
+    FindReplaceWidget* findReplace = nullptr; // child; the bar without replacing
     // Output of the running burst, and the zero-time timer that ends the burst.
     OutputArrivalBuffer arriving;
     QTimer burstTimer;

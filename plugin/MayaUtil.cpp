@@ -685,7 +685,7 @@ void MayaUtil::UpdatePylintPythonPath()
     // The host's own interpreter folders are kept out of the checker's path.
     for (const QString& part : pathText.split(Settings::PATH_SEP, Qt::SkipEmptyParts))
     {
-        if (!part.contains(QLatin1String("/lib/python")))
+        if (!part.contains(QLatin1String("/lib/python"), Qt::CaseInsensitive))
             paths += part + Settings::PATH_SEP;
     }
     if (!Settings::pylintAdditionalPythonPaths.isEmpty())

@@ -8,3 +8,5 @@ root=$(cd "$(dirname "$0")/.." && pwd)
 export QT_QPA_PLATFORM=offscreen
 cd "${BQ2_BUILD_DIR:-$root/build}"
 ctest --output-on-failure --timeout 300 -j "$(nproc)"
+# The libFuzzer targets: built with clang into build-fuzz, 60 s each with no crash.
+"$root/scripts/fuzz.sh" 60

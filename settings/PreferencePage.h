@@ -1,7 +1,6 @@
 #pragma once
 
-// The page of the preferences dialog, by its row in the dialog's list. A value outside 0 to 8
-// asks for no particular page.
+// A page of the preferences dialog; the value is its row in the page list.
 enum PreferencePage
 {
     GENERAL_PAGE = 0,
@@ -12,5 +11,5 @@ enum PreferencePage
     OUTPUT_PAGE = 5,
     MEL_PAGE = 6,
     PYTHON_PAGE = 7,
-    PYLINT_PAGE = 8
+    PYLINT_PAGE = 8,
 };

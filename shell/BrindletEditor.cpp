@@ -195,7 +195,6 @@ void BrindletEditor::ConnectCodeEditorGroup(CodeEditorGroup* group)
     connect(group, SIGNAL(InsertPathRequested()), this, SLOT(ShowInsertPathDialog()));
     connect(group, SIGNAL(QuickHelpChanged(QString, bool)), this,
             SLOT(SetQuickHelpSearchText(QString, bool)));
-    connect(group, SIGNAL(TextChanged(QString, QString)), this, SLOT(UpdateSearch(QString, QString)));
     connect(group, SIGNAL(ShowInSideBarRequested(QString)), this, SLOT(OnShowInSideBarRequested(QString)));
 }
 
@@ -222,6 +221,7 @@ void BrindletEditor::CreateConnections()
     connect(qApp, SIGNAL(focusChanged(QWidget*, QWidget*)), this,
             SLOT(OnApplicationFocusChanged(QWidget*, QWidget*)));
     connect(this, SIGNAL(AppendToOutputRequested(QString)), this, SLOT(AppendToOutput(QString)));
+    ConnectSearch();
 }
 
 // ---------------------------------------------------------------------------------------------

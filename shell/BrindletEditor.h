@@ -2,6 +2,7 @@
 
 #include "editor/CodeEditorProperties.h"
 #include "settings/KeyBindings.h"
+#include "settings/PreferencePage.h"
 #include "shell/ExecuteType.h"
 #include "sidebar/SideBarView.h"
 #include "tabs/TabDropZone.h"
@@ -17,6 +18,7 @@ class CodeEditor;
 class CodeEditorGroup;
 class QFileInfo;
 class PanelGroup;
+class PreferencesDialog;
 class QAction;
 class QHBoxLayout;
 class QMenu;
@@ -182,6 +184,9 @@ public slots:
     void OpenRecentFile();
     void ReopenClosedFile();
     void ClearRecentFiles();
+    void OpenPylintrc();
+    void ShowPreferencesDialog();
+    void ShowPreferencesDialog(PreferencePage page);
     void Save();
     void SaveAs();
     void SaveAll(bool internalBuffers = true, bool fileBuffers = true);
@@ -223,7 +228,6 @@ public slots:
     void ParseForcedImports();
 
     // Menus and actions.
-    void OpenPylintrc();
     void Undo();
     void Redo();
     void Cut();
@@ -264,22 +268,6 @@ public slots:
     void ShowAboutDialog();
 
     // Forwarders to views that other parts of the editor provide.
-    void Find(bool replace = false, bool updateFindText = true, bool dialogHasFocus = true,
-              bool maintainReplaceVisibility = false);
-    void Replace();
-    void FindNext(bool backwards = false);
-    void FindPrevious();
-    void SelectAndFindNext();
-    void SelectAndFindPrevious();
-    void ReplaceNext();
-    void ReplaceAll();
-    void FindInFiles(bool replace = false);
-    void ReplaceInFiles();
-    void ShowSearch();
-    void FindInFilesNext();
-    void FindInFilesPrevious();
-    void UpdateSearch(const QString& path, const QString& text);
-    void ShowPreferencesDialog();
     void ShowInsertPathDialog();
     void GoToFile();
     void GoToSymbolInFile();
@@ -299,6 +287,27 @@ public slots:
     void AddFolderToWorkspace(const QString& dirPath = QString());
     void SaveWorkspaceAs();
     void OpenWorkspace();
+    // Find in a buffer or in the output, as the focus decides; search in files.
+    void Find(bool replace = false, bool updateFindText = true, bool dialogHasFocus = true,
+              bool maintainReplaceVisibility = false);
+    void Replace();
+    void FindNext(bool backwards = false);
+    void FindPrevious();
+    void SelectAndFindNext();
+    void SelectAndFindPrevious();
+    void ReplaceNext();
+    void ReplaceAll();
+    void FindInFiles(bool replace = false);
+    void ReplaceInFiles();
+    void ShowSearch();
+    void FindInFilesNext();
+    void FindInFilesPrevious();
+    void Search(const QString& text, const QStringList& includeList, const QStringList& excludeList,
+                bool matchCase, bool matchWholeWords, bool useRegularExpression);
+    void UpdateSearch(const QString& path, const QString& text);
+    void OnSearchCleared();
+    void OnSearchFocusChanged(const QString& path, int position);
+    void OnFindAndReplace(const QString& path, int position);
 
 protected:
     bool eventFilter(QObject* object, QEvent* event) override;
@@ -367,6 +376,12 @@ private:
     bool SaveFilesBeforeQuit(bool saveAll);
     int ShowFailedSaveDialog(const QString& label, const QString& reason);
     void KeepChangedFilesInRecovery();
+    void ConnectSearch();
+    void SelectAndFind(bool backwards);
+    void SearchFolder(const QString& topPath, const QString& relativePath);
+    bool IncludePathInSearch(const QString& path) const;
+    void SearchInternalBuffers();
+    CodeEditor* GetSearchCodeEditor(const QString& path, bool open);
 
     // The host's main window; it may be gone before this widget is.
     QPointer<QWidget> mainWindow;
@@ -481,6 +496,7 @@ private:
     QMenu* viewMenu = nullptr;
     QMenu* verbosityMenu = nullptr;
     PanelGroup* panelGroup = nullptr;
+    PreferencesDialog* preferencesDialog = nullptr; // made at its first showing
     SideBar* sideBar = nullptr;
     ActivityBar* activityBar = nullptr;
     StatusBar* statusBar = nullptr;

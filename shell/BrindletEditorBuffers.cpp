@@ -315,6 +315,21 @@ void BrindletEditor::ReopenClosedFile()
     }
 }
 
+void BrindletEditor::OpenPylintrc()
+{
+    if (Settings::pylintConfigPath.isEmpty())
+    {
+        Logger::Error("Pylint config file (pylintrc) is not set. (Preferences->Pylint)");
+        return;
+    }
+    if (!QFileInfo::exists(Settings::pylintConfigPath))
+    {
+        Logger::Error("Pylint config file (pylintrc) not found. (Preferences->Pylint)");
+        return;
+    }
+    OpenFile(Settings::pylintConfigPath, false);
+}
+
 void BrindletEditor::ClearRecentFiles()
 {
     Settings::ClearRecentFiles();

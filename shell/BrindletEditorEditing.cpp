@@ -319,19 +319,3 @@ void BrindletEditor::ShowAboutDialog()
         QMessageBox::Ok, this);
     box.exec();
 }
-
-void BrindletEditor::OpenPylintrc()
-{
-    const QString path = Settings::pylintConfigPath;
-    if (path.isEmpty())
-    {
-        Logger::Error(QStringLiteral("Pylint config file (pylintrc) is not set. (Preferences->Pylint)"));
-        return;
-    }
-    if (!QFileInfo(path).isFile())
-    {
-        Logger::Error(QStringLiteral("Pylint config file (pylintrc) not found. (Preferences->Pylint)"));
-        return;
-    }
-    OpenFile(path, false);
-}

@@ -42,6 +42,8 @@ void BrindletEditor::ConnectSideBar()
     connect(sideBar, SIGNAL(SaveAllRequested()), this, SLOT(SaveAll()));
     connect(sideBar, SIGNAL(CloseAllRequested()), this, SLOT(CloseAllFiles()));
     connect(sideBar, SIGNAL(QuickHelpFlagSelected(QString)), this, SLOT(InsertQuickHelpFlag(QString)));
+    connect(activityBar, SIGNAL(EditPreferencesSelected(PreferencePage)), this,
+            SLOT(ShowPreferencesDialog(PreferencePage)));
 }
 
 // ---------------------------------------------------------------------------------------------

@@ -8,6 +8,8 @@
 #include "sidebar/WorkspaceView.h"
 
 #include <QtWidgets/QHBoxLayout>
+#include "sidebar/SearchView.h"
+
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QStackedWidget>
 #include <QtWidgets/QVBoxLayout>
@@ -22,25 +24,14 @@ SideBar::SideBar(KeyBindings* bindings, QWidget* parent) : QWidget(parent), keyB
     SetView(SideBarViewExplorer);
 }
 
-QWidget* SideBar::CreatePage(const QString& title)
-{
-    auto* page = new QWidget(this);
-    auto* layout = new QVBoxLayout(page);
-    layout->setContentsMargins(8, 4, 8, 4);
-    auto* label = new QLabel(title.toUpper(), page);
-    label->setObjectName(QStringLiteral("SideBarTitle"));
-    layout->addWidget(label);
-    layout->addStretch(1);
-    return page;
-}
-
 void SideBar::CreateWidgets()
 {
     stack = new QStackedWidget(this);
     explorerView = new ExplorerView(keyBindings, stack);
+    searchView = new SearchView(keyBindings, this);
     quickHelpView = new QuickHelpView(keyBindings, stack);
     stack->addWidget(explorerView);
-    stack->addWidget(CreatePage(QStringLiteral("Search")));
+    stack->addWidget(searchView);
     stack->addWidget(quickHelpView);
 }
 
@@ -68,6 +59,7 @@ void SideBar::CreateConnections()
     connect(explorerView, SIGNAL(CloseAllRequested()), this, SLOT(OnCloseAllRequested()));
     connect(quickHelpView, SIGNAL(FlagSelected(QString)), this, SLOT(OnQuickHelpFlagSelected(QString)));
     connect(quickHelpView, SIGNAL(HideSideBarRequested()), this, SLOT(OnHideSideBarRequested()));
+    ConnectSearchView();
 }
 
 void SideBar::SetView(SideBarView view)
@@ -86,7 +78,10 @@ void SideBar::SaveState()
     explorerView->SaveState();
 }
 
-void SideBar::UpdateKeyBindings() {}
+void SideBar::UpdateKeyBindings()
+{
+    searchView->UpdateKeyBindings();
+}
 
 void SideBar::UpdateColors()
 {
@@ -170,10 +165,13 @@ void SideBar::SetQuickHelpSearchText(const QString& text, bool selectAll)
     quickHelpView->SetSearchText(text, selectAll);
 }
 
-void SideBar::ShowSearchView(const QString& /*includeStr*/, const QString& /*excludeStr*/)
+void SideBar::ShowSearchView(const QString& includeStr, const QString& excludeStr)
 {
-    // The search page takes the folder as its include filter once it exists.
+    // "Find in Folder" of the workspace: the folder becomes the search's include filter.
+    searchView->SetIncludeText(includeStr);
+    searchView->SetExcludeText(excludeStr);
     emit ViewChangeRequested(SideBarViewSearch);
+    searchView->FocusSearch();
 }
 
 // ---------------------------------------------------------------------------------------------

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "editor/CodeEditorProperties.h"
+#include "sidebar/SearchResult.h"
 #include "sidebar/SideBarView.h"
 
 #include <QtWidgets/QWidget>
@@ -11,6 +12,7 @@ class KeyBindings;
 class QLabel;
 class QStackedWidget;
 class QuickHelpView;
+class SearchView;
 
 // The stack of side bar views. It holds no logic: calls go down to the view that owns them,
 // and the views' signals come up to the main widget.
@@ -48,6 +50,21 @@ public:
     ExplorerView* GetExplorerView() const { return explorerView; }
     QuickHelpView* GetQuickHelpView() const { return quickHelpView; }
 
+    // The search view.
+    SearchView* GetSearchView() const { return searchView; }
+    void ClearSearchResults();
+    void SetSearchText(const QString& text);
+    void SelectAllSearchText();
+    void SetReplaceText(const QString& text);
+    void SetReplaceVisible(bool visible);
+    void FocusSearch();
+    void FocusReplace();
+    void NextSearchResult();
+    void PreviousSearchResult();
+    void ReplaceAll();
+    void AppendSearchResults(const QString& folder, const QString& relativeDir, QList<SearchResult> results);
+    void UpdateSearchResults(const QString& path, QList<SearchResult> results);
+
 signals:
     void SideBarVisibilityChangeRequested(bool visible);
     void CodeEditorSelected(int groupIndex, int codeEditorIndex);
@@ -73,15 +90,24 @@ public slots:
     void OnCloseAllRequested();
     void OnQuickHelpFlagSelected(const QString& text);
     void OnHideSideBarRequested();
+    void SearchRequested(const QString& text, const QStringList& includeList, const QStringList& excludeList,
+                         bool matchCase, bool matchWholeWords, bool useRegularExpression);
+    void SearchCleared();
+    void SearchFocusChanged(const QString& fileName, int position);
+    void FindAndReplace(const QString& filePath, int position);
+
+private slots:
+    void OnSearchHideSideBarRequested();
 
 private:
     void CreateWidgets();
     void CreateLayout();
     void CreateConnections();
-    QWidget* CreatePage(const QString& title);
+    void ConnectSearchView();
 
     KeyBindings* keyBindings;
     QStackedWidget* stack = nullptr;
     ExplorerView* explorerView = nullptr;
     QuickHelpView* quickHelpView = nullptr;
+    SearchView* searchView = nullptr;
 };

@@ -1,6 +1,7 @@
 #include "tabs/CodeEditorGroup.h"
 
 #include "editor/CodeEditor.h"
+#include "editor/FindReplaceWidget.h"
 #include "settings/ColorSettings.h"
 #include "settings/KeyBindings.h"
 #include "settings/Settings.h"
@@ -32,7 +33,7 @@ CodeEditorGroup::CodeEditorGroup(int groupId, KeyBindings* bindings, QWidget* pa
     CreateWidgets();
     CreateLayout();
     CreateConnections();
-    // The Pylint worker thread starts here once the worker is part of the build.
+    CreateWorkerThread();
 }
 
 CodeEditorGroup::~CodeEditorGroup()
@@ -41,7 +42,7 @@ CodeEditorGroup::~CodeEditorGroup()
     // are torn down must not reach a group that is half gone.
     for (CodeEditor* codeEditor : GetCodeEditors())
         DisconnectCodeEditor(codeEditor);
-    // The Pylint worker thread is stopped here, with a bounded wait, once it exists.
+    DestroyWorkerThread();
 }
 
 void CodeEditorGroup::CreateWidgets()
@@ -61,8 +62,7 @@ void CodeEditorGroup::CreateWidgets()
     CreateMiniToolbar();
     listCodeEditorsBtn = CreateButton(QStringLiteral("listCodeEditorsBtn"),
                                       QStringLiteral(":/bq2_icons/list_code_editors.png"), 8, QString());
-    // The find bar floats over the editors as a child of the group; it is created here, hidden,
-    // once the editor's search is part of the build.
+    CreateFindReplace();
 }
 
 void CodeEditorGroup::CreateMiniToolbar()
@@ -140,6 +140,7 @@ void CodeEditorGroup::CreateConnections()
     connect(executeAllBtn, SIGNAL(clicked()), this, SLOT(OnExecuteAllBtnClicked()));
     connect(executeLineBtn, SIGNAL(clicked()), this, SLOT(OnExecuteLineBtnClicked()));
     connect(listCodeEditorsBtn, SIGNAL(clicked()), this, SLOT(ShowOpenCodeEditorContextMenu()));
+    ConnectFindReplace();
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -185,7 +186,7 @@ void CodeEditorGroup::UpdateKeyBindings()
     executeBtn->setToolTip(toolTip(EXECUTE_LABEL, KeySequenceType::Execute));
     executeAllBtn->setToolTip(toolTip(EXECUTE_ALL_LABEL, KeySequenceType::ExecuteAll));
     executeLineBtn->setToolTip(toolTip(EXECUTE_LINE_LABEL, KeySequenceType::ExecuteLine));
-    // The find bar takes its shortcuts here once it exists.
+    findReplace->UpdateKeyBindings(keyBindings);
 }
 
 void CodeEditorGroup::UpdatePreferences()
@@ -197,6 +198,7 @@ void CodeEditorGroup::UpdatePreferences()
     for (QWidget* widget : barWidgets)
         widget->setVisible(Settings::showTabBar);
     SetMiniToolbarVisible(miniToolbarVisible);
+    UpdateFindReplacePosition();
 }
 
 void CodeEditorGroup::SetMiniToolbarVisible(bool visible)
@@ -332,7 +334,9 @@ void CodeEditorGroup::UpdateParser(CodeEditor* codeEditor)
     parser->Parse(text, path);
     // With Pylint on, the symbols still come from the parser, but the messages come from Pylint
     // once the worker answers.
-    if (!(parser == &pythonParser && Settings::pylintEnabled))
+    if (parser == &pythonParser && Settings::pylintEnabled)
+        emit PylintSourceCode(text, path, Settings::pylintPythonPath);
+    else
         codeEditor->UpdateErrorsAndWarnings(parser->GetErrors(), parser->GetWarnings(), parser->GetInfos());
     emit ParserUpdated(parser);
 }

@@ -6,6 +6,7 @@
 #include "tabs/TabDropZone.h"
 
 #include <QtCore/QList>
+#include <QtCore/QRegularExpression>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 #include <QtWidgets/QWidget>
@@ -13,11 +14,14 @@
 class BaseParser;
 class CodeEditor;
 class CodeEditorGroupTabBar;
+class FindReplaceWidget;
 class FlatButton;
 class KeyBindings;
+class PylintWorker;
 class QMenu;
 class QMimeData;
 class QStackedWidget;
+class QThread;
 
 // One pane of editors: a tab bar with its mini toolbar above a stack of CodeEditor widgets, the
 // tab at index i showing the editor at index i. The group holds no buffer logic of its own: it
@@ -110,6 +114,11 @@ public:
     QMenu* CreateMiniToolbarContextMenu();
     QMenu* CreateOpenCodeEditorMenu();
 
+    // Find and replace in the current editor.
+    FindReplaceWidget* GetFindReplace() const { return findReplace; }
+    bool IsFindReplaceVisible() const;
+    const QRegularExpression& GetSearchRegEx() const { return searchRegEx; }
+
 signals:
     void NewTabRequested();
     void CloseTabRequested(CodeEditorGroup* codeEditorGroup, int index);
@@ -143,6 +152,8 @@ signals:
     void MiniToolbarDisplayModified();
     void IncreaseFontSizeRequested();
     void DecreaseFontSizeRequested();
+    void ShutdownWorkers();
+    void PylintSourceCode(const QString& text, const QString& path, const QString& pythonPath);
 
 public slots:
     void FocusCurrentCodeEditor();
@@ -152,6 +163,21 @@ public slots:
     void SetCurrentTabFromAction();
     void ToggleMiniToolbarDisplay();
     void CopyPath(int index);
+    void OnPylintOutput(const QString& path, const QStringList& issues, int elementCount);
+    void ShowFindReplace(bool replace = false, bool updateFindText = true, bool hasFocus = true,
+                         bool keepReplaceVisible = false);
+    void SetFindReplaceVisible(bool visible, bool replace, bool hasFocus, bool keepReplaceVisible);
+    void OnSearchChanged(const QRegularExpression& regEx, bool findInSelection, bool findNext, bool updateSelection);
+    void FindNext();
+    void FindPrevious();
+    void Replace(const QString& text);
+    void ReplaceAll(const QString& text);
+    void Replace();
+    void ReplaceAll();
+    void ClearSearch();
+    void ClearSearchSelection();
+    void OnFindReplaceClosed();
+    void UpdateFindReplacePosition();
 
 private slots:
     // From the tab bar.
@@ -199,18 +225,24 @@ protected:
     void dragMoveEvent(QDragMoveEvent* event) override;
     void dragLeaveEvent(QDragLeaveEvent* event) override;
     void dropEvent(QDropEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     void CreateWidgets();
     void CreateMiniToolbar();
     void CreateLayout();
     void CreateConnections();
+    void CreateWorkerThread();
+    void DestroyWorkerThread();
     FlatButton* CreateButton(const QString& name, const QString& image, int padding, const QString& toolTip);
 
     bool CountsMatch(const char* failureMessage) const;
     void ConnectCodeEditor(CodeEditor* codeEditor);
     void DisconnectCodeEditor(CodeEditor* codeEditor);
     void UpdateLastUsedEditorOrder();
+    void CreateFindReplace();
+    void ConnectFindReplace();
+    void UpdateSearchResults(CodeEditor* codeEditor);
 
     void UpdateDropZone(const QPoint& pos, const QMimeData* mimeData);
     void SetDropZone(TabDropZone zone, const QRect& rect);
@@ -235,4 +267,8 @@ private:
     bool parsingEnabled = true;
     MelParser melParser;
     PythonParser pythonParser;
+    QThread* workerThread = nullptr;
+    PylintWorker* pylintWorker = nullptr; // lives on workerThread
+    FindReplaceWidget* findReplace = nullptr; // floats over the editors
+    QRegularExpression searchRegEx;           // the find bar's expression
 };

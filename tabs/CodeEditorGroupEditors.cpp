@@ -1,6 +1,7 @@
 #include "tabs/CodeEditorGroup.h"
 
 #include "editor/CodeEditor.h"
+#include "editor/FindReplaceWidget.h"
 #include "plugin/Logger.h"
 #include "settings/Settings.h"
 #include "tabs/CodeEditorGroupTabBar.h"
@@ -425,6 +426,8 @@ void CodeEditorGroup::CopyPath(int index)
 void CodeEditorGroup::CloseFindReplace()
 {
     // With the find bar open, Escape closes it first; otherwise it drops the selection.
-    if (CodeEditor* codeEditor = GetCurrent())
+    if (IsFindReplaceVisible())
+        findReplace->Close();
+    else if (CodeEditor* codeEditor = GetCurrent())
         codeEditor->ClearSelection();
 }

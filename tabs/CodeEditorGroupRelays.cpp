@@ -1,6 +1,7 @@
 #include "tabs/CodeEditorGroup.h"
 
 #include "editor/CodeEditor.h"
+#include "editor/FindReplaceWidget.h"
 #include "plugin/MayaUtil.h"
 #include "settings/Settings.h"
 #include "tabs/CodeEditorGroupTabBar.h"
@@ -12,8 +13,12 @@
 
 void CodeEditorGroup::OnCurrentTabChanged(int index)
 {
+    if (IsFindReplaceVisible())
+        ClearSearch();
     codeEditorStack->setCurrentIndex(index);
     UpdateLastUsedEditorOrder();
+    if (IsFindReplaceVisible())
+        findReplace->SetFindInSelectionEnabled(false, false);
     emit CurrentTabChanged();
 }
 
@@ -95,7 +100,9 @@ void CodeEditorGroup::OnCodeEditorReceivedFocus()
 
 void CodeEditorGroup::OnTextChanged(const QString& path, const QString& text)
 {
-    // A visible find bar refreshes its results for the current editor here first.
+    CodeEditor* current = GetCurrent();
+    if (current && IsFindReplaceVisible() && !searchRegEx.pattern().isEmpty())
+        UpdateSearchResults(current);
     UpdateParser(GetCurrent());
     // Only a live search in files wants every change; while it is closed this costs nothing.
     if (Settings::sideBarVisible && Settings::searchViewActive &&

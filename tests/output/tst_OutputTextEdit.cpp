@@ -592,6 +592,7 @@ private slots:
 
         edit->ShowFindReplace(false, true);
         QVERIFY(edit->IsFindReplaceVisible());
+        QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("one"));
         QCOMPARE(foundCount(), 3);
         const QColor selectedBackground =
             ColorSettings::GetOutputFormat(ColorSettings::FIND_REPLACE_SELECTED).background().color();

@@ -15,7 +15,7 @@ private:
     {
         return QStringLiteral(
                    "clear_field close close_all close_white collapse delete_highlight error execute "
-                   "execute_all execute_line explorer_view folder_closed folder_opened "
+                   "execute_all execute_line explorer_view find_in_selection folder_closed folder_opened "
                    "list_code_editors match_case match_word mel mel_global_proc mel_global_var "
                    "mel_icon mel_proc modified new_file new_folder next python python_class "
                    "python_class_method python_class_variable python_icon python_import python_main "
@@ -65,7 +65,7 @@ private slots:
     void initTestCase()
     {
         qputenv("MAYA_APP_DIR", QFile::encodeName(appDir.path()));
-        QCOMPARE(IconNames().size(), 54);
+        QCOMPARE(IconNames().size(), 55);
         QCOMPARE(IconNames().removeDuplicates(), 0);
     }
 

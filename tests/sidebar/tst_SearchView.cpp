@@ -1,0 +1,339 @@
+#include "HostFixture.h"
+#include "editor/CodeEditor.h"
+#include "settings/Settings.h"
+#include "shell/BrindletEditor.h"
+#include "sidebar/SearchResultsTreeWidget.h"
+#include "sidebar/SearchResultsView.h"
+#include "sidebar/SearchView.h"
+#include "sidebar/SideBar.h"
+#include "tabs/CodeEditorGroup.h"
+#include "widgets/FlatButton.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QTimer>
+#include <QtTest/QtTest>
+#include <QtWidgets/QAbstractButton>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QMessageBox>
+
+#include <sys/stat.h>
+
+namespace
+{
+bool WriteFile(const QString& path, const QByteArray& bytes)
+{
+    QDir().mkpath(QFileInfo(path).absolutePath());
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly | QIODevice::Truncate) && file.write(bytes) == bytes.size();
+}
+
+QByteArray ReadFile(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+// The tree as the user reads it: one line per row, indented by level.
+QStringList Rows(const QTreeWidget* tree)
+{
+    QStringList rows;
+    std::function<void(const QTreeWidgetItem*, int)> add = [&](const QTreeWidgetItem* item, int level)
+    {
+        rows.append(QString(level * 2, QLatin1Char(' ')) + item->text(0));
+        for (int i = 0; i < item->childCount(); ++i)
+            add(item->child(i), level + 1);
+    };
+    for (int i = 0; i < tree->topLevelItemCount(); ++i)
+        add(tree->topLevelItem(i), 0);
+    return rows;
+}
+} // namespace
+
+// Search and replace in files through the main widget: a real folder tree, the side bar's view
+// typed into, the editors opened and changed.
+class TestSearchView : public QObject
+{
+    Q_OBJECT
+
+private:
+    std::unique_ptr<HostFixture> fixture;
+    BrindletEditor* editor = nullptr;
+    QTemporaryDir workspace;
+
+    SearchView* View() const { return editor->GetSideBar()->GetSearchView(); }
+    SearchResultsTreeWidget* Tree() const { return View()->GetResultsView()->GetTreeWidget(); }
+    QLineEdit* Edit(const char* name) const { return View()->findChild<QLineEdit*>(QLatin1String(name)); }
+    QString Ws(const QString& relative = QString()) const
+    {
+        return relative.isEmpty() ? workspace.path() : workspace.path() + QLatin1Char('/') + relative;
+    }
+    QString RootText() const
+    {
+        const QFileInfo info(workspace.path());
+        return QStringLiteral("%1 (%2)").arg(info.fileName(), info.absolutePath());
+    }
+
+    void SearchFor(const QString& text, const QString& include = QString(), const QString& exclude = QString())
+    {
+        if (!View()->isVisible())
+            editor->ShowSearch();
+        Edit("searchEdit")->setText(text);
+        Edit("includeEdit")->setText(include);
+        Edit("excludeEdit")->setText(exclude);
+        QTest::keyClick(Edit("searchEdit"), Qt::Key_Return);
+    }
+
+    CodeEditor* OpenedEditor(const QString& path) const { return editor->GetCodeEditor(path, false); }
+
+private slots:
+    void init()
+    {
+        QVERIFY(workspace.isValid());
+        QDir(workspace.path()).removeRecursively();
+        QDir().mkpath(workspace.path());
+        WriteFile(Ws("b.py"), "import os\nos.path  # os twice: os\n");
+        WriteFile(Ws("A/x.mel"), "// nothing\nproc os_proc() {}\n");
+        WriteFile(Ws("a.txt"), "first os\n");
+        WriteFile(Ws("c/deep/z.py"), "\n\nx = os\n");
+        WriteFile(Ws("c/bin.dat"), QByteArray("\0\0os\0\xff\xfe\nos", 10));
+        WriteFile(Ws("c/latin1.txt"), "caf\xe9 os\n");
+        WriteFile(Ws(".hidden/h.py"), "os\n");
+        QVERIFY(QFile::link(Ws("c"), Ws("c/deep/loop")));
+        QVERIFY(QFile::link(Ws("b.py"), Ws("link.py")));
+        QCOMPARE(mkfifo(Ws("c/pipe").toLocal8Bit().constData(), 0600), 0);
+
+        fixture = std::make_unique<HostFixture>();
+        QVERIFY(fixture->LoadPlugin() == MStatus::kSuccess);
+        editor = fixture->OpenEditor();
+        QVERIFY(editor);
+        editor->window()->resize(1200, 800);
+        QVERIFY(QTest::qWaitForWindowExposed(editor->window()));
+        Settings::workspaceFolders = {workspace.path()};
+    }
+
+    void cleanup()
+    {
+        fixture.reset();
+        editor = nullptr;
+    }
+
+    void resultsArriveFolderByFolder()
+    {
+        QSignalSpy appended(View(), SIGNAL(SearchRequested(QString, QStringList, QStringList, bool, bool, bool)));
+        SearchFor(QStringLiteral("os"));
+        QCOMPARE(appended.count(), 1);
+        QVERIFY(editor->GetSideBar()->isVisible());
+        // Names interleave files and folders, case ignored; links, hidden folders and the pipe
+        // are left out; the binary and Latin-1 files still give their matches.
+        // A folder's files reach the tree before the walk goes down into a folder.
+        const QStringList expected{
+            RootText(),
+            "  x.mel (A)",
+            "    proc os_proc() {}",
+            "  a.txt",
+            "    first os",
+            "  b.py",
+            "    import os",
+            "    os.path  # os twice: os",
+            "    os.path  # os twice: os",
+            "    os.path  # os twice: os",
+            QString::fromUtf8("  bin.dat (c)"),
+            QString::fromUtf8("    \u0000\u0000os\u0000\uFFFD\uFFFD").trimmed().prepend("    "),
+            "    os",
+            "  z.py (c/deep)",
+            "    x = os",
+            QString::fromUtf8("  latin1.txt (c)"),
+            QString::fromUtf8("    caf\uFFFD os"),
+        };
+        const QStringList rows = Rows(Tree());
+        QCOMPARE(rows.size(), expected.size());
+        QCOMPARE(rows.at(0), expected.at(0));
+        QCOMPARE(rows.mid(1, 9), expected.mid(1, 9));
+        QCOMPARE(rows.at(10), expected.at(10));
+        QCOMPARE(rows.mid(12), expected.mid(12));
+        QCOMPARE(View()->GetResultsView()->GetFileCount(), 6);
+        QCOMPARE(View()->GetResultsView()->GetReplaceCount(), 10);
+        // Positions count each line end as one character.
+        const QTreeWidgetItem* b = Tree()->topLevelItem(0)->child(2);
+        QCOMPARE(b->text(0), QStringLiteral("b.py"));
+        QCOMPARE(b->child(1)->data(0, SearchResultsTreeWidget::PositionRole).toInt(), 10);
+        QCOMPARE(b->child(3)->data(0, SearchResultsTreeWidget::PositionRole).toInt(), 31);
+        QCOMPARE(b->data(0, Qt::ToolTipRole).toString(), QDir::toNativeSeparators(Ws("b.py")));
+
+        // An empty search leaves the tree as it was.
+        SearchFor(QString());
+        QCOMPARE(Rows(Tree()), rows);
+        // A bad expression finds nothing.
+        View()->ToggleRegularExpression();
+        SearchFor(QStringLiteral("os("));
+        QCOMPARE(Tree()->topLevelItemCount(), 0);
+    }
+
+    void filtersChooseWhatIsSearched_data()
+    {
+        QTest::addColumn<QString>("include");
+        QTest::addColumn<QString>("exclude");
+        QTest::addColumn<QStringList>("files");
+
+        QTest::newRow("all") << "" << "" << QStringList{"Internal", "x.mel (A)", "a.txt", "b.py", "bin.dat (c)",
+                                                          "z.py (c/deep)", "latin1.txt (c)"};
+        QTest::newRow("pattern skips buffers") << "*.py" << "" << QStringList{};
+        QTest::newRow("full pattern") << "/*/*/b.py, */z.py" << "" << QStringList{};
+        QTest::newRow("exclude folder") << "" << "c" << QStringList{"Internal", "x.mel (A)", "a.txt", "b.py"};
+        QTest::newRow("include one file") << "b.py" << "" << QStringList{"b.py"};
+        QTest::newRow("include folder") << "c/deep" << "" << QStringList{"z.py"};
+    }
+
+    void filtersChooseWhatIsSearched()
+    {
+        QFETCH(QString, include);
+        QFETCH(QString, exclude);
+        QFETCH(QStringList, files);
+        editor->NewPythonBuffer();
+        CodeEditor* buffer = editor->GetActiveCodeEditor();
+        QVERIFY(buffer);
+        buffer->setPlainText(QStringLiteral("import os"));
+        // Relative entries are taken from the working folder.
+        const QString oldDir = QDir::currentPath();
+        QDir::setCurrent(workspace.path());
+        SearchFor(QStringLiteral("os"), include, exclude);
+        QDir::setCurrent(oldDir);
+        QStringList shown;
+        for (int i = 0; i < Tree()->topLevelItemCount(); ++i)
+        {
+            const QTreeWidgetItem* root = Tree()->topLevelItem(i);
+            if (root->text(0) == QLatin1String("Internal"))
+            {
+                shown.append(root->text(0));
+                continue;
+            }
+            for (int j = 0; j < root->childCount(); ++j)
+                shown.append(root->child(j)->text(0));
+        }
+        if (files.isEmpty())
+        {
+            // Wildcards match the whole path: only the spelled-out one finds its file.
+            QCOMPARE(shown.contains(QStringLiteral("Internal")), false);
+            return;
+        }
+        QCOMPARE(shown, files);
+    }
+
+    void openFilesAreSearchedAsTheyStandAndFollowEdits()
+    {
+        QVERIFY(editor->OpenFile(Ws("a.txt")));
+        CodeEditor* code = OpenedEditor(Ws("a.txt"));
+        QVERIFY(code);
+        code->moveCursor(QTextCursor::End);
+        code->insertPlainText(QStringLiteral("unsaved os\n"));
+        SearchFor(QStringLiteral("os"));
+        const QTreeWidgetItem* a = Tree()->topLevelItem(0)->child(1);
+        QCOMPARE(a->text(0), QStringLiteral("a.txt"));
+        QCOMPARE(a->childCount(), 2);
+        QCOMPARE(a->child(1)->text(0), QStringLiteral("unsaved os"));
+
+        // While the view shows, an edit rebuilds that file's branch only.
+        code->moveCursor(QTextCursor::End);
+        QTest::keyClicks(code, QStringLiteral("os again"));
+        QTRY_COMPARE(Tree()->topLevelItem(0)->child(1)->childCount(), 3);
+        code->selectAll();
+        QTest::keyClicks(code, QStringLiteral("nothing"));
+        QTRY_COMPARE(Tree()->topLevelItem(0)->child(1)->text(0), QStringLiteral("b.py"));
+        // Back again, in its place by name.
+        code->selectAll();
+        QTest::keyClicks(code, QStringLiteral("os"));
+        QTRY_COMPARE(Tree()->topLevelItem(0)->child(0)->text(0), QStringLiteral("a.txt"));
+        QCOMPARE(ReadFile(Ws("a.txt")), QByteArray("first os\n"));
+    }
+
+    void nextResultSelectsTheMatchInItsEditor()
+    {
+        SearchFor(QStringLiteral("os"));
+        editor->FindInFilesNext();
+        CodeEditor* code = OpenedEditor(Ws("A/x.mel"));
+        QVERIFY(code);
+        QCOMPARE(editor->GetActiveCodeEditor(), code);
+        QCOMPARE(code->textCursor().selectedText(), QStringLiteral("os"));
+        QCOMPARE(code->textCursor().selectionStart(), 16);
+        editor->FindInFilesNext();
+        QCOMPARE(OpenedEditor(Ws("a.txt"))->textCursor().selectionStart(), 6);
+        editor->FindInFilesNext();
+        CodeEditor* b = OpenedEditor(Ws("b.py"));
+        QVERIFY(b);
+        QCOMPARE(b->textCursor().selectionStart(), 7);
+        editor->FindInFilesPrevious();
+        editor->FindInFilesPrevious();
+        editor->FindInFilesPrevious();
+        // Back past the first: the last match of all.
+        QCOMPARE(editor->GetActiveCodeEditor(), OpenedEditor(Ws("c/latin1.txt")));
+    }
+
+    void replaceInFilesEditsBuffersAndLeavesDisksAlone()
+    {
+        const QByteArray bBefore = ReadFile(Ws("b.py"));
+        const QByteArray zBefore = ReadFile(Ws("c/deep/z.py"));
+        editor->ReplaceInFiles();
+        Edit("replaceEdit")->setText(QStringLiteral("sys"));
+        SearchFor(QStringLiteral("os"), Ws("b.py") + QStringLiteral(", ") + Ws("c/deep"));
+        QVERIFY(View()->IsReplaceActive());
+        QCOMPARE(Tree()->topLevelItemCount(), 2);
+
+        // One match through the row's own button.
+        QTreeWidgetItem* firstMatch = Tree()->topLevelItem(0)->child(0)->child(0);
+        Tree()->setCurrentItem(firstMatch);
+        FlatButton* rowButton = View()->GetResultsView()->GetReplaceButton();
+        QVERIFY(rowButton->isVisible());
+        QCOMPARE(rowButton->geometry().right(), Tree()->viewport()->width() - 1);
+        QTest::mouseClick(rowButton, Qt::LeftButton);
+        CodeEditor* b = OpenedEditor(Ws("b.py"));
+        QVERIFY(b);
+        QCOMPARE(b->GetText(), QStringLiteral("import sys\nos.path  # os twice: os\n"));
+
+        // The rest after the question.
+        QTimer::singleShot(50, []
+        {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            if (!box)
+                return;
+            for (QAbstractButton* button : box->buttons())
+            {
+                if (button->text() == QLatin1String("Replace"))
+                    button->click();
+            }
+        });
+        View()->ReplaceAll();
+        QCOMPARE(b->GetText(), QStringLiteral("import sys\nsys.path  # sys twice: sys\n"));
+        CodeEditor* z = OpenedEditor(Ws("c/deep/z.py"));
+        QVERIFY(z);
+        QCOMPARE(z->GetText(), QStringLiteral("\n\nx = sys\n"));
+        QVERIFY(b->IsModified());
+        QVERIFY(z->IsModified());
+        QCOMPARE(ReadFile(Ws("b.py")), bBefore);
+        QCOMPARE(ReadFile(Ws("c/deep/z.py")), zBefore);
+
+        // After the search text changes, replacing waits for the next search.
+        Edit("searchEdit")->setText(QStringLiteral("sys"));
+        QVERIFY(!View()->IsReplaceActive());
+    }
+
+    void folderOfManyEntries()
+    {
+        QTemporaryDir big(QStringLiteral("/tmp/bq2-many-XXXXXX"));
+        for (int i = 0; i < 100000; ++i)
+        {
+            QFile file(big.filePath(QStringLiteral("f%1.txt").arg(i, 6, 10, QLatin1Char('0'))));
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            if (i == 99999)
+                file.write("os last\n");
+        }
+        Settings::workspaceFolders = {big.path()};
+        SearchFor(QStringLiteral("os"));
+        QCOMPARE(Tree()->topLevelItemCount(), 1);
+        QCOMPARE(Tree()->topLevelItem(0)->child(0)->text(0), QStringLiteral("f099999.txt"));
+    }
+};
+
+QTEST_MAIN(TestSearchView)
+#include "tst_SearchView.moc"
