@@ -1,9 +1,9 @@
 #pragma once
 
 #include "editor/CodeEditorProperties.h"
-#include "language/ParserMessage.h"
 #include "editor/FileStamp.h"
 #include "editor/TextFileCodec.h"
+#include "language/ParserMessage.h"
 
 #include <QtCore/QFileSystemWatcher>
 #include <QtCore/QList>
@@ -126,8 +126,36 @@ public:
     // The context menu as ShowContextMenu runs it; the caller owns the menu.
     QMenu* CreateContextMenu();
 
+    // Smart indent: where block comments open and close, and the indent of the line that opens
+    // a bracket.
+    int GetBlockCommentOpenPosition(const QTextCursor& cursor) const;
+    int GetBlockCommentClosePosition(const QTextCursor& cursor, int offset) const;
+    int GetIndentCountAtPreviousBlock(const QTextCursor& cursor) const;
+    bool GetOpeningBraceIndent(QChar c, int position, QString& indent) const;
+    bool GetOpeningBraceIndent(QChar c, int position, QString& indent, const QTextBlock& block) const;
+    void SmartIndentOpenCurlyBrace(QTextCursor& cursor);
+    void UpdateIndentationOnNewLine(QTextCursor& cursor, const QTextBlock& block,
+                                    const CodeEditorBlockData* data, int column, QChar previous, QChar next);
+
+    // The indent operations the editing commands are made of; each works on the given cursor.
+    bool IsCursorInBlockIndent(bool useAnchor) const;
+    bool IsCursorInBlockIndent(const QTextCursor& cursor, bool useAnchor) const;
+    void IncreaseSpacesIndent(QTextCursor& cursor);
+    void IncreaseTabIndent(QTextCursor& cursor);
+    void DecreaseSpacesIndent(QTextCursor& cursor, bool fullStep);
+    void DecreaseTabIndent(QTextCursor& cursor);
+    void ConvertLeadingTabsToSpaces(QTextCursor& cursor);
+    QString ConvertLeadingTabsToSpaces(const QString& text) const;
+    void ConvertLeadingSpacesToTabs(QTextCursor& cursor, bool keepRemainder);
+    QString ConvertLeadingSpacesToTabs(const QString& text) const;
+    static void WrapSelection(QTextCursor& cursor, const QString& open, const QString& close);
+
+    // The clipboard format of a whole line copied without a selection.
+    static const char* const LINE_MIME_TYPE;
+
     // Messages of the parsers, the syntax check and Pylint, and what shows them.
-    void UpdateErrorsAndWarnings(const QList<ParserMessage>& newErrors, const QList<ParserMessage>& newWarnings,
+    void UpdateErrorsAndWarnings(const QList<ParserMessage>& newErrors,
+                                 const QList<ParserMessage>& newWarnings,
                                  const QList<ParserMessage>& newInfos);
     void UpdateErrorsAndWarnings();
     static void OffsetParserMessages(QList<ParserMessage>& messages, int position, int removed, int added);
@@ -233,6 +261,15 @@ public slots:
     virtual void IncreaseIndent(bool fullLine);
     virtual void DecreaseIndent();
 
+    void MoveLine(bool up);
+    void CopyLine(bool up);
+    void DeleteLines();
+    void ToggleComment();
+    void ToggleBlockComment();
+    void ConvertTabsToSpaces();
+    void TrimTrailingWhiteSpaces(bool ensureNewLineAtEof);
+    void EnsureNewLineAtEof();
+
     // Decorations; see the attachment points below.
     virtual void UpdateLineNumberWidth();
     virtual void UpdateLineNumbers(const QRect& rect, int dy);
@@ -332,6 +369,15 @@ private:
     void SelectDollarVariable();
     void AddContextMenuAction(QMenu* menu, const QString& text, const char* slot, KeySequenceType type);
     void AddPythonContextMenu(QMenu* menu);
+    int LeadingWidth(const QString& text) const;
+    int ColumnWidth(const QTextCursor& cursor) const;
+    void IndentLines(bool increase);
+    void PrepareIndentIncrease(QTextCursor& cursor, bool spaces);
+    void ToggleCommentLines(const QString& mark, int firstBlock, int lastBlock);
+    void ToggleCommentLine(const QString& mark);
+    void RemoveCommentMark(QTextCursor& cursor, const QString& mark);
+    void RemoveBlockComment(QTextCursor& cursor, int closeOffset);
+    void GetLineRange(int& firstBlock, int& lastBlock) const;
 
     CodeEditorProperties properties;
     int tabSize = 4;

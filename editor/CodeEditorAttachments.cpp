@@ -8,55 +8,6 @@
 
 #include <QtGui/QTextBlock>
 
-void CodeEditor::CustomCut()
-{
-    cut();
-}
-
-void CodeEditor::CustomCopy()
-{
-    copy();
-}
-
-void CodeEditor::CustomPaste()
-{
-    paste();
-}
-
-void CodeEditor::IncreaseIndent(bool)
-{
-    textCursor().insertText(QStringLiteral("\t"));
-}
-
-void CodeEditor::DecreaseIndent() {}
-
-void CodeEditor::InsertNewLine()
-{
-    QTextCursor cursor = textCursor();
-    cursor.insertBlock();
-    setTextCursor(cursor);
-}
-
-void CodeEditor::InsertOpeningBrace(QChar c)
-{
-    textCursor().insertText(QString(c));
-}
-
-void CodeEditor::InsertClosingBrace(QChar c)
-{
-    textCursor().insertText(QString(c));
-}
-
-void CodeEditor::InsertQuote(QChar c)
-{
-    textCursor().insertText(QString(c));
-}
-
-bool CodeEditor::InsertBackspace()
-{
-    return false;
-}
-
 CodeEditorBlockData* CodeEditor::GetBlockData(const QTextBlock& block)
 {
     return block.isValid() ? dynamic_cast<CodeEditorBlockData*>(block.userData()) : nullptr;
