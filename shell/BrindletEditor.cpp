@@ -180,6 +180,7 @@ void BrindletEditor::ConnectCodeEditorGroup(CodeEditorGroup* group)
     connect(group, SIGNAL(ExecuteAllPressed()), this, SLOT(ExecuteAll()));
     connect(group, SIGNAL(ExecuteLinePressed()), this, SLOT(ExecuteLine()));
     connect(group, SIGNAL(SaveScriptToShelfPressed()), this, SLOT(SaveScriptToShelf()));
+    connect(group, SIGNAL(InsertPathRequested()), this, SLOT(ShowInsertPathDialog()));
     connect(group, SIGNAL(PythonDirRequested()), this, SLOT(PythonDirSelection()));
     connect(group, SIGNAL(PythonHelpRequested()), this, SLOT(PythonHelpSelection()));
     connect(group, SIGNAL(PythonUpdateModuleStateRequested()), this, SLOT(PythonUpdateModuleState()));

@@ -2,7 +2,9 @@
 
 #include "editor/CodeEditorProperties.h"
 #include "settings/KeyBindings.h"
+#include "language/ParserItem.h"
 #include "shell/ExecuteType.h"
+#include "sidebar/GoToFilterType.h"
 #include "sidebar/SideBarView.h"
 #include "tabs/TabDropZone.h"
 
@@ -15,6 +17,7 @@ class ActivityBar;
 class BaseParser;
 class CodeEditor;
 class CodeEditorGroup;
+class GoToWidget;
 class QFileInfo;
 class PanelGroup;
 class QAction;
@@ -102,6 +105,8 @@ public:
     QAction* GetToggleActivityBarAction() const { return toggleActivityBarAction; }
     QAction* GetToggleStatusBarAction() const { return toggleStatusBarAction; }
     QAction* GetToggleSideBarPositionAction() const { return toggleSideBarPositionAction; }
+    // The go-to palette, made on first use.
+    GoToWidget* GetGoToWidget();
 
 signals:
     void AppendToOutputRequested(const QString& text);
@@ -218,6 +223,17 @@ public slots:
     void PrintMayaEnvVarPaths();
     void ParseForcedImports();
 
+    // Navigation.
+    void ShowGotoWidget(GoToFilterType filter, bool reverse);
+    void GoToFile();
+    void GoToSymbolInFile();
+    void GoToLine();
+    void NextUsedEditor(bool backwards);
+    void SetPosition(int position, bool startOfLine);
+    void SetCurrentLine(int lineNumber);
+    void SetPositionAndScrollValue(int position, int scrollValue);
+    void ShowInsertPathDialog();
+
 protected:
     bool eventFilter(QObject* object, QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -258,6 +274,7 @@ private:
     void ChangeFocusedFontSize(int step);
     CodeEditorGroup* FirstHiddenCodeEditorGroup() const;
     void PlaceCodeEditorGroupBeside(CodeEditorGroup* group, CodeEditorGroup* target, TabDropZone dropZone);
+    QList<ParserItem> GetActiveParserItems() const;
 
     // The host's main window; it may be gone before this widget is.
     QPointer<QWidget> mainWindow;
@@ -328,4 +345,5 @@ private:
     // then would replace the user's bindings with the defaults.
     bool keyBindingsRead = false;
     bool moduleStateUpdated = false;
+    GoToWidget* goToWidget = nullptr; // child popup, made on first use
 };
