@@ -79,7 +79,7 @@ private slots:
     {
         QElapsedTimer timer;
         timer.start();
-        palette->Show(GoToFilterFile, {}, 1, 0, 0, {}, false);
+        palette->Show(GoToFilterFile, nullptr, 1, 0, 0, {}, false);
         QCoreApplication::processEvents();
         const double ms = static_cast<double>(timer.nsecsElapsed()) / 1.0e6;
         QCOMPARE(palette->GetRowCount(), FILE_COUNT);

@@ -1,5 +1,8 @@
 #include "editor/CodeEditor.h"
 
+#include "editor/CodeEditorErrorBarOverlay.h"
+#include "editor/CodeEditorLineNumbers.h"
+
 #include "plugin/MayaUtil.h"
 #include "settings/ColorSettings.h"
 #include "settings/Settings.h"
@@ -26,6 +29,9 @@ CodeEditor::CodeEditor(CodeEditorProperties properties, KeyBindings* keyBindings
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     setCenterOnScroll(false);
+
+    lineNumbers = new CodeEditorLineNumbers(this);
+    errorBarOverlay = new CodeEditorErrorBarOverlay(verticalScrollBar());
 
     dropOverlay = new OverlayWidget(this);
     dropOverlay->setAttribute(Qt::WA_TransparentForMouseEvents);

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "editor/CodeEditorProperties.h"
+#include "language/ParserMessage.h"
 
 #include <QtCore/QFileSystemWatcher>
 #include <QtCore/QList>
+#include <QtCore/QMap>
 #include <QtCore/QPointer>
 #include <QtCore/QRegularExpression>
 #include <QtCore/QString>
@@ -11,11 +13,14 @@
 #include <QtGui/QTextCursor>
 #include <QtWidgets/QPlainTextEdit>
 
+class CodeEditorErrorBarOverlay;
+class CodeEditorLineNumbers;
 class KeyBindings;
 enum class KeySequenceType : int;
 class OverlayWidget;
 class QMenu;
 class QSyntaxHighlighter;
+class QTextBlock;
 class QTextCharFormat;
 
 // The text widget of one buffer: knows its language, its file, its tab rules, and turns the
@@ -118,6 +123,20 @@ public:
     // The context menu as ShowContextMenu runs it; the caller owns the menu.
     QMenu* CreateContextMenu();
 
+    // Messages of the parsers, the syntax check and Pylint, and what shows them.
+    void UpdateErrorsAndWarnings(const QList<ParserMessage>& newErrors, const QList<ParserMessage>& newWarnings,
+                                 const QList<ParserMessage>& newInfos);
+    void UpdateErrorsAndWarnings();
+    static void OffsetParserMessages(QList<ParserMessage>& messages, int position, int removed, int added);
+    QString GetErrorAndWarningsText() const;
+    int GetNumberOfErrors() const { return static_cast<int>(errors.size()); }
+    int GetNumberOfWarnings() const { return static_cast<int>(warnings.size()); }
+    int GetLineNumberWidth() const;
+    int GetGutterWidth() const;
+    void LineNumberPaintEvent(QPaintEvent* event);
+    int GetIndentGuideCount(const QTextBlock& block) const;
+    void PythonSyntaxCheck();
+
     // Formats of the colour table shared by all editors; an edit of a colour reaches every editor.
     static QTextCharFormat* sPlainTextFormat;
     static QTextCharFormat* sCurrentLineFormat;
@@ -191,6 +210,9 @@ protected:
     void focusInEvent(QFocusEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    bool event(QEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
 
     // Attachment points. Each default is what a plain QPlainTextEdit does, so the editor works on
     // its own; block data, editing commands, decorations, highlighters and completers fill them in.
@@ -223,6 +245,28 @@ protected:
     int findInSelectionEnd = -1;
     // Set during bulk edits that rebuild the text, so that marks are not moved for each piece.
     bool ignoreContentsChange = false;
+
+    // The extra selections, in drawing order.
+    void HighlightFindReplaceSelectedRegion();
+    void HighlightCurrentLine();
+    void HighlightMatchedSelection();
+    void HighlightFoundSelection(bool global);
+    void HighlightMatchedBraces();
+    void HighlightMatchedBraces(int first, int second);
+    void HighlightErrorsAndWarnings();
+    void AddExtraSelection(const QTextCursor& cursor, const QTextCharFormat& format);
+    QString ToolTipTextAt(const QPoint& pos) const;
+    void PaintIndentationGuides();
+
+    CodeEditorLineNumbers* lineNumbers = nullptr;         // child
+    CodeEditorErrorBarOverlay* errorBarOverlay = nullptr; // child of the vertical scroll bar
+    QList<ParserMessage> errors;
+    QList<ParserMessage> warnings;
+    QList<ParserMessage> infos;
+    // Block number to the text of its message, for the gutter's tooltips and the status bar.
+    QMap<int, QString> errorLines;
+    QMap<int, QString> warningLines;
+    QMap<int, QString> infoLines;
 
 private:
     enum class KeyResult

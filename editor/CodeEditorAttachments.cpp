@@ -70,21 +70,3 @@ QWidget* CodeEditor::CreateAutoCompleter()
 }
 
 void CodeEditor::UpdateAutoCompleterPopup(const QTextCursor&, const QRect&, bool) {}
-
-void CodeEditor::OffsetMessages(int, int, int) {}
-
-void CodeEditor::UpdateErrorBarBlockHeights() {}
-
-void CodeEditor::ResizeErrorBar() {}
-
-void CodeEditor::ResizeLineNumbers() {}
-
-void CodeEditor::UpdateLineNumberWidth() {}
-
-void CodeEditor::UpdateLineNumbers(const QRect&, int) {}
-
-void CodeEditor::UpdateExtraSelections()
-{
-    extraSelections.clear();
-    setExtraSelections(extraSelections);
-}

@@ -1,5 +1,6 @@
 #include "HostMelInfoBuiltins.h"
 
+#include "HostCommandHelp.h"
 #include "HostMelBuiltins.h"
 #include "HostMelSession.h"
 #include "HostOptionVars.h"
@@ -184,6 +185,12 @@ QString FlagLine(const QString& shortName, const QString& longName, const QStrin
 
 bool FlagLines(const QString& command, QString& lines)
 {
+    const QString described = HostCommandHelp::FlagLines(command);
+    if (!described.isNull())
+    {
+        lines = described;
+        return true;
+    }
     if (const HostPluginCommand* plugin = HostPluginRegistry::FindCommand(command))
     {
         const MSyntax syntax = plugin->syntax ? plugin->syntax() : MSyntax();

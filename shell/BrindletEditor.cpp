@@ -202,6 +202,7 @@ void BrindletEditor::CreateConnections()
     connect(panelGroup, SIGNAL(ReceivedFocus()), this, SLOT(CheckForFileChanges()));
     connect(sideBar, SIGNAL(SideBarVisibilityChangeRequested(bool)), this, SLOT(SetSideBarVisible(bool)));
     connect(sideBar, SIGNAL(ViewChangeRequested(SideBarView)), this, SLOT(SetSideBarView(SideBarView)));
+    ConnectSideBar();
     connect(activityBar, SIGNAL(ViewSelected(SideBarView)), this,
             SLOT(OnActivityBarViewSelected(SideBarView)));
     connect(activityBar, SIGNAL(ActivityBarVisibilityChangeRequested(bool)), this,
@@ -326,6 +327,7 @@ void BrindletEditor::RefreshCodeEditorGroups(bool equalizeSizes)
     }
     for (CodeEditorGroup* group : codeEditorGroups)
         group->SetTabDropOtherGroupsEnabled(count != codeEditorGroups.size());
+    RefreshOpenCodeEditorsView();
     if (equalizeSizes)
         editorGroupSplitter->setSizes(QList<int>(editorGroupSplitter->count(), 1));
 }
@@ -339,6 +341,7 @@ void BrindletEditor::FocusActiveCodeEditor()
 
 void BrindletEditor::OnActiveCodeEditorChanged()
 {
+    UpdateOpenCodeEditorViewSelection();
     sideBar->SaveOutline();
     if (CodeEditorGroup* group = GetActiveCodeEditorGroup())
         group->UpdateParser();
@@ -387,14 +390,21 @@ void BrindletEditor::UpdateCursorPosition()
     int column = 0;
     int selected = 0;
     codeEditor->GetCursorStatus(line, column, selected);
+    statusBar->SetInfo(codeEditor->GetErrorAndWarningsText());
     statusBar->SetCursorPosition(line, column, selected);
 }
 
 void BrindletEditor::UpdateStatusBarInfo()
 {
-    // Error and warning counts come with the parsers' decorations; until then there are none.
-    statusBar->SetErrorAndWarningCount(0, 0);
-    statusBar->SetInfo(QString());
+    const CodeEditor* codeEditor = GetActiveCodeEditor();
+    if (!codeEditor)
+    {
+        statusBar->SetErrorAndWarningCount(0, 0);
+        statusBar->SetInfo(QString());
+        return;
+    }
+    statusBar->SetErrorAndWarningCount(codeEditor->GetNumberOfErrors(), codeEditor->GetNumberOfWarnings());
+    statusBar->SetInfo(codeEditor->GetErrorAndWarningsText());
 }
 
 void BrindletEditor::UpdateOverwriteMode()

@@ -2,7 +2,6 @@
 
 #include "editor/CodeEditorProperties.h"
 #include "settings/KeyBindings.h"
-#include "language/ParserItem.h"
 #include "shell/ExecuteType.h"
 #include "sidebar/GoToFilterType.h"
 #include "sidebar/SideBarView.h"
@@ -234,6 +233,21 @@ public slots:
     void SetPositionAndScrollValue(int position, int scrollValue);
     void ShowInsertPathDialog();
 
+    // Side bar.
+    void RefreshOpenCodeEditorsView();
+    void UpdateOpenCodeEditorViewSelection();
+    void ShowQuickHelp();
+    void SetQuickHelpSearchText(const QString& text, bool showWhenHidden);
+    void InsertQuickHelpFlag(const QString& flag);
+    void OnOutlineSelectionChanged(int startPos, int endPos);
+    void OnShowInSideBarRequested(const QString& path);
+    void OnWorkspaceItemDeleted(const QString& path, bool isFolder);
+    void OnWorkspaceModified();
+    void RefreshWorkspace();
+    void AddFolderToWorkspace(const QString& dirPath);
+    void SaveWorkspaceAs();
+    void OpenWorkspace();
+
 protected:
     bool eventFilter(QObject* object, QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -274,7 +288,7 @@ private:
     void ChangeFocusedFontSize(int step);
     CodeEditorGroup* FirstHiddenCodeEditorGroup() const;
     void PlaceCodeEditorGroupBeside(CodeEditorGroup* group, CodeEditorGroup* target, TabDropZone dropZone);
-    QList<ParserItem> GetActiveParserItems() const;
+    void ConnectSideBar();
 
     // The host's main window; it may be gone before this widget is.
     QPointer<QWidget> mainWindow;

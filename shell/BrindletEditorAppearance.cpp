@@ -5,6 +5,7 @@
 #include "output/OutputTextEdit.h"
 #include "output/PanelGroup.h"
 #include "settings/Settings.h"
+#include "sidebar/SideBar.h"
 #include "tabs/CodeEditorGroup.h"
 
 #include <QtWidgets/QApplication>
@@ -14,6 +15,7 @@ void BrindletEditor::UpdateFontsAndColors()
     for (CodeEditorGroup* group : codeEditorGroups)
         group->UpdateFontsAndColors();
     panelGroup->UpdateFontsAndColors();
+    sideBar->UpdateColors();
 }
 
 void BrindletEditor::UpdateCodeEditorFont()

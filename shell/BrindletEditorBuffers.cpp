@@ -457,6 +457,7 @@ void BrindletEditor::SaveAs()
     properties.label = info.fileName();
     group->SetProperties(group->GetCurrentIndex(), properties);
     ReplaceOutlineExpandedHashPath(oldPath, properties.filePath);
+    RefreshOpenCodeEditorsView();
     UpdateTitleBar();
 }
 
@@ -518,6 +519,7 @@ void BrindletEditor::Rename(CodeEditorGroup* codeEditorGroup, int codeEditorInde
         // Only the label changes; the buffer's file keeps its name.
         properties.label = name;
         codeEditorGroup->SetProperties(codeEditorIndex, properties);
+        RefreshOpenCodeEditorsView();
     }
     UpdateTitleBar();
 }
@@ -554,6 +556,7 @@ void BrindletEditor::OnFilePathChanged(const QString& oldFilePath, const QString
     for (CodeEditorGroup* group : codeEditorGroups)
         group->UpdateFilePath(oldFilePath, newFilePath, language);
     ReplaceOutlineExpandedHashPath(oldFilePath, newFilePath);
+    RefreshOpenCodeEditorsView();
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -629,6 +632,7 @@ bool BrindletEditor::CloseCodeEditor(CodeEditorGroup* group, int index, bool pro
         }
         AddRecentFile(codeEditor->GetFilePath());
     }
+    sideBar->ClearStoredDetailsFromOutline(codeEditor->GetFilePath());
     group->DeleteCodeEditor(index);
     RefreshCodeEditorGroups(false);
     if (GetCodeEditorCount() == 0)

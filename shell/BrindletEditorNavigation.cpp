@@ -47,13 +47,6 @@ GoToWidget* BrindletEditor::GetGoToWidget()
     return goToWidget;
 }
 
-QList<ParserItem> BrindletEditor::GetActiveParserItems() const
-{
-    // The parsers join the editor groups with the language services; until a group has one,
-    // a buffer has no symbols to list.
-    return {};
-}
-
 void BrindletEditor::ShowGotoWidget(GoToFilterType filter, bool reverse)
 {
     CodeEditor* codeEditor = GetCodeEditorWithFocus();
@@ -71,7 +64,7 @@ void BrindletEditor::ShowGotoWidget(GoToFilterType filter, bool reverse)
 
     const QList<CodeEditorProperties> editors =
         filter == GoToFilterCodeEditor ? group->GetLastUsedEditors() : QList<CodeEditorProperties>();
-    palette->Show(filter, GetActiveParserItems(), codeEditor->GetLineCount(), codeEditor->GetCursorPosition(),
+    palette->Show(filter, group->GetParser(), codeEditor->GetLineCount(), codeEditor->GetCursorPosition(),
                   codeEditor->GetVerticalScrollBarValue(), editors, reverse);
 }
 

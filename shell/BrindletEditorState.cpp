@@ -227,4 +227,12 @@ void BrindletEditor::UpdateKeyBindings()
     activityBar->UpdateKeyBindings();
 }
 
-void BrindletEditor::UpdateCodeEditorExtraSelections() {}
+void BrindletEditor::UpdateCodeEditorExtraSelections()
+{
+    // Marks of the search in files depend on the side bar's state; every open editor shows them.
+    for (CodeEditorGroup* group : codeEditorGroups)
+    {
+        for (CodeEditor* codeEditor : group->GetCodeEditors())
+            codeEditor->UpdateExtraSelections();
+    }
+}

@@ -1,5 +1,6 @@
 #include "sidebar/GoToWidget.h"
 
+#include "language/BaseParser.h"
 #include "settings/ColorSettings.h"
 #include "settings/Settings.h"
 #include "sidebar/HtmlDelegate.h"
@@ -105,6 +106,13 @@ void GoToWidget::CreateConnections()
 
 // ---------------------------------------------------------------------------------------------
 // Showing and closing
+
+void GoToWidget::Show(GoToFilterType filter, BaseParser* parser, int lines, int cursorPosition, int scrollValue,
+                      const QList<CodeEditorProperties>& lastUsedEditors, bool reverse)
+{
+    Show(filter, parser ? parser->GetItems() : QList<ParserItem>(), lines, cursorPosition, scrollValue,
+         lastUsedEditors, reverse);
+}
 
 void GoToWidget::Show(GoToFilterType filter, const QList<ParserItem>& symbols, int lines, int cursorPosition,
                       int scrollValue, const QList<CodeEditorProperties>& lastUsedEditors, bool reverse)

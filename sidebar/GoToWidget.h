@@ -9,6 +9,7 @@
 #include <QtGui/QIcon>
 #include <QtWidgets/QWidget>
 
+class BaseParser;
 class QHBoxLayout;
 class QLabel;
 class QLineEdit;
@@ -31,6 +32,9 @@ public:
 
     explicit GoToWidget(QWidget* parent = nullptr);
 
+    // The symbols are the parser's items of its last run; without a parser there are none.
+    void Show(GoToFilterType filter, BaseParser* parser, int lineCount, int cursorPosition, int scrollValue,
+              const QList<CodeEditorProperties>& lastUsedEditors, bool reverse);
     void Show(GoToFilterType filter, const QList<ParserItem>& symbols, int lineCount, int cursorPosition,
               int scrollValue, const QList<CodeEditorProperties>& lastUsedEditors, bool reverse);
     void Cancel();

@@ -1,5 +1,13 @@
 #include "sidebar/SideBar.h"
 
+#include "settings/Settings.h"
+#include "sidebar/ExplorerView.h"
+#include "sidebar/OpenCodeEditorsView.h"
+#include "sidebar/OutlineView.h"
+#include "sidebar/QuickHelpView.h"
+#include "sidebar/WorkspaceView.h"
+
+#include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QStackedWidget>
 #include <QtWidgets/QVBoxLayout>
@@ -7,9 +15,11 @@
 SideBar::SideBar(KeyBindings* bindings, QWidget* parent) : QWidget(parent), keyBindings(bindings)
 {
     setObjectName(QStringLiteral("SideBar"));
+    setAutoFillBackground(true);
     CreateWidgets();
     CreateLayout();
     CreateConnections();
+    SetView(SideBarViewExplorer);
 }
 
 QWidget* SideBar::CreatePage(const QString& title)
@@ -27,23 +37,43 @@ QWidget* SideBar::CreatePage(const QString& title)
 void SideBar::CreateWidgets()
 {
     stack = new QStackedWidget(this);
-    stack->addWidget(CreatePage(QStringLiteral("Explorer")));
+    explorerView = new ExplorerView(keyBindings, stack);
+    quickHelpView = new QuickHelpView(keyBindings, stack);
+    stack->addWidget(explorerView);
     stack->addWidget(CreatePage(QStringLiteral("Search")));
-    stack->addWidget(CreatePage(QStringLiteral("Quick Help")));
+    stack->addWidget(quickHelpView);
 }
 
 void SideBar::CreateLayout()
 {
-    auto* layout = new QVBoxLayout(this);
+    auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
     layout->addWidget(stack);
 }
 
-void SideBar::CreateConnections() {}
+void SideBar::CreateConnections()
+{
+    connect(explorerView, SIGNAL(CodeEditorSelected(int, int)), this, SLOT(OnCodeEditorSelected(int, int)));
+    connect(explorerView, SIGNAL(FileOpenRequested(QString, bool)), this, SLOT(OnFileOpenRequested(QString, bool)));
+    connect(explorerView, SIGNAL(FilePathChanged(QString, QString)), this,
+            SLOT(OnFilePathChanged(QString, QString)));
+    connect(explorerView, SIGNAL(FindInSelected(QString, QString)), this, SLOT(ShowSearchView(QString, QString)));
+    connect(explorerView, SIGNAL(WorkspaceItemDeleted(QString, bool)), this,
+            SLOT(OnWorkspaceItemDeleted(QString, bool)));
+    connect(explorerView, SIGNAL(WorkspaceModified()), this, SLOT(OnWorkspaceModified()));
+    connect(explorerView, SIGNAL(OutlineSelectionChanged(int, int)), this, SLOT(OnOutlineSelectionChanged(int, int)));
+    connect(explorerView, SIGNAL(HideSideBarRequested()), this, SLOT(OnHideSideBarRequested()));
+    connect(explorerView, SIGNAL(SaveAllRequested()), this, SLOT(OnSaveAllRequested()));
+    connect(explorerView, SIGNAL(CloseAllRequested()), this, SLOT(OnCloseAllRequested()));
+    connect(quickHelpView, SIGNAL(FlagSelected(QString)), this, SLOT(OnQuickHelpFlagSelected(QString)));
+    connect(quickHelpView, SIGNAL(HideSideBarRequested()), this, SLOT(OnHideSideBarRequested()));
+}
 
 void SideBar::SetView(SideBarView view)
 {
     stack->setCurrentIndex(static_cast<int>(view));
+    Settings::searchViewActive = view == SideBarViewSearch;
 }
 
 SideBarView SideBar::GetView() const
@@ -51,12 +81,150 @@ SideBarView SideBar::GetView() const
     return static_cast<SideBarView>(stack->currentIndex());
 }
 
-void SideBar::SaveState() {}
-
-void SideBar::SaveOutline() {}
-
-void SideBar::SaveWorkspace() {}
-
-void SideBar::ClearInvalidDetailsFromOutline(const QStringList& /*paths*/) {}
+void SideBar::SaveState()
+{
+    explorerView->SaveState();
+}
 
 void SideBar::UpdateKeyBindings() {}
+
+void SideBar::UpdateColors()
+{
+    explorerView->GetWorkspaceView()->UpdateColors();
+    explorerView->GetOutlineView()->UpdateColors();
+    explorerView->GetOpenCodeEditorsView()->UpdateColors();
+    quickHelpView->UpdateColors();
+}
+
+// ---------------------------------------------------------------------------------------------
+// Downward
+
+void SideBar::SetOpenCodeEditors(int groupIndex, const QList<CodeEditorProperties>& propertiesList)
+{
+    explorerView->GetOpenCodeEditorsView()->SetCodeEditors(groupIndex, propertiesList);
+}
+
+void SideBar::SetCurrentCodeEditor(int groupIndex, int codeEditorIndex)
+{
+    explorerView->GetOpenCodeEditorsView()->SetCurrentCodeEditor(groupIndex, codeEditorIndex);
+}
+
+void SideBar::RefreshWorkspace()
+{
+    explorerView->GetWorkspaceView()->Refresh();
+}
+
+void SideBar::OpenWorkspace(const QString& path)
+{
+    explorerView->GetWorkspaceView()->OpenWorkspace(path);
+}
+
+void SideBar::SaveWorkspace()
+{
+    explorerView->GetWorkspaceView()->SaveWorkspace();
+}
+
+void SideBar::SaveWorkspaceAs(const QString& path)
+{
+    explorerView->GetWorkspaceView()->SaveWorkspaceAs(path);
+}
+
+void SideBar::AddFolderToWorkspace(const QString& path)
+{
+    explorerView->AddFolderToWorkspace(path);
+}
+
+void SideBar::RevealInWorkspace(const QString& path)
+{
+    explorerView->GetWorkspaceView()->Reveal(path);
+}
+
+QStringList SideBar::GetWorkspaceFiles() const
+{
+    return explorerView->GetWorkspaceView()->GetWorkspaceFiles();
+}
+
+void SideBar::UpdateOutline(const QList<ParserItem>& items, const QString& filePath,
+                            CodeEditorLanguage language)
+{
+    explorerView->GetOutlineView()->SetItems(items, filePath, language);
+}
+
+void SideBar::SaveOutline()
+{
+    explorerView->GetOutlineView()->Save();
+}
+
+void SideBar::ClearStoredDetailsFromOutline(const QString& filePath)
+{
+    explorerView->GetOutlineView()->ClearStoredDetails(filePath, false);
+}
+
+void SideBar::ClearInvalidDetailsFromOutline(const QStringList& paths)
+{
+    explorerView->GetOutlineView()->ClearInvalidDetails(paths);
+}
+
+void SideBar::SetQuickHelpSearchText(const QString& text, bool selectAll)
+{
+    quickHelpView->SetSearchText(text, selectAll);
+}
+
+void SideBar::ShowSearchView(const QString& /*includeStr*/, const QString& /*excludeStr*/)
+{
+    // The search page takes the folder as its include filter once it exists.
+    emit ViewChangeRequested(SideBarViewSearch);
+}
+
+// ---------------------------------------------------------------------------------------------
+// Upward
+
+void SideBar::OnCodeEditorSelected(int groupIndex, int codeEditorIndex)
+{
+    emit CodeEditorSelected(groupIndex, codeEditorIndex);
+}
+
+void SideBar::OnFileOpenRequested(const QString& filePath, bool temp)
+{
+    emit FileOpenRequested(filePath, temp);
+}
+
+void SideBar::OnFilePathChanged(const QString& oldFilePath, const QString& newFilePath)
+{
+    emit FilePathChanged(oldFilePath, newFilePath);
+}
+
+void SideBar::OnWorkspaceItemDeleted(const QString& path, bool isFolder)
+{
+    emit WorkspaceItemDeleted(path, isFolder);
+}
+
+void SideBar::OnWorkspaceModified()
+{
+    emit WorkspaceModified();
+}
+
+void SideBar::OnOutlineSelectionChanged(int startPos, int endPos)
+{
+    emit OutlineSelectionChanged(startPos, endPos);
+}
+
+void SideBar::OnSaveAllRequested()
+{
+    emit SaveAllRequested();
+}
+
+void SideBar::OnCloseAllRequested()
+{
+    emit CloseAllRequested();
+}
+
+void SideBar::OnQuickHelpFlagSelected(const QString& text)
+{
+    emit QuickHelpFlagSelected(text);
+}
+
+void SideBar::OnHideSideBarRequested()
+{
+    emit SideBarVisibilityChangeRequested(false);
+}

@@ -289,7 +289,18 @@ void CodeEditorGroup::SetCurrentTabFromAction()
 
 BaseParser* CodeEditorGroup::GetParser() const
 {
-    return nullptr;
+    const CodeEditor* codeEditor = GetCurrent();
+    if (!codeEditor)
+        return nullptr;
+    switch (codeEditor->GetLanguage())
+    {
+    case CodeEditorLanguage::MEL:
+        return const_cast<MelParser*>(&melParser);
+    case CodeEditorLanguage::PYTHON:
+        return const_cast<PythonParser*>(&pythonParser);
+    default:
+        return nullptr;
+    }
 }
 
 void CodeEditorGroup::UpdateParser()
@@ -299,15 +310,31 @@ void CodeEditorGroup::UpdateParser()
 
 void CodeEditorGroup::UpdateParser(CodeEditor* codeEditor)
 {
-    // A hidden group parses when it shows. With the parsers in place, MEL and Python text is
-    // parsed here and the messages go to the editor, or, with Pylint on, the text goes to the
-    // worker; a buffer without a parser gets empty message lists.
+    // A hidden group parses when it shows.
     if (!codeEditor || !codeEditor->isVisible() || !parsingEnabled)
     {
         emit ParserUpdated(nullptr);
         return;
     }
-    emit ParserUpdated(GetParser());
+    const QString text = codeEditor->GetText();
+    const QString path = codeEditor->GetFilePath();
+    BaseParser* parser = nullptr;
+    if (codeEditor->GetLanguage() == CodeEditorLanguage::MEL)
+        parser = &melParser;
+    else if (codeEditor->GetLanguage() == CodeEditorLanguage::PYTHON)
+        parser = &pythonParser;
+    if (!parser)
+    {
+        codeEditor->UpdateErrorsAndWarnings({}, {}, {});
+        emit ParserUpdated(nullptr);
+        return;
+    }
+    parser->Parse(text, path);
+    // With Pylint on, the symbols still come from the parser, but the messages come from Pylint
+    // once the worker answers.
+    if (!(parser == &pythonParser && Settings::pylintEnabled))
+        codeEditor->UpdateErrorsAndWarnings(parser->GetErrors(), parser->GetWarnings(), parser->GetInfos());
+    emit ParserUpdated(parser);
 }
 
 void CodeEditorGroup::showEvent(QShowEvent* event)

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "editor/CodeEditorProperties.h"
+#include "language/MelParser.h"
+#include "language/PythonParser.h"
 #include "tabs/TabDropZone.h"
 
 #include <QtCore/QList>
@@ -97,8 +99,7 @@ public:
     bool IsTabDropOtherGroupsEnabled() const { return tabDropOtherGroupsEnabled; }
     TabDropZone GetDropZone() const { return dropZone; }
 
-    // Parsing. The MEL and Python parsers attach here: until they do, no language has a parser,
-    // and every parse reports null.
+    // Parsing: one parser per language, owned by the group and reused for every run.
     void SetParsingEnabled(bool enabled) { parsingEnabled = enabled; }
     bool IsParsingEnabled() const { return parsingEnabled; }
     BaseParser* GetParser() const;
@@ -232,4 +233,6 @@ private:
     TabDropZone dropZone = TabDropZoneNone;
     QStringList lastUsedEditors; // file paths, most recent first
     bool parsingEnabled = true;
+    MelParser melParser;
+    PythonParser pythonParser;
 };

@@ -100,7 +100,7 @@ private:
     std::unique_ptr<GoToWidget> ShowFiles()
     {
         auto palette = std::make_unique<GoToWidget>();
-        palette->Show(GoToFilterFile, {}, 1, 0, 0, {}, false);
+        palette->Show(GoToFilterFile, nullptr, 1, 0, 0, {}, false);
         return palette;
     }
 
@@ -183,7 +183,7 @@ private slots:
 
         Settings::pythonHideCompiledFiles = false;
         palette->SetFileUpdateRequired();
-        palette->Show(GoToFilterFile, {}, 1, 0, 0, {}, false);
+        palette->Show(GoToFilterFile, nullptr, 1, 0, 0, {}, false);
         QCOMPARE(palette->GetRowCount(), 2);
     }
 
@@ -193,10 +193,10 @@ private slots:
         auto palette = ShowFiles();
         QCOMPARE(palette->GetRowCount(), 1);
         MakeFile(QStringLiteral("b.mel"));
-        palette->Show(GoToFilterFile, {}, 1, 0, 0, {}, false);
+        palette->Show(GoToFilterFile, nullptr, 1, 0, 0, {}, false);
         QCOMPARE(palette->GetRowCount(), 1);
         palette->SetFileUpdateRequired();
-        palette->Show(GoToFilterFile, {}, 1, 0, 0, {}, false);
+        palette->Show(GoToFilterFile, nullptr, 1, 0, 0, {}, false);
         QCOMPARE(palette->GetRowCount(), 2);
     }
 
@@ -265,7 +265,7 @@ private slots:
     {
         GoToWidget palette;
         QSignalSpy seeks(&palette, SIGNAL(SeekPositionRequested(int, bool)));
-        palette.Show(GoToFilterSymbol, {}, 1, 0, 0, {}, false);
+        palette.Show(GoToFilterSymbol, nullptr, 1, 0, 0, {}, false);
         QCOMPARE(palette.GetRowCount(), 0);
         QTest::keyClick(palette.GetLineEdit(), Qt::Key_Down);
         QTest::keyClick(palette.GetLineEdit(), Qt::Key_Return);
@@ -457,6 +457,39 @@ private slots:
         QCOMPARE(codeEditor->GetCurrentLine(), 3);
         QTest::keyClick(palette->GetLineEdit(), Qt::Key_Return);
         QCOMPARE(codeEditor->GetCursorPosition(), text.indexOf(QStringLiteral("proc second")));
+    }
+
+    // The symbols of the buffer as the MEL parser found them, without global variables.
+    void symbolModeReadsTheParser()
+    {
+        BrindletEditor* editor = OpenEditor();
+        QVERIFY(editor);
+        editor->GetActiveCodeEditorGroup()->SetCurrentIndex(0);
+        CodeEditor* codeEditor = FocusActive(editor);
+        QVERIFY(codeEditor);
+        QCOMPARE(codeEditor->GetLanguage(), CodeEditorLanguage::MEL);
+        QTest::keyClicks(codeEditor, QStringLiteral("global proc alpha() {}\nglobal string $gName;\nproc beta() {}"));
+        // The parser runs after the pause in typing.
+        GoToWidget* palette = editor->GetGoToWidget();
+        QTRY_VERIFY_WITH_TIMEOUT(
+            [&]()
+            {
+                editor->GoToSymbolInFile();
+                const bool found = palette->GetRowCount() == 2;
+                palette->close();
+                return found;
+            }(),
+            3000);
+        QVERIFY(FocusActive(editor));
+        editor->GoToSymbolInFile();
+        QVERIFY(palette->isVisible());
+        QCOMPARE(ShownRows(*palette), (QStringList{QStringLiteral("alpha"), QStringLiteral("beta")}));
+        QTest::keyClicks(palette->GetLineEdit(), QStringLiteral("bet"));
+        QTest::keyClick(palette->GetLineEdit(), Qt::Key_Return);
+        QVERIFY(!palette->isVisible());
+        // The cursor stands at the start of the proc's line.
+        QCOMPARE(codeEditor->GetCurrentLine(), 3);
+        QCOMPARE(codeEditor->GetCursorPosition(), codeEditor->GetText().indexOf(QStringLiteral("proc beta")));
     }
 
     void fileJumpOpensTheFileAndActivatesItsEditor()

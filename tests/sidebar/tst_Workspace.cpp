@@ -1,0 +1,576 @@
+#include "HostFixture.h"
+#include "plugin/MayaUtil.h"
+#include "settings/ColorSettings.h"
+#include "settings/KeyBindings.h"
+#include "settings/Settings.h"
+#include "sidebar/WorkspaceTreeWidget.h"
+#include "sidebar/WorkspaceView.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QDirIterator>
+#include <QtCore/QFile>
+#include <QtCore/QJsonArray>
+#include <QtCore/QJsonDocument>
+#include <QtCore/QJsonObject>
+#include <QtCore/QProcess>
+#include <QtCore/QTemporaryDir>
+#include <QtCore/QTimer>
+#include <QtTest/QtTest>
+#include <QtWidgets/QAbstractButton>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QInputDialog>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QMessageBox>
+
+#include <memory>
+
+namespace
+{
+bool WriteFile(const QString& path, const QByteArray& bytes)
+{
+    QDir().mkpath(QFileInfo(path).absolutePath());
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly | QIODevice::Truncate) && file.write(bytes) == bytes.size();
+}
+
+QByteArray ReadFile(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+// Everything below a folder, as relative paths: what "changes nothing" compares.
+QStringList Listing(const QString& root)
+{
+    QStringList entries;
+    QDirIterator it(root, QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden, QDirIterator::Subdirectories);
+    while (it.hasNext())
+        entries.append(QDir(root).relativeFilePath(it.next()));
+    entries.sort();
+    return entries;
+}
+
+// Another program at work on the folders.
+void Shell(const QString& command)
+{
+    QProcess::execute(QStringLiteral("sh"), {QStringLiteral("-c"), command});
+}
+
+// A folder that nobody, root included, can change; false where the platform can't do it.
+bool SetReadOnly(const QString& path, bool readOnly)
+{
+    if (!readOnly)
+    {
+        QProcess::execute(QStringLiteral("chattr"), {QStringLiteral("-i"), path});
+        return QFile::setPermissions(path, QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+    }
+    QFile::setPermissions(path, QFileDevice::ReadOwner | QFileDevice::ExeOwner);
+    QFile probe(path + QStringLiteral("/.probe"));
+    if (!probe.open(QIODevice::WriteOnly))
+        return true;
+    probe.remove();
+    QProcess::execute(QStringLiteral("chattr"), {QStringLiteral("+i"), path});
+    QFile second(path + QStringLiteral("/.probe"));
+    if (!second.open(QIODevice::WriteOnly))
+        return true;
+    second.remove();
+    return false;
+}
+
+// Answers every modal dialog that opens: text into an input dialog, a button of a message box.
+struct DialogAnswer : QObject
+{
+    QString text;
+    QMessageBox::StandardButton button = QMessageBox::Yes;
+    QStringList seen;
+    DialogAnswer()
+    {
+        timer.setInterval(20);
+        connect(&timer, &QTimer::timeout, this,
+                [this]
+                {
+                    QWidget* modal = QApplication::activeModalWidget();
+                    if (auto* input = qobject_cast<QInputDialog*>(modal))
+                    {
+                        seen.append(input->windowTitle() + QLatin1Char('|') + input->labelText());
+                        input->setTextValue(text);
+                        input->accept();
+                    }
+                    else if (auto* box = qobject_cast<QMessageBox*>(modal))
+                    {
+                        seen.append(box->windowTitle() + QLatin1Char('|') + box->text());
+                        box->button(button)->click();
+                    }
+                });
+        timer.start();
+    }
+    QTimer timer;
+};
+
+QStringList ChildTexts(const QTreeWidgetItem* item)
+{
+    QStringList texts;
+    for (int i = 0; i < item->childCount(); ++i)
+    {
+        if (!item->child(i)->isHidden())
+            texts.append(item->child(i)->text(0));
+    }
+    return texts;
+}
+
+QTreeWidgetItem* Child(QTreeWidgetItem* item, const QString& text)
+{
+    for (int i = 0; item && i < item->childCount(); ++i)
+    {
+        if (item->child(i)->text(0) == text)
+            return item->child(i);
+    }
+    return nullptr;
+}
+} // namespace
+
+// The workspace tree on real folders: lazy reading, the watcher, the workspace file and the
+// file operations of its menu.
+class TestWorkspace : public QObject
+{
+    Q_OBJECT
+
+private:
+    std::unique_ptr<HostFixture> fixture;
+    std::unique_ptr<KeyBindings> keyBindings;
+    std::unique_ptr<QTemporaryDir> disk;
+    std::unique_ptr<WorkspaceView> view;
+
+    QString Disk(const QString& relative) const { return disk->filePath(relative); }
+    WorkspaceTreeWidget* Tree() const { return view->GetTreeWidget(); }
+
+    // A shown view whose workspace is the given root folders, added to the workspace file that
+    // was used last (an empty default one at first).
+    bool MakeView(const QStringList& roots)
+    {
+        if (!QFileInfo::exists(Settings::GetWorkspacePath()) &&
+            !WriteFile(Settings::GetDefaultWorkspacePath(), "{\"folders\": []}"))
+            return false;
+        view = std::make_unique<WorkspaceView>(keyBindings.get());
+        for (const QString& root : roots)
+            view->AddFolderToWorkspace(root);
+        view->resize(400, 600);
+        view->show();
+        return QTest::qWaitForWindowExposed(view.get());
+    }
+
+    void Click(QTreeWidgetItem* item)
+    {
+        Tree()->scrollToItem(item);
+        const QPoint p = Tree()->visualItemRect(item).center();
+        QTest::mouseClick(Tree()->viewport(), Qt::LeftButton, Qt::NoModifier, p);
+    }
+
+    QStringList Watched() const
+    {
+        QStringList watched;
+        for (const QString& path : Tree()->GetWatchedDirectories())
+            watched.append(QDir(disk->path()).relativeFilePath(path));
+        watched.sort();
+        return watched;
+    }
+
+private slots:
+    void initTestCase()
+    {
+        fixture = std::make_unique<HostFixture>();
+        ColorSettings::Initialize();
+        keyBindings = std::make_unique<KeyBindings>();
+    }
+
+    void cleanupTestCase()
+    {
+        keyBindings.reset();
+        fixture.reset();
+    }
+
+    void init()
+    {
+        Settings::ResetToDefaults();
+        QFile::remove(Settings::GetDefaultWorkspacePath());
+        disk = std::make_unique<QTemporaryDir>();
+        QVERIFY(disk->isValid());
+        fixture->ClearMessages();
+    }
+
+    void cleanup() { view.reset(); }
+
+    void foldersAreReadOnlyWhenOpened()
+    {
+        QVERIFY(WriteFile(Disk("root/a/b/c/deep.mel"), "proc deep() {}"));
+        QVERIFY(WriteFile(Disk("root/a/one.py"), "x = 1"));
+        QVERIFY(WriteFile(Disk("root/Zeta.txt"), ""));
+        QVERIFY(WriteFile(Disk("root/alpha.mel"), ""));
+        QVERIFY(QDir().mkpath(Disk("root/empty")));
+        QVERIFY(MakeView({Disk("root")}));
+
+        // Only the root has been looked at, and only to see that it has entries.
+        QTreeWidgetItem* root = Tree()->topLevelItem(0);
+        QCOMPARE(Tree()->topLevelItemCount(), 1);
+        QCOMPARE(root->text(0), QStringLiteral("root"));
+        QCOMPARE(root->childCount(), 1);
+        QVERIFY(WorkspaceTreeWidget::IsPlaceholderItem(root->child(0)));
+        QVERIFY(root->child(0)->isHidden());
+        QCOMPARE(Watched(), QStringList{"root"});
+
+        // Opening a folder reads it, folders first and names without case, and looks one level
+        // ahead: "a" gets an arrow, "empty" does not, nothing below "a" is read.
+        Click(root);
+        QVERIFY(root->isExpanded());
+        QCOMPARE(ChildTexts(root), (QStringList{"a", "empty", "alpha.mel", "Zeta.txt"}));
+        QCOMPARE(Watched(), (QStringList{"root", "root/a", "root/empty"}));
+        QTreeWidgetItem* a = Child(root, "a");
+        QVERIFY(WorkspaceTreeWidget::IsPlaceholderItem(a->child(0)));
+        QCOMPARE(Child(root, "empty")->childCount(), 0);
+        QCOMPARE(Child(root, "alpha.mel")->data(0, Qt::UserRole).toString(), Disk("root/alpha.mel"));
+        QVERIFY(Child(root, "alpha.mel")->flags() & Qt::ItemIsEditable);
+        QVERIFY(!(a->flags() & Qt::ItemIsEditable));
+
+        Click(a);
+        QCOMPARE(ChildTexts(a), (QStringList{"b", "one.py"}));
+        QCOMPARE(Watched(), (QStringList{"root", "root/a", "root/a/b", "root/empty"}));
+
+        // A click on a file asks for a temporary tab, a double click for a permanent one.
+        QSignalSpy open(Tree(), &WorkspaceTreeWidget::FileOpenRequested);
+        Click(Child(a, "one.py"));
+        const QPoint p = Tree()->visualItemRect(Child(a, "one.py")).center();
+        QTest::mouseDClick(Tree()->viewport(), Qt::LeftButton, Qt::NoModifier, p);
+        QVERIFY(open.size() >= 2);
+        QCOMPARE(open.first(), (QVariantList{Disk("root/a/one.py"), true}));
+        QCOMPARE(open.last(), (QVariantList{Disk("root/a/one.py"), false}));
+
+        // Closing keeps what was read; the state is remembered for the next start.
+        Click(a);
+        QVERIFY(!a->isExpanded());
+        QCOMPARE(Settings::workspaceExpandedFolderHashes.size(), 1);
+    }
+
+    void changesOnDiskKeepOpenFoldersAndCurrentItem()
+    {
+        QVERIFY(WriteFile(Disk("root/scripts/old.py"), "x = 1"));
+        QVERIFY(WriteFile(Disk("root/scripts/keep.mel"), ""));
+        QVERIFY(WriteFile(Disk("root/other/inside.txt"), ""));
+        QVERIFY(MakeView({Disk("root")}));
+        QTreeWidgetItem* root = Tree()->topLevelItem(0);
+        Click(root);
+        Click(Child(root, "scripts"));
+        Tree()->setCurrentItem(Child(root, "scripts"));
+
+        Shell(QStringLiteral("touch '%1'").arg(Disk("root/scripts/new.mel")));
+        QTRY_VERIFY(Child(Child(Tree()->topLevelItem(0), "scripts"), "new.mel"));
+        Shell(QStringLiteral("mv '%1' '%2'").arg(Disk("root/scripts/old.py"), Disk("root/scripts/renamed.py")));
+        QTRY_VERIFY(Child(Child(Tree()->topLevelItem(0), "scripts"), "renamed.py"));
+        Shell(QStringLiteral("rm '%1'").arg(Disk("root/scripts/keep.mel")));
+        QTRY_VERIFY(!Child(Child(Tree()->topLevelItem(0), "scripts"), "keep.mel"));
+
+        root = Tree()->topLevelItem(0);
+        QTreeWidgetItem* scripts = Child(root, "scripts");
+        QCOMPARE(ChildTexts(scripts), (QStringList{"new.mel", "renamed.py"}));
+        QVERIFY(root->isExpanded());
+        QVERIFY(scripts->isExpanded());
+        QVERIFY(!Child(root, "other")->isExpanded());
+        QCOMPARE(Tree()->currentItem(), scripts);
+
+        // A new folder is seen too, and is watched in its turn.
+        Shell(QStringLiteral("mkdir '%1'").arg(Disk("root/scripts/sub")));
+        QTRY_VERIFY(Child(Child(Tree()->topLevelItem(0), "scripts"), "sub"));
+        QVERIFY(Watched().contains(QStringLiteral("root/scripts/sub")));
+    }
+
+    void workspaceFileRoundTrips()
+    {
+        QVERIFY(QDir().mkpath(Disk("first")));
+        QVERIFY(QDir().mkpath(Disk("second")));
+        QVERIFY(MakeView({Disk("first"), Disk("second"), Disk("first")}));
+        const QString path = Settings::GetDefaultWorkspacePath();
+        QCOMPARE(Settings::workspacePath, path);
+        QCOMPARE(view->GetTitleText(), QStringLiteral("<strong>WORKSPACE</strong>"));
+        const QByteArray written = ReadFile(path);
+        QVERIFY(written.contains("\n    \"folders\""));
+        QCOMPARE(QJsonDocument::fromJson(written).object().value("folders").toArray().toVariantList(),
+                 (QVariantList{Disk("first"), Disk("second")}));
+
+        // Saved under another name, the title follows the file's name.
+        const QString rigging = QDir(Settings::GetWorkspacesDirectoryPath()).filePath("rigging.bq2-workspace");
+        view->SaveWorkspaceAs(rigging);
+        QCOMPARE(view->GetTitleText(), QStringLiteral("<strong>RIGGING</strong>"));
+
+        // A new session opens the file that was used last, with its roots in their order.
+        view.reset();
+        Settings::workspaceFolders.clear();
+        view = std::make_unique<WorkspaceView>(keyBindings.get());
+        QCOMPARE(view->GetTreeWidget()->GetTopLevelFolders(), (QStringList{Disk("first"), Disk("second")}));
+        QCOMPARE(Settings::workspacePath, rigging);
+
+        // Removing a root rewrites the file at once; nothing on disk goes.
+        view->GetTreeWidget()->setCurrentItem(view->GetTreeWidget()->topLevelItem(0));
+        view->GetTreeWidget()->RemoveFolderFromWorkspace();
+        QCOMPARE(QJsonDocument::fromJson(ReadFile(rigging)).object().value("folders").toArray().toVariantList(),
+                 (QVariantList{Disk("second")}));
+        QVERIFY(QFileInfo::exists(Disk("first")));
+    }
+
+    void firstStartShowsScriptsFolderWithoutWriting()
+    {
+        QVERIFY(QDir().mkpath(MayaUtil::GetUserScriptsDirectory()));
+        view = std::make_unique<WorkspaceView>(keyBindings.get());
+        QCOMPARE(view->GetTreeWidget()->topLevelItemCount(), 1);
+        QCOMPARE(view->GetTreeWidget()->GetTopLevelFolders(),
+                 QStringList{QFileInfo(MayaUtil::GetUserScriptsDirectory()).absoluteFilePath()});
+        QVERIFY(!QFileInfo::exists(Settings::GetDefaultWorkspacePath()));
+        QCOMPARE(Settings::workspacePath, Settings::GetDefaultWorkspacePath());
+    }
+
+    void badWorkspaceFiles_data()
+    {
+        QTest::addColumn<QByteArray>("content"); // "missing" for no file at all
+        QTest::addColumn<QStringList>("roots");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("missing") << QByteArray("missing") << QStringList{"kept"}
+                                 << QStringLiteral("Failed to open workspace file: ");
+        QTest::newRow("empty") << QByteArray() << QStringList{} << QString();
+        QTest::newRow("binary") << QByteArray("\x89PNG\r\n\x1a\n\0\0", 10) << QStringList{} << QString();
+        QTest::newRow("not json") << QByteArray("{\"folders\": [\"a\"") << QStringList{} << QString();
+        QTest::newRow("folders a string") << QByteArray("{\"folders\": \"DISK/a\"}") << QStringList{} << QString();
+        QTest::newRow("no folders") << QByteArray("{\"roots\": [\"DISK/a\"]}") << QStringList{} << QString();
+        QTest::newRow("mixed elements") << QByteArray("{\"folders\": [1, null, \"DISK/a\", {}]}")
+                                        << QStringList{"a"} << QString();
+        QTest::newRow("folder gone") << QByteArray("{\"folders\": [\"DISK/gone\", \"DISK/a\", \"DISK/a/file.mel\"]}")
+                                     << QStringList{"a"} << QString();
+    }
+
+    void badWorkspaceFiles()
+    {
+        QFETCH(QByteArray, content);
+        QFETCH(QStringList, roots);
+        QFETCH(QString, message);
+        QVERIFY(WriteFile(Disk("a/file.mel"), ""));
+        QVERIFY(QDir().mkpath(Disk("kept")));
+        QVERIFY(MakeView({Disk("kept")}));
+        fixture->ClearMessages();
+
+        const QString path = Disk("team.bq2-workspace");
+        content.replace("DISK", disk->path().toUtf8());
+        if (content != "missing")
+            QVERIFY(WriteFile(path, content));
+        view->OpenWorkspace(path);
+
+        QStringList shown;
+        for (const QString& folder : Tree()->GetTopLevelFolders())
+            shown.append(QFileInfo(folder).fileName());
+        QCOMPARE(shown, roots);
+        const QStringList errors = fixture->MessagesOfType(MCommandMessage::kError);
+        if (message.isEmpty())
+        {
+            QVERIFY2(errors.isEmpty(), qPrintable(errors.join('\n')));
+            QCOMPARE(Settings::workspacePath, path);
+            QCOMPARE(view->GetTitleText(), QStringLiteral("<strong>TEAM</strong>"));
+        }
+        else
+        {
+            QCOMPARE(errors.size(), 1);
+            QVERIFY(errors.first().contains(message + path));
+            QVERIFY(!QFileInfo::exists(path));
+        }
+        // A file that could not be read whole is never written over.
+        if (roots.isEmpty() && content != "missing")
+            QCOMPARE(ReadFile(path), content);
+        // The earlier workspace's roots stay known, for the search, until removed by the user.
+        QVERIFY(Settings::workspaceFolders.contains(Disk("kept")));
+    }
+
+    void fileOperations()
+    {
+        QVERIFY(WriteFile(Disk("root/unread/inside.txt"), ""));
+        QVERIFY(WriteFile(Disk("root/file.mel"), "proc a() {}"));
+        QVERIFY(MakeView({Disk("root")}));
+        QTreeWidgetItem* root = Tree()->topLevelItem(0);
+        DialogAnswer answer;
+
+        // A new file in a folder not yet read shows the folder whole, the new file with it.
+        Tree()->setCurrentItem(root);
+        Click(root);
+        Tree()->setCurrentItem(Child(root, "unread"));
+        answer.text = QStringLiteral("made.py");
+        QSignalSpy modified(view.get(), &WorkspaceView::WorkspaceModified);
+        Tree()->NewFile();
+        QVERIFY(QFileInfo(Disk("root/unread/made.py")).isFile());
+        QTreeWidgetItem* unread = Child(Tree()->topLevelItem(0), "unread");
+        QCOMPARE(ChildTexts(unread), (QStringList{"inside.txt", "made.py"}));
+        QVERIFY(unread->isExpanded());
+        QCOMPARE(modified.size(), 1);
+        QVERIFY(answer.seen.contains(QStringLiteral("New File|File Name")));
+
+        // The same name again is refused.
+        fixture->ClearMessages();
+        Tree()->NewFile();
+        QVERIFY(fixture->HasMessageContaining(QStringLiteral("File already exists: %1").arg(Disk("root/unread/made.py"))));
+
+        answer.text = QStringLiteral("folder");
+        Tree()->setCurrentItem(Child(Tree()->topLevelItem(0), "file.mel"));
+        Tree()->NewFolder();
+        QVERIFY(QFileInfo(Disk("root/folder")).isDir());
+
+        // Renaming edits the row in place; the file follows when the edit is committed. The
+        // watcher's rebuild after the new folder comes first.
+        QTest::qWait(300);
+        QTreeWidgetItem* file = Child(Tree()->topLevelItem(0), "file.mel");
+        Tree()->setCurrentItem(file);
+        QSignalSpy moved(Tree(), &WorkspaceTreeWidget::FilePathChanged);
+        Tree()->Rename();
+        auto* editor = Tree()->viewport()->findChild<QLineEdit*>();
+        QVERIFY(editor);
+        editor->selectAll();
+        QTest::keyClicks(editor, QStringLiteral("tool.mel"));
+        QTest::keyClick(editor, Qt::Key_Return);
+        QTRY_COMPARE(moved.size(), 1);
+        QCOMPARE(moved.first(), (QVariantList{Disk("root/file.mel"), Disk("root/tool.mel")}));
+        QCOMPARE(ReadFile(Disk("root/tool.mel")), QByteArray("proc a() {}"));
+
+        // Copy and paste into another folder, then delete with the question answered.
+        QTRY_VERIFY(Child(Tree()->topLevelItem(0), "tool.mel"));
+        Tree()->setCurrentItem(Child(Tree()->topLevelItem(0), "tool.mel"));
+        Tree()->Copy();
+        Tree()->setCurrentItem(Child(Tree()->topLevelItem(0), "folder"));
+        Tree()->Paste();
+        QCOMPARE(ReadFile(Disk("root/folder/tool.mel")), QByteArray("proc a() {}"));
+        QSignalSpy deleted(Tree(), &WorkspaceTreeWidget::ItemDeleted);
+        answer.button = QMessageBox::No;
+        Tree()->Remove();
+        QVERIFY(QFileInfo::exists(Disk("root/folder")));
+        answer.button = QMessageBox::Yes;
+        Tree()->Remove();
+        QVERIFY(!QFileInfo::exists(Disk("root/folder")));
+        QCOMPARE(deleted.size(), 1);
+        QCOMPARE(deleted.first(), (QVariantList{Disk("root/folder"), true}));
+        QVERIFY(answer.seen.contains(QStringLiteral("Delete Folder|Delete 'folder'")));
+
+        // With nothing current, nothing is made.
+        Tree()->setCurrentItem(nullptr);
+        fixture->ClearMessages();
+        Tree()->NewFile();
+        QVERIFY(fixture->HasMessageContaining(QStringLiteral("A folder needs to be selected first.")));
+    }
+
+    void readOnlyFolderChangesNothing_data()
+    {
+        QTest::addColumn<QString>("operation");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("new file") << "new file" << "Failed to create file: DISK/root/locked/new.mel";
+        QTest::newRow("new folder") << "new folder" << "Failed to create directory: DISK/root/locked/new.mel";
+        QTest::newRow("rename") << "rename"
+                                << "Rename file failed. Please verify file path and permissions: "
+                                   "DISK/root/locked/in.mel -> DISK/root/locked/new.mel";
+        QTest::newRow("rename onto existing") << "rename existing"
+                                              << "Raname failed. File already exists: DISK/root/locked/other.mel";
+        QTest::newRow("delete file") << "delete file" << "Failed to delete file: DISK/root/locked/in.mel";
+        QTest::newRow("delete folder") << "delete folder" << "Failed to delete folder: DISK/root/locked/sub";
+        QTest::newRow("paste") << "paste" << "Copy file failed: DISK/root/source.mel -> DISK/root/locked/source.mel";
+    }
+
+    void readOnlyFolderChangesNothing()
+    {
+        QFETCH(QString, operation);
+        QFETCH(QString, message);
+        message.replace(QStringLiteral("DISK"), disk->path());
+        QVERIFY(WriteFile(Disk("root/locked/in.mel"), "x"));
+        QVERIFY(WriteFile(Disk("root/locked/other.mel"), "y"));
+        QVERIFY(WriteFile(Disk("root/locked/sub/deep.mel"), "z"));
+        QVERIFY(WriteFile(Disk("root/source.mel"), "s"));
+        QVERIFY(MakeView({Disk("root")}));
+        Click(Tree()->topLevelItem(0));
+        QTreeWidgetItem* locked = Child(Tree()->topLevelItem(0), "locked");
+        Click(locked);
+        if (!SetReadOnly(Disk("root/locked"), true))
+            QSKIP("This platform cannot make a folder read-only.");
+        const QStringList before = Listing(disk->path());
+        fixture->ClearMessages();
+        DialogAnswer answer;
+        answer.text = QStringLiteral("new.mel");
+
+        if (operation == QLatin1String("new file") || operation == QLatin1String("new folder"))
+        {
+            Tree()->setCurrentItem(locked);
+            Tree()->NewItem(operation == QLatin1String("new file") ? WorkspaceItemFile : WorkspaceItemFolder);
+        }
+        else if (operation.startsWith(QLatin1String("rename")))
+        {
+            QTreeWidgetItem* item = Child(locked, "in.mel");
+            item->setText(0, operation == QLatin1String("rename") ? QStringLiteral("new.mel")
+                                                                 : QStringLiteral("other.mel"));
+        }
+        else if (operation == QLatin1String("delete file"))
+        {
+            Tree()->setCurrentItem(Child(locked, "in.mel"));
+            Tree()->Remove();
+        }
+        else if (operation == QLatin1String("delete folder"))
+        {
+            // The folder itself could be emptied; its own entry in the locked folder cannot go.
+            Tree()->setCurrentItem(Child(locked, "sub"));
+            Tree()->Remove();
+        }
+        else if (operation == QLatin1String("paste"))
+        {
+            Tree()->setCurrentItem(Child(Tree()->topLevelItem(0), "source.mel"));
+            Tree()->Copy();
+            Tree()->setCurrentItem(locked);
+            Tree()->Paste();
+        }
+        const QStringList after = Listing(disk->path());
+        QVERIFY(SetReadOnly(Disk("root/locked"), false));
+        QCOMPARE(after, before);
+        QCOMPARE(ReadFile(Disk("root/locked/sub/deep.mel")), QByteArray("z"));
+        const QStringList errors = fixture->MessagesOfType(MCommandMessage::kError);
+        QCOMPARE(errors.size(), 1);
+        QVERIFY2(errors.first().contains(message), qPrintable(errors.first()));
+    }
+
+    void revealOpensTheWayToAFile()
+    {
+        QVERIFY(WriteFile(Disk("root/a/b/c/target.py"), ""));
+        QVERIFY(WriteFile(Disk("root/z/other.py"), ""));
+        QVERIFY(MakeView({Disk("root")}));
+        view->Reveal(Disk("root/a/b/c/target.py"));
+        QTreeWidgetItem* current = Tree()->currentItem();
+        QVERIFY(current);
+        QCOMPARE(WorkspaceTreeWidget::GetPath(current), Disk("root/a/b/c/target.py"));
+        for (QTreeWidgetItem* parent = current->parent(); parent; parent = parent->parent())
+            QVERIFY(parent->isExpanded());
+        QVERIFY(!Child(Tree()->topLevelItem(0), "z")->isExpanded());
+        QCOMPARE(Settings::workspaceExpandedFolderHashes.size(), 4);
+
+        // The next session opens the same folders again.
+        view.reset();
+        QVERIFY(MakeView({}));
+        QTreeWidgetItem* c = Child(Child(Child(Tree()->topLevelItem(0), "a"), "b"), "c");
+        QVERIFY(c && c->isExpanded());
+        QCOMPARE(ChildTexts(c), QStringList{"target.py"});
+    }
+
+    void compiledPythonIsHidden()
+    {
+        QVERIFY(WriteFile(Disk("root/__pycache__/m.cpython-311.pyc"), ""));
+        QVERIFY(WriteFile(Disk("root/only/old.PYC"), ""));
+        QVERIFY(WriteFile(Disk("root/m.py"), ""));
+        QVERIFY(WriteFile(Disk("root/m.pyc"), ""));
+        QVERIFY(MakeView({Disk("root")}));
+        QTreeWidgetItem* root = Tree()->topLevelItem(0);
+        Click(root);
+        QCOMPARE(ChildTexts(root), (QStringList{"only", "m.py"}));
+        // The arrow comes from the raw listing; opened, the folder shows empty.
+        QTreeWidgetItem* only = Child(root, "only");
+        QCOMPARE(only->childCount(), 1);
+        Click(only);
+        QCOMPARE(ChildTexts(only), QStringList{});
+        QCOMPARE(view->GetWorkspaceFiles(), (QStringList{Disk("root/m.py")}));
+    }
+};
+
+QTEST_MAIN(TestWorkspace)
+#include "tst_Workspace.moc"
