@@ -22,6 +22,7 @@ class QMenu;
 class QSyntaxHighlighter;
 class QTextBlock;
 class QTextCharFormat;
+class CodeEditorBlockData;
 
 // The text widget of one buffer: knows its language, its file, its tab rules, and turns the
 // stream of edits into one TextChanged per pause in typing.
@@ -137,6 +138,38 @@ public:
     int GetIndentGuideCount(const QTextBlock& block) const;
     void PythonSyntaxCheck();
 
+    // What the highlighter recorded for a block; null before its first pass.
+    CodeEditorBlockData* GetBlockData(const QTextCursor& cursor) const;
+    CodeEditorBlockData* GetBlockData(const QTextBlock& block) const;
+    CodeEditorBlockData* GetPreviousBlockData(const QTextCursor& cursor) const;
+
+    // Smart indent: where block comments open and close, and the indent of the line that opens
+    // a bracket.
+    int GetBlockCommentOpenPosition(const QTextCursor& cursor) const;
+    int GetBlockCommentClosePosition(const QTextCursor& cursor, int offset) const;
+    int GetIndentCountAtPreviousBlock(const QTextCursor& cursor) const;
+    bool GetOpeningBraceIndent(QChar c, int position, QString& indent) const;
+    bool GetOpeningBraceIndent(QChar c, int position, QString& indent, const QTextBlock& block) const;
+    void SmartIndentOpenCurlyBrace(QTextCursor& cursor);
+    void UpdateIndentationOnNewLine(QTextCursor& cursor, const QTextBlock& block,
+                                    const CodeEditorBlockData* data, int column, QChar previous, QChar next);
+
+    // The indent operations the editing commands are made of; each works on the given cursor.
+    bool IsCursorInBlockIndent(bool useAnchor) const;
+    bool IsCursorInBlockIndent(const QTextCursor& cursor, bool useAnchor) const;
+    void IncreaseSpacesIndent(QTextCursor& cursor);
+    void IncreaseTabIndent(QTextCursor& cursor);
+    void DecreaseSpacesIndent(QTextCursor& cursor, bool fullStep);
+    void DecreaseTabIndent(QTextCursor& cursor);
+    void ConvertLeadingTabsToSpaces(QTextCursor& cursor);
+    QString ConvertLeadingTabsToSpaces(const QString& text) const;
+    void ConvertLeadingSpacesToTabs(QTextCursor& cursor, bool keepRemainder);
+    QString ConvertLeadingSpacesToTabs(const QString& text) const;
+    static void WrapSelection(QTextCursor& cursor, const QString& open, const QString& close);
+
+    // The clipboard format of a whole line copied without a selection.
+    static const char* const LINE_MIME_TYPE;
+
     // Formats of the colour table shared by all editors; an edit of a colour reaches every editor.
     static QTextCharFormat* sPlainTextFormat;
     static QTextCharFormat* sCurrentLineFormat;
@@ -195,6 +228,15 @@ public slots:
     virtual void CustomPaste();
     virtual void IncreaseIndent(bool fullLine);
     virtual void DecreaseIndent();
+
+    void MoveLine(bool up);
+    void CopyLine(bool up);
+    void DeleteLines();
+    void ToggleComment();
+    void ToggleBlockComment();
+    void ConvertTabsToSpaces();
+    void TrimTrailingWhiteSpaces(bool ensureNewLineAtEof);
+    void EnsureNewLineAtEof();
 
     // Decorations; see the attachment points below.
     virtual void UpdateLineNumberWidth();
@@ -293,6 +335,14 @@ private:
     void SelectDollarVariable();
     void AddContextMenuAction(QMenu* menu, const QString& text, const char* slot, KeySequenceType type);
     void AddPythonContextMenu(QMenu* menu);
+    int LeadingWidth(const QString& text) const;
+    int ColumnWidth(const QTextCursor& cursor) const;
+    void IndentLines(bool increase);
+    void ToggleCommentLines(const QString& mark, int firstBlock, int lastBlock);
+    void ToggleCommentLine(const QString& mark);
+    void RemoveCommentMark(QTextCursor& cursor, const QString& mark);
+    void RemoveBlockComment(QTextCursor& cursor, int closeOffset);
+    void GetLineRange(int& firstBlock, int& lastBlock) const;
 
     CodeEditorProperties properties;
     int tabSize = 4;

@@ -180,7 +180,6 @@ void BrindletEditor::ConnectCodeEditorGroup(CodeEditorGroup* group)
     connect(group, SIGNAL(ExecuteAllPressed()), this, SLOT(ExecuteAll()));
     connect(group, SIGNAL(ExecuteLinePressed()), this, SLOT(ExecuteLine()));
     connect(group, SIGNAL(SaveScriptToShelfPressed()), this, SLOT(SaveScriptToShelf()));
-    connect(group, SIGNAL(InsertPathRequested()), this, SLOT(ShowInsertPathDialog()));
     connect(group, SIGNAL(PythonDirRequested()), this, SLOT(PythonDirSelection()));
     connect(group, SIGNAL(PythonHelpRequested()), this, SLOT(PythonHelpSelection()));
     connect(group, SIGNAL(PythonUpdateModuleStateRequested()), this, SLOT(PythonUpdateModuleState()));
@@ -191,6 +190,11 @@ void BrindletEditor::ConnectCodeEditorGroup(CodeEditorGroup* group)
     connect(group, SIGNAL(MiniToolbarDisplayModified()), this, SLOT(RefreshCodeEditorGroupMiniToolbar()));
     connect(group, SIGNAL(IncreaseFontSizeRequested()), this, SLOT(IncreaseCodeEditorFontSize()));
     connect(group, SIGNAL(DecreaseFontSizeRequested()), this, SLOT(DecreaseCodeEditorFontSize()));
+    connect(group, SIGNAL(InsertPathRequested()), this, SLOT(ShowInsertPathDialog()));
+    connect(group, SIGNAL(QuickHelpChanged(QString, bool)), this,
+            SLOT(SetQuickHelpSearchText(QString, bool)));
+    connect(group, SIGNAL(TextChanged(QString, QString)), this, SLOT(UpdateSearch(QString, QString)));
+    connect(group, SIGNAL(ShowInSideBarRequested(QString)), this, SLOT(OnShowInSideBarRequested(QString)));
 }
 
 void BrindletEditor::CreateConnections()
@@ -200,6 +204,8 @@ void BrindletEditor::CreateConnections()
     connect(panelGroup, SIGNAL(IncreaseOutputFontSizeRequested()), this, SLOT(IncreaseOutputFontSize()));
     connect(panelGroup, SIGNAL(DecreaseOutputFontSizeRequested()), this, SLOT(DecreaseOutputFontSize()));
     connect(panelGroup, SIGNAL(ReceivedFocus()), this, SLOT(CheckForFileChanges()));
+    connect(panelGroup, SIGNAL(EchoAllCommandsChanged()), this, SLOT(OnEchoAllCommandsChanged()));
+    connect(panelGroup, SIGNAL(WriteToFileUpdated(bool)), this, SLOT(OnWriteOutputToFileUpdated(bool)));
     connect(sideBar, SIGNAL(SideBarVisibilityChangeRequested(bool)), this, SLOT(SetSideBarVisible(bool)));
     connect(sideBar, SIGNAL(ViewChangeRequested(SideBarView)), this, SLOT(SetSideBarView(SideBarView)));
     ConnectSideBar();

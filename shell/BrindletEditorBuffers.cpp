@@ -39,31 +39,6 @@ public:
     WaitCursor& operator=(const WaitCursor&) = delete;
 };
 
-// Trailing blanks off every line, and one line feed at the end, each if asked, as one undo step.
-void TidyForSave(CodeEditor* codeEditor, bool trim, bool ensureNewLine)
-{
-    QTextDocument* document = codeEditor->document();
-    QTextCursor cursor(document);
-    cursor.beginEditBlock();
-    for (QTextBlock block = document->begin(); trim && block.isValid(); block = block.next())
-    {
-        const QString text = block.text();
-        int end = text.size();
-        while (end > 0 && text.at(end - 1).isSpace())
-            --end;
-        if (end == text.size())
-            continue;
-        cursor.setPosition(block.position() + end);
-        cursor.setPosition(block.position() + text.size(), QTextCursor::KeepAnchor);
-        cursor.removeSelectedText();
-    }
-    if (ensureNewLine && !document->lastBlock().text().isEmpty())
-    {
-        cursor.movePosition(QTextCursor::End);
-        cursor.insertText(QStringLiteral("\n"));
-    }
-    cursor.endEditBlock();
-}
 } // namespace
 
 // ---------------------------------------------------------------------------------------------
@@ -356,8 +331,10 @@ void BrindletEditor::PreSave(CodeEditor* codeEditor)
         trim = Settings::pythonTrimTrailingWhiteSpacesOnSave;
         ensureNewLine = Settings::pythonEnsureNewLineAtEofOnSave;
     }
-    if (trim || ensureNewLine)
-        TidyForSave(codeEditor, trim, ensureNewLine);
+    if (trim)
+        codeEditor->TrimTrailingWhiteSpaces(ensureNewLine);
+    else if (ensureNewLine)
+        codeEditor->EnsureNewLineAtEof();
 }
 
 void BrindletEditor::Save()

@@ -468,7 +468,8 @@ private slots:
         CodeEditor* codeEditor = FocusActive(editor);
         QVERIFY(codeEditor);
         QCOMPARE(codeEditor->GetLanguage(), CodeEditorLanguage::MEL);
-        QTest::keyClicks(codeEditor, QStringLiteral("global proc alpha() {}\nglobal string $gName;\nproc beta() {}"));
+        codeEditor->textCursor().insertText(
+            QStringLiteral("global proc alpha() {}\nglobal string $gName;\nproc beta() {}"));
         // The parser runs after the pause in typing.
         GoToWidget* palette = editor->GetGoToWidget();
         QTRY_VERIFY_WITH_TIMEOUT(

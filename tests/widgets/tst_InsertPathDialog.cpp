@@ -22,8 +22,9 @@
 
 namespace
 {
-// Waits, inside a modal loop, for a modal widget of type T to come up, and hands it to `use`.
-template <typename T> void WhenModal(QObject* context, const std::function<void(T*)>& use, int tries = 200)
+// Waits, inside a modal loop, for a modal widget of type T to come up, and hands it to `use`;
+// a loaded machine may take seconds to build a file chooser.
+template <typename T> void WhenModal(QObject* context, const std::function<void(T*)>& use, int tries = 1500)
 {
     QTimer::singleShot(20, context,
                        [context, use, tries]()
@@ -182,7 +183,7 @@ private slots:
                                    chooserFolder = chooser->directory().absolutePath();
                                    chooser->reject();
                                });
-        QTRY_VERIFY(!chooserFolder.isEmpty());
+        QTRY_VERIFY_WITH_TIMEOUT(!chooserFolder.isEmpty(), 30000);
         QVERIFY(dialog.isVisible());
         QCOMPARE(dialog.GetPathEdit()->text(), QStringLiteral("kept"));
 
