@@ -369,9 +369,9 @@ void BrindletEditor::SetParsingEnabled(bool enabled)
         group->SetParsingEnabled(enabled);
 }
 
-void BrindletEditor::OnParserUpdated(BaseParser* /*parser*/)
+void BrindletEditor::OnParserUpdated(BaseParser* parser)
 {
-    // The outline view that shows the parser's symbols joins with the side bar's views.
+    sideBar->UpdateOutline(parser);
 }
 
 // ---------------------------------------------------------------------------------------------

@@ -16,6 +16,8 @@
 #include <QtWidgets/QSplitter>
 #include <QtWidgets/QVBoxLayout>
 
+#include <algorithm>
+
 namespace
 {
 QString ExplorerMimeType()
@@ -95,17 +97,37 @@ int ExplorerView::GetTitleBarHeight() const
     return titleLabel->height() + 12;
 }
 
+// The splitter's own state holds sizes, not the order of its widgets: the order goes in front,
+// one byte per section (0 workspace, 1 outline, 2 open editors). A splitter state starts with
+// the bytes 0 0 0 255, which no order can, so a state stored without one still reads.
 void ExplorerView::showEvent(QShowEvent* event)
 {
     QWidget::showEvent(event);
-    splitter->restoreState(Settings::explorerState);
+    const QByteArray& state = Settings::explorerState;
+    const QList<SubView*> sections = Sections();
+    const QByteArray order = state.left(sections.size());
+    QByteArray sorted = order;
+    std::sort(sorted.begin(), sorted.end());
+    if (sorted == QByteArray::fromHex("000102"))
+    {
+        for (int i = 0; i < order.size(); ++i)
+            splitter->insertWidget(i, sections.at(order.at(i)));
+        splitter->restoreState(state.mid(order.size()));
+    }
+    else
+    {
+        splitter->restoreState(state);
+    }
     splitter->setChildrenCollapsible(false);
     OnExpandedStateChanged();
 }
 
 void ExplorerView::SaveState()
 {
-    Settings::explorerState = splitter->saveState();
+    QByteArray order;
+    for (int i = 0; i < splitter->count(); ++i)
+        order.append(static_cast<char>(Sections().indexOf(qobject_cast<SubView*>(splitter->widget(i)))));
+    Settings::explorerState = order + splitter->saveState();
 }
 
 void ExplorerView::AddFolderToWorkspace(const QString& dirPath)

@@ -1,5 +1,6 @@
 #include "sidebar/OutlineView.h"
 
+#include "language/BaseParser.h"
 #include "settings/ColorSettings.h"
 #include "settings/Settings.h"
 #include "sidebar/OutlineTreeWidget.h"
@@ -85,6 +86,19 @@ void OutlineView::SetItems(const QList<ParserItem>& newItems, const QString& new
     filePath = newFilePath;
     language = newLanguage;
     Update();
+}
+
+void OutlineView::Update(BaseParser* parser)
+{
+    if (!parser)
+    {
+        SetItems({}, filePath, CodeEditorLanguage::TEXT);
+        return;
+    }
+    const CodeEditorLanguage parserLanguage = parser->IsMel()      ? CodeEditorLanguage::MEL
+                                              : parser->IsPython() ? CodeEditorLanguage::PYTHON
+                                                                   : CodeEditorLanguage::TEXT;
+    SetItems(parser->GetItems(), parser->GetFilePath(), parserLanguage);
 }
 
 void OutlineView::Update()
@@ -370,7 +384,12 @@ void OutlineView::RestoreExpanded(QTreeWidgetItem* item, const QStringList& valu
 void OutlineView::ClearStoredDetails(const QString& path, bool clearTree)
 {
     if (clearTree)
+    {
         Clear();
+        // The file shown is gone: nothing of it is to be stored again when the view moves on.
+        if (path == filePath)
+            hasParser = false;
+    }
     Settings::outlineExpandedHash.remove(path);
     verticalScrollValues.remove(path);
     horizontalScrollValues.remove(path);

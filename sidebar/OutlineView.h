@@ -7,6 +7,7 @@
 #include <QtCore/QHash>
 #include <QtGui/QIcon>
 
+class BaseParser;
 class FlatButton;
 class OutlineTreeWidget;
 class QTreeWidgetItem;
@@ -28,6 +29,7 @@ public:
     void UpdateVisibility() override;
     void UpdateColors();
     OutlineTreeWidget* GetTreeWidget() const { return treeWidget; }
+    QString GetFilePath() const { return filePath; }
     FlatButton* GetSortButton() const { return sortButton; }
 
 signals:
@@ -35,6 +37,7 @@ signals:
 
 public slots:
     void Update();
+    void Update(BaseParser* parser);
     void Clear();
     void ToggleSort();
     void CollapseAll();

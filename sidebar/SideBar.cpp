@@ -144,10 +144,9 @@ QStringList SideBar::GetWorkspaceFiles() const
     return explorerView->GetWorkspaceView()->GetWorkspaceFiles();
 }
 
-void SideBar::UpdateOutline(const QList<ParserItem>& items, const QString& filePath,
-                            CodeEditorLanguage language)
+void SideBar::UpdateOutline(BaseParser* parser)
 {
-    explorerView->GetOutlineView()->SetItems(items, filePath, language);
+    explorerView->GetOutlineView()->Update(parser);
 }
 
 void SideBar::SaveOutline()
@@ -157,7 +156,8 @@ void SideBar::SaveOutline()
 
 void SideBar::ClearStoredDetailsFromOutline(const QString& filePath)
 {
-    explorerView->GetOutlineView()->ClearStoredDetails(filePath, false);
+    OutlineView* outlineView = explorerView->GetOutlineView();
+    outlineView->ClearStoredDetails(filePath, outlineView->GetFilePath() == filePath);
 }
 
 void SideBar::ClearInvalidDetailsFromOutline(const QStringList& paths)

@@ -1,11 +1,11 @@
 #pragma once
 
 #include "editor/CodeEditorProperties.h"
-#include "language/ParserItem.h"
 #include "sidebar/SideBarView.h"
 
 #include <QtWidgets/QWidget>
 
+class BaseParser;
 class ExplorerView;
 class KeyBindings;
 class QLabel;
@@ -38,7 +38,7 @@ public:
     void RevealInWorkspace(const QString& path);
     QStringList GetWorkspaceFiles() const;
 
-    void UpdateOutline(const QList<ParserItem>& items, const QString& filePath, CodeEditorLanguage language);
+    void UpdateOutline(BaseParser* parser);
     void SaveOutline();
     void ClearStoredDetailsFromOutline(const QString& filePath);
     void ClearInvalidDetailsFromOutline(const QStringList& paths);

@@ -9,6 +9,7 @@
 #include "shell/StatusBar.h"
 #include "sidebar/ActivityBar.h"
 #include "sidebar/SideBar.h"
+#include "widgets/FlatButton.h"
 #include "tabs/CodeEditorGroup.h"
 
 #include <QtCore/QFile>
@@ -19,7 +20,6 @@
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMainWindow>
 #include <QtWidgets/QSplitter>
-#include <QtWidgets/QToolButton>
 
 // The main widget opened as a user opens it, through the command in the substitute host.
 class TestBrindletEditor : public QObject
@@ -119,11 +119,11 @@ private slots:
         QVERIFY(editor);
         QVERIFY(!Settings::sideBarVisible);
         QCOMPARE(SideBarWidth(editor), 0);
-        editor->GetActivityBar()->findChildren<QToolButton*>().first()->click();
+        QTest::mouseClick(editor->GetActivityBar()->GetViewButton(SideBarViewExplorer), Qt::LeftButton);
         QVERIFY(Settings::sideBarVisible);
         QCOMPARE(SideBarWidth(editor), editor->width() / 4);
         // The same button again closes it: the view is already shown.
-        editor->GetActivityBar()->findChildren<QToolButton*>().first()->click();
+        QTest::mouseClick(editor->GetActivityBar()->GetViewButton(SideBarViewExplorer), Qt::LeftButton);
         QVERIFY(!Settings::sideBarVisible);
     }
 

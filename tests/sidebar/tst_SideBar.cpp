@@ -1,0 +1,433 @@
+#include "DragSimulation.h"
+#include "HostFixture.h"
+#include "editor/CodeEditor.h"
+#include "settings/Settings.h"
+#include "shell/BrindletEditor.h"
+#include "sidebar/ActivityBar.h"
+#include "sidebar/ExplorerView.h"
+#include "sidebar/OpenCodeEditorsView.h"
+#include "sidebar/OutlineTreeWidget.h"
+#include "sidebar/OutlineView.h"
+#include "sidebar/QuickHelpView.h"
+#include "sidebar/SideBar.h"
+#include "sidebar/WorkspaceView.h"
+#include "tabs/CodeEditorGroup.h"
+#include "widgets/FlatButton.h"
+
+#include <QtCore/QMimeData>
+#include <QtCore/QTimer>
+#include <QtTest/QtTest>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QListWidget>
+#include <QtWidgets/QMenu>
+#include <QtWidgets/QScrollBar>
+#include <QtWidgets/QSplitter>
+
+#include <memory>
+
+namespace
+{
+QStringList Rows(const QListWidget* list)
+{
+    QStringList rows;
+    for (int i = 0; i < list->count(); ++i)
+        rows.append(list->item(i)->text());
+    return rows;
+}
+
+// The visible rows of a tree, depth first, indented by two blanks per level.
+QStringList Rows(const QTreeWidgetItem* item, int depth = 0)
+{
+    QStringList rows;
+    for (int i = 0; i < item->childCount(); ++i)
+    {
+        const QTreeWidgetItem* child = item->child(i);
+        if (child->isHidden())
+            continue;
+        rows.append(QString(depth * 2, QLatin1Char(' ')) + child->text(0));
+        rows += Rows(child, depth + 1);
+    }
+    return rows;
+}
+
+QTreeWidgetItem* Find(QTreeWidget* tree, const QString& text)
+{
+    const QList<QTreeWidgetItem*> found = tree->findItems(text, Qt::MatchExactly | Qt::MatchRecursive);
+    return found.value(0);
+}
+
+// As the window system sends it: a click, then the second press as a double click.
+void DoubleClick(QListWidget* list, int row)
+{
+    const QPoint p = list->visualItemRect(list->item(row)).center();
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::NoModifier, p);
+    QTest::mouseDClick(list->viewport(), Qt::LeftButton, Qt::NoModifier, p);
+}
+
+QMimeData* SectionMimeData(const QByteArray& payload)
+{
+    auto* mimeData = new QMimeData;
+    mimeData->setData(QStringLiteral("tolvanek-bq2/explorer"), payload);
+    return mimeData;
+}
+
+const char* const MEL_TEXT = "global proc gamma() {}\n"
+                             "proc alpha() {}\n"
+                             "global string $gBeta;\n";
+
+const char* const PYTHON_TEXT = "import os\n"
+                                "from sys import path as p\n"
+                                "class Rig:\n"
+                                "    def build(self):\n"
+                                "        pass\n"
+                                "    @staticmethod\n"
+                                "    def apply():\n"
+                                "        pass\n"
+                                "def zeta():\n"
+                                "    pass\n"
+                                "def alpha():\n"
+                                "    pass\n";
+} // namespace
+
+// The side bar inside the main widget: activity bar, explorer sections, open editors, outline
+// and quick help, through the seams of the main widget.
+class TestSideBar : public QObject
+{
+    Q_OBJECT
+
+private:
+    std::unique_ptr<HostFixture> fixture;
+    BrindletEditor* editor = nullptr;
+
+    ExplorerView* Explorer() const { return editor->GetSideBar()->GetExplorerView(); }
+    OutlineView* Outline() const { return Explorer()->GetOutlineView(); }
+    OutlineTreeWidget* OutlineTree() const { return Outline()->GetTreeWidget(); }
+    OpenCodeEditorsView* OpenEditors() const { return Explorer()->GetOpenCodeEditorsView(); }
+
+    BrindletEditor* Open()
+    {
+        BrindletEditor* opened = fixture->OpenEditor();
+        if (!opened)
+            return nullptr;
+        QWidget* window = opened->window();
+        window->resize(1400, 900);
+        window->show();
+        if (!QTest::qWaitForWindowExposed(window))
+            return nullptr;
+        opened->ShowExplorer();
+        return opened;
+    }
+
+    // A new buffer of the language with the text, made active and parsed as after typing.
+    CodeEditor* Buffer(CodeEditorLanguage language, const QString& text)
+    {
+        editor->NewBuffer(language);
+        CodeEditor* codeEditor = editor->GetActiveCodeEditor();
+        codeEditor->SetText(text);
+        return codeEditor;
+    }
+
+    QStringList SectionOrder() const
+    {
+        QStringList order;
+        for (int i = 0; i < Explorer()->GetSplitter()->count(); ++i)
+            order.append(Explorer()->GetSplitter()->widget(i)->objectName());
+        return order;
+    }
+
+private slots:
+    void init()
+    {
+        fixture = std::make_unique<HostFixture>();
+        QVERIFY(fixture->LoadPlugin());
+        editor = Open();
+        QVERIFY(editor);
+    }
+
+    void cleanup()
+    {
+        editor = nullptr;
+        fixture.reset();
+    }
+
+    void activityBarAndSettingsMenu()
+    {
+        ActivityBar* bar = editor->GetActivityBar();
+        QVERIFY(bar->GetViewButton(SideBarViewExplorer)->toolTip().startsWith(QLatin1String("Explorer (")));
+        QVERIFY(bar->GetViewButton(SideBarViewQuickHelp)->toolTip().startsWith(QLatin1String("Quick Help (")));
+        QVERIFY(bar->GetSettingsButton()->toolTip().isEmpty());
+
+        QTest::mouseClick(bar->GetViewButton(SideBarViewQuickHelp), Qt::LeftButton);
+        QCOMPARE(editor->GetSideBar()->GetView(), SideBarViewQuickHelp);
+        QVERIFY(bar->GetViewButton(SideBarViewQuickHelp)->IsChecked());
+        QVERIFY(!bar->GetViewButton(SideBarViewExplorer)->IsChecked());
+
+        // The settings menu offers the preferences at three pages.
+        QSignalSpy pages(bar, &ActivityBar::EditPreferencesSelected);
+        QStringList texts;
+        QTimer::singleShot(100, this,
+                           [&texts]
+                           {
+                               auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+                               if (!menu)
+                                   return;
+                               for (QAction* action : menu->actions())
+                                   texts.append(action->isSeparator() ? QStringLiteral("-") : action->text());
+                               menu->actions().at(2)->trigger();
+                               menu->close();
+                           });
+        QTest::mouseClick(bar->GetSettingsButton(), Qt::LeftButton);
+        QCOMPARE(texts, (QStringList{"Preferences", "-", "Fonts and Colors", "Keyboard Shortcuts"}));
+        QCOMPARE(pages.size(), 1);
+        QCOMPARE(pages.first().first().value<PreferencePage>(), FONTS_AND_COLORS_PAGE);
+        QVERIFY(!bar->GetSettingsButton()->IsChecked());
+    }
+
+    void sectionsCollapseAndReorderByDrag()
+    {
+        QCOMPARE(SectionOrder(), (QStringList{"WorkspaceView", "OutlineView", "OpenCodeEditorsView"}));
+        // All collapsed, the sections keep their title height and the filler takes the rest.
+        for (int i = 0; i < 3; ++i)
+        {
+            auto* section = qobject_cast<SubView*>(Explorer()->GetSplitter()->widget(i));
+            QTest::mouseClick(section, Qt::LeftButton, Qt::NoModifier, QPoint(40, 5));
+            QVERIFY(!section->IsExpanded());
+        }
+        QTRY_VERIFY(Explorer()->GetFillerWidget()->isVisible());
+        QCOMPARE(Outline()->height(), Outline()->TitleBarHeight());
+        for (int i = 0; i < 3; ++i)
+            qobject_cast<SubView*>(Explorer()->GetSplitter()->widget(i))->SetExpanded(true);
+        QVERIFY(!Explorer()->GetFillerWidget()->isVisible());
+        QTest::qWait(50);
+
+        // Dragging the workspace's title onto the open editors moves it there.
+        const QPoint onOpenEditors = OpenEditors()->geometry().center() + QPoint(0, Explorer()->GetTitleBarHeight());
+        std::unique_ptr<QMimeData> workspace(SectionMimeData(QByteArray(1, 0)));
+        DragSimulation::DragTo(Explorer(), onOpenEditors, workspace.get(), false);
+        QVERIFY(OpenEditors()->IsOverlayVisible());
+        DragSimulation::DragTo(Explorer(), onOpenEditors, workspace.get(), true);
+        QVERIFY(!OpenEditors()->IsOverlayVisible());
+        QCOMPARE(SectionOrder(), (QStringList{"OutlineView", "OpenCodeEditorsView", "WorkspaceView"}));
+
+        // A section over itself, or a payload of the wrong size, draws nothing and moves nothing.
+        const QPoint onOutline = Outline()->geometry().center() + QPoint(0, Explorer()->GetTitleBarHeight());
+        std::unique_ptr<QMimeData> outline(SectionMimeData(QByteArray(1, 0)));
+        DragSimulation::DragTo(Explorer(), onOutline, outline.get(), false);
+        QVERIFY(!Outline()->IsOverlayVisible());
+        std::unique_ptr<QMimeData> malformed(SectionMimeData(QByteArray(2, 2)));
+        DragSimulation::DragTo(Explorer(), onOutline, malformed.get(), true);
+        QVERIFY(!Outline()->IsOverlayVisible());
+        QCOMPARE(SectionOrder(), (QStringList{"OutlineView", "OpenCodeEditorsView", "WorkspaceView"}));
+
+        // The order survives a restart.
+        editor->SaveState();
+        fixture->Restart();
+        editor = Open();
+        QVERIFY(editor);
+        QCOMPARE(SectionOrder(), (QStringList{"OutlineView", "OpenCodeEditorsView", "WorkspaceView"}));
+
+        // With the workspace alone, its title replaces the heading and it cannot collapse.
+        Explorer()->ToggleOutlineVisibility();
+        Explorer()->ToggleOpenEditorVisibility();
+        WorkspaceView* workspaceView = Explorer()->GetWorkspaceView();
+        QVERIFY(!Explorer()->GetTitleLabel()->isVisible());
+        QCOMPARE(workspaceView->GetTitleText(), QStringLiteral("EXPLORER: WORKSPACE"));
+        workspaceView->SetExpanded(false);
+        QVERIFY(workspaceView->IsExpanded());
+    }
+
+    void openEditorsFollowTheTabs()
+    {
+        QListWidget* first = OpenEditors()->GetGroupList(0);
+        const QStringList labels = Rows(first);
+        QCOMPARE(labels.size(), 2);
+        // One group in use: no heading.
+        QVERIFY(!OpenEditors()->GetGroupLabel(0)->isVisible());
+
+        // A tab moved into a group of its own: two lists with the names of their places.
+        CodeEditorGroup* group = editor->GetCodeEditorGroupByIndex(0);
+        editor->OnMoveTabToZoneRequested(group->GetId(), 1, group->GetId(), TabDropZoneAfter);
+        QCOMPARE(Rows(OpenEditors()->GetGroupList(0)), QStringList{labels.at(0)});
+        QCOMPARE(Rows(OpenEditors()->GetGroupList(1)), QStringList{labels.at(1)});
+        QVERIFY(OpenEditors()->GetGroupLabel(0)->isVisible());
+        QCOMPARE(OpenEditors()->GetGroupLabel(0)->text(), QStringLiteral("LEFT"));
+        QCOMPARE(OpenEditors()->GetGroupLabel(1)->text(), QStringLiteral("CENTER"));
+        QVERIFY(!OpenEditors()->GetGroupLabel(2)->isVisible());
+        // Tabs in the first and third lists only: the third heading names the far side.
+        OpenEditors()->SetCodeEditors(2, {CodeEditorProperties()});
+        OpenEditors()->SetCodeEditors(1, {});
+        QVERIFY(!OpenEditors()->GetGroupList(1)->isVisible());
+        QCOMPARE(OpenEditors()->GetGroupLabel(2)->text(), QStringLiteral("RIGHT"));
+        editor->RefreshOpenCodeEditorsView();
+
+        // A click on a row activates its tab; the active row follows the active editor.
+        QListWidget* list = OpenEditors()->GetGroupList(0);
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::NoModifier,
+                          list->visualItemRect(list->item(0)).center());
+        QCOMPARE(editor->GetActiveCodeEditorGroupIndex(), 0);
+        QCOMPARE(editor->GetActiveCodeEditor()->GetLabel(), labels.at(0));
+        QCOMPARE(list->currentRow(), 0);
+
+        // Renaming and closing show at once.
+        editor->NewBuffer(CodeEditorLanguage::TEXT);
+        QCOMPARE(Rows(OpenEditors()->GetGroupList(0)).size(), 2);
+        QVERIFY(editor->CloseCodeEditor(0, 1, false));
+        QCOMPARE(Rows(OpenEditors()->GetGroupList(0)), QStringList{labels.at(0)});
+    }
+
+    void quickHelpListsFlagsAndInserts()
+    {
+        CodeEditor* mel = Buffer(CodeEditorLanguage::MEL, QStringLiteral("stackTrace "));
+        QTextCursor cursor = mel->textCursor();
+        cursor.movePosition(QTextCursor::End);
+        mel->setTextCursor(cursor);
+        editor->SetQuickHelpSearchText(QString(), true);
+        QuickHelpView* view = editor->GetSideBar()->GetQuickHelpView();
+        QCOMPARE(editor->GetSideBar()->GetView(), SideBarViewQuickHelp);
+        QListWidget* flags = view->GetFlagList();
+
+        // The list changes when editing finishes, not at each key.
+        QTest::keyClicks(view->GetSearchEdit(), QStringLiteral("stackTrace"));
+        QCOMPARE(flags->count(), 0);
+        QTest::keyClick(view->GetSearchEdit(), Qt::Key_Return);
+        QCOMPARE(Rows(flags), (QStringList{"-st/-state    String", "-d/-dump"}));
+        QCOMPARE(flags->item(0)->data(Qt::UserRole).toString(), QStringLiteral("-state"));
+
+        // A double click inserts the long name into the active editor; Python drops the dash.
+        DoubleClick(flags, 1);
+        QCOMPARE(mel->GetText(), QStringLiteral("stackTrace -dump"));
+        CodeEditor* python = Buffer(CodeEditorLanguage::PYTHON, QStringLiteral("cmds.stackTrace("));
+        cursor = python->textCursor();
+        cursor.movePosition(QTextCursor::End);
+        python->setTextCursor(cursor);
+        DoubleClick(flags, 0);
+        QCOMPARE(python->GetText(), QStringLiteral("cmds.stackTrace(state"));
+
+        // Not a command: an empty list and no message.
+        fixture->ClearMessages();
+        view->SetSearchText(QStringLiteral("noSuchCommand"), false);
+        QCOMPARE(flags->count(), 0);
+        QVERIFY(fixture->MessagesOfType(MCommandMessage::kError).isEmpty());
+        view->Clear();
+        QVERIFY(view->GetSearchEdit()->text().isEmpty());
+    }
+
+    void hostDescribesMayaCommandFlags_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<QString>("line");
+        QTest::newRow("polyCube") << "polyCube" << "   -ax -axis  Length Length Length\n";
+        QTest::newRow("ls") << "ls" << "   -sl -selection\n";
+        QTest::newRow("xform") << "xform" << "   -ws -worldSpace\n";
+        QTest::newRow("setAttr") << "setAttr" << "   -typ -type  String\n";
+    }
+
+    void hostDescribesMayaCommandFlags()
+    {
+        QFETCH(QString, command);
+        QFETCH(QString, line);
+        const QString help = fixture->MelString(QStringLiteral("help -so %1").arg(command));
+        QVERIFY2(help.contains(QStringLiteral("Flags:\n")), qPrintable(help));
+        QVERIFY2(help.contains(line), qPrintable(help));
+    }
+
+    void outlineFollowsTypingAndSelects()
+    {
+        CodeEditor* mel = Buffer(CodeEditorLanguage::MEL, QString::fromLatin1(MEL_TEXT));
+        QTRY_COMPARE(Rows(OutlineTree()->invisibleRootItem()), (QStringList{"gamma", "alpha", "$gBeta"}));
+
+        // Typing reaches the outline through the editor's timer and the parser.
+        QTextCursor cursor = mel->textCursor();
+        cursor.movePosition(QTextCursor::End);
+        mel->setTextCursor(cursor);
+        mel->setFocus();
+        QTest::keyClicks(mel, QStringLiteral("proc delta() {}"));
+        QTRY_COMPARE(Rows(OutlineTree()->invisibleRootItem()), (QStringList{"gamma", "alpha", "$gBeta", "delta"}));
+
+        // A click on a symbol selects its name in the editor.
+        QTreeWidgetItem* alpha = Find(OutlineTree(), QStringLiteral("alpha"));
+        QTest::mouseClick(OutlineTree()->viewport(), Qt::LeftButton, Qt::NoModifier,
+                          OutlineTree()->visualItemRect(alpha).center());
+        QCOMPARE(mel->GetSelectedText(), QStringLiteral("alpha"));
+
+        // Filters hide kinds without a new parse; Show All brings them back.
+        Outline()->ToggleGlobalVariableVisibility();
+        QCOMPARE(Rows(OutlineTree()->invisibleRootItem()), (QStringList{"gamma", "alpha", "delta"}));
+        Outline()->ShowAllTypes();
+        QCOMPARE(Rows(OutlineTree()->invisibleRootItem()).size(), 4);
+
+        // Sorting by name, and back to the order of the source.
+        QTest::mouseClick(Outline()->GetSortButton(), Qt::LeftButton);
+        QCOMPARE(Rows(OutlineTree()->invisibleRootItem()), (QStringList{"$gBeta", "alpha", "delta", "gamma"}));
+        QTest::mouseClick(Outline()->GetSortButton(), Qt::LeftButton);
+        QCOMPARE(Rows(OutlineTree()->invisibleRootItem()), (QStringList{"gamma", "alpha", "$gBeta", "delta"}));
+    }
+
+    void outlineKeepsExpandedNodesPerFile()
+    {
+        CodeEditor* python = Buffer(CodeEditorLanguage::PYTHON, QString::fromLatin1(PYTHON_TEXT));
+        QTRY_VERIFY(Find(OutlineTree(), QStringLiteral("Rig")));
+        // Imports are hidden at first.
+        QCOMPARE(Rows(OutlineTree()->invisibleRootItem()), (QStringList{"Rig", "  build", "  apply", "zeta", "alpha"}));
+        Outline()->ToggleImportVisibility();
+        QCOMPARE(Rows(OutlineTree()->invisibleRootItem()),
+                 (QStringList{"os", "p = path (sys)", "Rig", "  build", "  apply", "zeta", "alpha"}));
+        QTreeWidgetItem* rig = Find(OutlineTree(), QStringLiteral("Rig"));
+        QVERIFY(!rig->isExpanded());
+        rig->setExpanded(true);
+
+        // The import's selection covers the imported name only.
+        QTreeWidgetItem* p = Find(OutlineTree(), QStringLiteral("p = path (sys)"));
+        QCOMPARE(p->data(0, Qt::UserRole + 1).toInt() - p->data(0, Qt::UserRole).toInt(), 1);
+
+        // A rebuild after typing keeps the node open.
+        QTextCursor cursor = python->textCursor();
+        cursor.movePosition(QTextCursor::End);
+        python->setTextCursor(cursor);
+        python->setFocus();
+        QTest::keyClicks(python, QStringLiteral("def omega(): pass"));
+        QTRY_VERIFY(Find(OutlineTree(), QStringLiteral("omega")));
+        QVERIFY(Find(OutlineTree(), QStringLiteral("Rig"))->isExpanded());
+
+        // Another buffer with the same symbols has its own state; coming back restores this one.
+        const QString firstPath = python->GetFilePath();
+        Buffer(CodeEditorLanguage::PYTHON, QString::fromLatin1(PYTHON_TEXT));
+        QTRY_VERIFY(Find(OutlineTree(), QStringLiteral("Rig")));
+        QTest::qWait(300);
+        QVERIFY(!Find(OutlineTree(), QStringLiteral("Rig"))->isExpanded());
+        editor->SetActiveCodeEditor(firstPath);
+        QTRY_VERIFY(Find(OutlineTree(), QStringLiteral("omega")));
+        QVERIFY(Find(OutlineTree(), QStringLiteral("Rig"))->isExpanded());
+        QVERIFY(Settings::outlineExpandedHash.values(firstPath).contains(QStringLiteral("Rig")));
+
+        // Closing the buffer forgets its nodes.
+        editor->CloseCodeEditor(editor->GetActiveCodeEditorGroup(), editor->GetActiveCodeEditorGroup()->GetCurrentIndex(),
+                                false);
+        QVERIFY(!Settings::outlineExpandedHash.contains(firstPath));
+    }
+
+    void outlineKeepsScrollPosition()
+    {
+        QString text;
+        for (int i = 0; i < 200; ++i)
+            text += QStringLiteral("proc p%1() {}\n").arg(i, 3, 10, QLatin1Char('0'));
+        CodeEditor* mel = Buffer(CodeEditorLanguage::MEL, text);
+        QTRY_COMPARE(OutlineTree()->topLevelItemCount(), 200);
+        QScrollBar* bar = OutlineTree()->verticalScrollBar();
+        QVERIFY(bar->maximum() > 50);
+        bar->setValue(40);
+        // The next parse, after a key, rebuilds the tree at the same place.
+        QTextCursor cursor = mel->textCursor();
+        cursor.movePosition(QTextCursor::End);
+        mel->setTextCursor(cursor);
+        mel->setFocus();
+        QTest::keyClicks(mel, QStringLiteral("proc q() {}"));
+        QTRY_COMPARE(OutlineTree()->topLevelItemCount(), 201);
+        QCOMPARE(bar->value(), 40);
+    }
+};
+
+QTEST_MAIN(TestSideBar)
+#include "tst_SideBar.moc"
