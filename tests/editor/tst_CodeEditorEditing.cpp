@@ -184,14 +184,12 @@ private:
         QString text = state;
         const int position = text.indexOf(QLatin1Char('|'));
         text.remove(QLatin1Char('|'));
-        int anchor = text.indexOf(QLatin1Char('^'));
+        const int anchor = text.indexOf(QLatin1Char('^'));
         text.remove(QLatin1Char('^'));
         editor->SetText(text);
         int cursorPosition = position < 0 ? text.size() : position;
         if (anchor >= 0 && anchor < cursorPosition)
             --cursorPosition;
-        if (anchor > cursorPosition)
-            --anchor;
         QTextCursor cursor = editor->textCursor();
         cursor.setPosition(anchor < 0 ? cursorPosition : anchor);
         cursor.setPosition(cursorPosition, QTextCursor::KeepAnchor);
@@ -436,6 +434,10 @@ private slots:
                                      << "^ab|"
                                      << "type:("
                                      << "(^ab|)";
+        QTest::newRow("paren wraps backwards") << mel << ""
+                                               << "|ab^"
+                                               << "type:{"
+                                               << "{|ab^}";
         QTest::newRow("paren in comment") << python << ""
                                           << "# |"
                                           << "type:("
@@ -556,6 +558,10 @@ private slots:
                                        << "a ^b| c"
                                        << "ToggleBlockComment"
                                        << "a /*^b|*/ c";
+        QTest::newRow("block comment backwards") << mel << ""
+                                                 << "a |b^ c"
+                                                 << "ToggleBlockComment"
+                                                 << "a /*|b^*/ c";
         QTest::newRow("block comment empty") << mel << ""
                                              << "ab|"
                                              << "ToggleBlockComment"

@@ -1,0 +1,570 @@
+// The menu bar of the main widget: its entries in order, what each does, and every default key
+// sequence reaching its action.
+#include "HostFixture.h"
+#include "editor/CodeEditor.h"
+#include "output/OutputTextEdit.h"
+#include "output/PanelGroup.h"
+#include "plugin/MayaUtil.h"
+#include "settings/KeyBindings.h"
+#include "settings/Settings.h"
+#include "shell/BrindletEditor.h"
+#include "shell/StatusBar.h"
+#include "tabs/CodeEditorGroup.h"
+
+#include <QtGui/QAction>
+#include <QtGui/QClipboard>
+#include <QtGui/QTextBlock>
+#include <QtTest/QtTest>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QDialog>
+#include <QtWidgets/QMenu>
+#include <QtWidgets/QMenuBar>
+
+#include <functional>
+#include <memory>
+
+namespace
+{
+// Declines every modal dialog that an action opens, so that each returns at once.
+class DialogDecliner : public QObject
+{
+public:
+    DialogDecliner()
+    {
+        timer.setInterval(10);
+        connect(&timer, &QTimer::timeout, this,
+                []
+                {
+                    QWidget* modal = QApplication::activeModalWidget();
+                    if (auto* dialog = qobject_cast<QDialog*>(modal))
+                        dialog->reject();
+                    else if (modal)
+                        modal->close();
+                });
+        timer.start();
+    }
+
+private:
+    QTimer timer;
+};
+
+// A menu written as its entries joined by '|': "-" for a rule, "Title[...]" for a submenu, with
+// "~" after the title when it can't be torn off, and "{tip}" after an entry whose status tip differs.
+QString Describe(const QMenu* menu)
+{
+    QStringList entries;
+    for (const QAction* action : menu->actions())
+    {
+        if (action->isSeparator())
+            entries.append(QStringLiteral("-"));
+        else if (const QMenu* sub = action->menu())
+            entries.append(sub->title() + (sub->isTearOffEnabled() ? QString() : QStringLiteral("~")) +
+                           QLatin1Char('[') + Describe(sub) + QLatin1Char(']'));
+        else if (!action->statusTip().isEmpty() && action->statusTip() != action->text())
+            entries.append(action->text() + QLatin1Char('{') + action->statusTip() + QLatin1Char('}'));
+        else
+            entries.append(action->text());
+    }
+    return entries.join(QLatin1Char('|'));
+}
+
+void CollectActions(const QMenu* menu, QList<QAction*>& actions)
+{
+    for (QAction* action : menu->actions())
+    {
+        if (action->menu())
+            CollectActions(action->menu(), actions);
+        else if (!action->isSeparator())
+            actions.append(action);
+    }
+}
+} // namespace
+
+class TestMenusAndActions : public QObject
+{
+    Q_OBJECT
+
+private:
+    std::unique_ptr<HostFixture> fixture;
+    BrindletEditor* editor = nullptr;
+
+    QMenuBar* MenuBar() const { return editor->findChild<QMenuBar*>(); }
+
+    QMenu* Menu(const QString& title) const
+    {
+        for (QAction* action : MenuBar()->actions())
+        {
+            if (action->menu() && action->menu()->title() == title)
+                return action->menu();
+        }
+        return nullptr;
+    }
+
+    // An entry by its path, as "Edit/Line/Delete Line".
+    QAction* Action(const QString& path) const
+    {
+        const QStringList parts = path.split(QLatin1Char('/'));
+        QMenu* menu = Menu(parts.first());
+        for (int i = 1; menu && i < parts.size(); ++i)
+        {
+            for (QAction* action : menu->actions())
+            {
+                if (action->text() != parts.at(i) &&
+                    !(action->menu() && action->menu()->title() == parts.at(i)))
+                    continue;
+                if (i == parts.size() - 1)
+                    return action;
+                menu = action->menu();
+                break;
+            }
+        }
+        return nullptr;
+    }
+
+    CodeEditor* FocusNewBuffer(CodeEditorLanguage language, const QString& state)
+    {
+        editor->NewBuffer(language);
+        editor->FocusActiveCodeEditor();
+        auto* codeEditor = qobject_cast<CodeEditor*>(QApplication::focusWidget());
+        if (!codeEditor)
+            return nullptr;
+        QString text = state;
+        int position = text.indexOf(QLatin1Char('|'));
+        text.remove(QLatin1Char('|'));
+        const int anchor = text.indexOf(QLatin1Char('^'));
+        text.remove(QLatin1Char('^'));
+        if (anchor >= 0 && anchor < position)
+            --position;
+        codeEditor->SetText(text);
+        QTextCursor cursor = codeEditor->textCursor();
+        cursor.setPosition(anchor < 0 ? position : anchor);
+        cursor.setPosition(position, QTextCursor::KeepAnchor);
+        codeEditor->setTextCursor(cursor);
+        return codeEditor;
+    }
+
+    static QString State(const CodeEditor* codeEditor)
+    {
+        QString text = codeEditor->GetText();
+        const QTextCursor cursor = codeEditor->textCursor();
+        if (cursor.hasSelection() && cursor.anchor() > cursor.position())
+            text.insert(cursor.anchor(), QLatin1Char('^'));
+        text.insert(cursor.position(), QLatin1Char('|'));
+        if (cursor.hasSelection() && cursor.anchor() < cursor.position())
+            text.insert(cursor.anchor(), QLatin1Char('^'));
+        return text;
+    }
+
+private slots:
+    void init()
+    {
+        fixture = std::make_unique<HostFixture>();
+        QVERIFY(fixture->LoadPlugin() == MStatus::kSuccess);
+        editor = fixture->OpenEditor();
+        QVERIFY(editor);
+        QWidget* window = editor->window();
+        window->resize(1200, 800);
+        window->show();
+        window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(window));
+    }
+
+    void cleanup()
+    {
+        editor = nullptr;
+        fixture.reset();
+    }
+
+    void menus_data()
+    {
+        QTest::addColumn<QString>("title");
+        QTest::addColumn<QString>("entries");
+        QTest::newRow("File")
+            << "File"
+            << "New...{New Buffer}|New MEL Buffer|New Python Buffer|-|Open File...{Open File}|"
+               "Recent Files~[Reopen Closed File|-|Clear Items]|-|"
+               "Open Workspace...{Open Workspace}|-|"
+               "Add Folder to Workspace...{Add Folder to Workspace}|"
+               "Save Workspace As...{Save Workspace As}|-|Save|Save As...{Save As}|Save All|"
+               "Rename...{Rename}|-|Save Script to Shelf...{Save Script to Shelf}|"
+               "Source Script...{Source Script}|-|Revert File|Close File|Close All Files|-|"
+               "Save State";
+        QTest::newRow("Edit")
+            << "Edit"
+            << "Undo|Redo|-|Cut|Copy|Paste|Select All|-|"
+               "Line[Increase Indent|Decrease Indent|Copy Line Up|Copy Line Down|"
+               "Move Line Up{Move Line Upt}|Move Line Down|Delete Line]|"
+               "Comment[Toggle Comment|Toggle Block Comment]|-|Convert Tabs to Spaces|-|"
+               "Find|Replace|-|Find in Files|Replace in Files|-|Insert Path...{Insert Path}|-|"
+               "Clear Output|-|Preferences...{Preferences}";
+        QTest::newRow("View")
+            << "View"
+            << "Explorer|Search|Quick Help|-|Toggle Code Editor|Toggle Output|Toggle Side Bar|"
+               "Hide Activity Bar|Hide Status Bar|-|Toggle Code Editor Layout|"
+               "Move Side Bar Right|Output Position[Top|Bottom|Left|Right]|-|"
+               "Toggle Render Whitespaces|Toggle Word Wrap|-|Increase Font Size|"
+               "Decrease Font Size|Reset Font Size";
+        QTest::newRow("Go")
+            << "Go"
+            << "Switch Editor[Next Editor|Previous Editor|-|Next Used Editor in Group|"
+               "Previous Used Editor in Group]|Switch Group[Next Editor Group|Previous Editor Group]|"
+               "-|Go to File...{Go to File}|Go to Symbol in File...{Go to Symbol in File}|"
+               "Go to Line...{Go to Line}";
+        QTest::newRow("Output")
+            << "Output"
+            << "Verbosity~[Echo All|Normal|Minimal]|-|Line Numbers in Errors|Show Stack Trace|-|"
+               "Suppress Stack Window|-|Write Output to File";
+        QTest::newRow("Command")
+            << "Command"
+            << "Execute|Execute Line|Execute All|-|Environment Variables[MAYA_SCRIPT_PATH|"
+               "MAYA_PLUG_IN_PATH|MAYA_MODULE_PATH|MAYA_SHELF_PATH|XBMLANGPATH|-|PYTHONPATH]|-|"
+               "Python[sys.path|os.environ|-|dir( )|help( )|-|Update Module State|"
+               "Revert Module State|-|Revert Module State on Execute]|Pylint[Open pylintrc]";
+        QTest::newRow("Help")
+            << "Help"
+            << "MEL Command Reference|Python Command Reference|Node and Attribute Reference|-|"
+               "About...{About}";
+    }
+
+    void menus()
+    {
+        QFETCH(QString, title);
+        QFETCH(QString, entries);
+        QStringList titles;
+        for (const QAction* action : MenuBar()->actions())
+            titles.append(action->text());
+        QCOMPARE(titles, QStringList({"File", "Edit", "View", "Go", "Output", "Command", "Help"}));
+        QMenu* menu = Menu(title);
+        QVERIFY(menu);
+        QVERIFY(menu->isTearOffEnabled());
+        // "Search" in View and "Find in Files" in Edit are one action under the name of the last menu shown.
+        emit Menu(title == QLatin1String("View") ? QStringLiteral("View") : QStringLiteral("Edit"))
+            ->aboutToShow();
+        QCOMPARE(Describe(menu), entries);
+    }
+
+    void searchActionNamedByMenu()
+    {
+        QAction* inEdit = Action(QStringLiteral("Edit/Find in Files"));
+        QVERIFY(inEdit);
+        emit Menu(QStringLiteral("View"))->aboutToShow();
+        QCOMPARE(inEdit->text(), QStringLiteral("Search"));
+        QCOMPARE(inEdit->statusTip(), QStringLiteral("Search"));
+        QCOMPARE(Action(QStringLiteral("View/Search")), inEdit);
+        emit Menu(QStringLiteral("Edit"))->aboutToShow();
+        QCOMPARE(inEdit->text(), QStringLiteral("Find in Files"));
+    }
+
+    void recentFiles()
+    {
+        QMenu* recent = Action(QStringLiteral("File/Recent Files"))->menu();
+        QVERIFY(!recent->isTearOffEnabled());
+        const QString path = fixture->AppDir() + QStringLiteral("/recent.py");
+        editor->AddRecentFile(path);
+        QCOMPARE(Describe(recent), QStringLiteral("Reopen Closed File|-|%1|-|Clear Items").arg(path));
+        QCOMPARE(recent->actions().at(2)->data().toString(), path);
+        Action(QStringLiteral("File/Recent Files/Clear Items"))->trigger();
+        QCOMPARE(Describe(recent), QStringLiteral("Reopen Closed File|-|Clear Items"));
+    }
+
+    void everyActionTriggers()
+    {
+        // Every entry and every action for a shortcut alone, once, with the dialogs they open declined.
+        QList<QAction*> actions;
+        for (QAction* action : MenuBar()->actions())
+            CollectActions(action->menu(), actions);
+        QStringList shortcutOnly;
+        for (QAction* action : editor->actions())
+        {
+            if (!actions.contains(action))
+            {
+                shortcutOnly.append(action->text());
+                actions.append(action);
+            }
+        }
+        shortcutOnly.sort();
+        QCOMPARE(shortcutOnly,
+                 QStringList({"Command Reference", "Echo All Commands", "Execute Alt", "Find Next",
+                              "Find Previous", "Find in Files Next", "Find in Files Previous", "Replace",
+                              "Replace Next", "Select and Find Next", "Select and Find Previous"}));
+        DialogDecliner decliner;
+        for (QAction* action : actions)
+        {
+            QSignalSpy triggered(action, &QAction::triggered);
+            editor->FocusActiveCodeEditor();
+            action->trigger();
+            QCOMPARE(triggered.count(), 1);
+        }
+        QVERIFY(editor->isVisible());
+    }
+
+    void editActions_data()
+    {
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<QString>("before");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("after");
+        QTest::newRow("undo") << "Edit/Undo"
+                              << "a|"
+                              << "b"
+                              << "a|";
+        QTest::newRow("select all") << "Edit/Select All"
+                                    << "a|b"
+                                    << ""
+                                    << "^ab|";
+        QTest::newRow("cut") << "Edit/Cut"
+                             << "^ab|c"
+                             << ""
+                             << "|c";
+        QTest::newRow("cut line") << "Edit/Cut"
+                                  << "a|b\nc"
+                                  << ""
+                                  << "|c";
+        QTest::newRow("increase indent") << "Edit/Line/Increase Indent"
+                                         << "a|b"
+                                         << ""
+                                         << "    a|b";
+        QTest::newRow("decrease indent") << "Edit/Line/Decrease Indent"
+                                         << "    a|b"
+                                         << ""
+                                         << "a|b";
+        QTest::newRow("copy line up") << "Edit/Line/Copy Line Up"
+                                      << "a|b"
+                                      << ""
+                                      << "a|b\nab";
+        QTest::newRow("copy line down") << "Edit/Line/Copy Line Down"
+                                        << "a|b"
+                                        << ""
+                                        << "ab\na|b";
+        QTest::newRow("move line up") << "Edit/Line/Move Line Up"
+                                      << "x\na|b"
+                                      << ""
+                                      << "a|b\nx";
+        QTest::newRow("move line down") << "Edit/Line/Move Line Down"
+                                        << "a|b\nx"
+                                        << ""
+                                        << "x\na|b";
+        QTest::newRow("delete line") << "Edit/Line/Delete Line"
+                                     << "a\nb|"
+                                     << ""
+                                     << "a\n|";
+        QTest::newRow("toggle comment") << "Edit/Comment/Toggle Comment"
+                                        << "a|"
+                                        << ""
+                                        << "# a|";
+        QTest::newRow("toggle block comment") << "Edit/Comment/Toggle Block Comment"
+                                              << "a|"
+                                              << ""
+                                              << "# a|";
+        QTest::newRow("convert tabs") << "Edit/Convert Tabs to Spaces"
+                                      << "\ta|"
+                                      << ""
+                                      << "    a|";
+    }
+
+    void editActions()
+    {
+        QFETCH(QString, path);
+        QFETCH(QString, before);
+        QFETCH(QString, typed);
+        QFETCH(QString, after);
+        CodeEditor* codeEditor = FocusNewBuffer(CodeEditorLanguage::PYTHON, before);
+        QVERIFY(codeEditor);
+        QTest::keyClicks(codeEditor, typed);
+        QAction* action = Action(path);
+        QVERIFY(action);
+        action->trigger();
+        QCOMPARE(State(codeEditor), after);
+    }
+
+    void clipboardActions()
+    {
+        CodeEditor* codeEditor = FocusNewBuffer(CodeEditorLanguage::MEL, QStringLiteral("^ab|c"));
+        QVERIFY(codeEditor);
+        Action(QStringLiteral("Edit/Copy"))->trigger();
+        QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("ab"));
+        codeEditor->moveCursor(QTextCursor::End);
+        Action(QStringLiteral("Edit/Paste"))->trigger();
+        QCOMPARE(State(codeEditor), QStringLiteral("abcab|"));
+        codeEditor->undo();
+        Action(QStringLiteral("Edit/Redo"))->trigger();
+        QCOMPARE(codeEditor->GetText(), QStringLiteral("abcab"));
+
+        // In the output view, which is read-only, copy works and cut and paste do nothing.
+        OutputTextEdit* output = editor->GetPanelGroup()->GetOutputTextEdit();
+        output->setFocus();
+        QCOMPARE(QApplication::focusWidget(), output);
+        output->selectAll();
+        const QString shown = output->toPlainText();
+        QVERIFY(!shown.isEmpty());
+        Action(QStringLiteral("Edit/Cut"))->trigger();
+        Action(QStringLiteral("Edit/Paste"))->trigger();
+        QCOMPARE(output->toPlainText(), shown);
+        Action(QStringLiteral("Edit/Copy"))->trigger();
+        QCOMPARE(QGuiApplication::clipboard()->text(),
+                 output->textCursor().selectedText().replace(QChar::ParagraphSeparator, QLatin1Char('\n')));
+    }
+
+    void toggles_data()
+    {
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<int>("which");
+        QTest::newRow("word wrap") << "View/Toggle Word Wrap" << 0;
+        QTest::newRow("render whitespace") << "View/Toggle Render Whitespaces" << 1;
+        QTest::newRow("line numbers in errors") << "Output/Line Numbers in Errors" << 2;
+        QTest::newRow("stack trace") << "Output/Show Stack Trace" << 3;
+        QTest::newRow("suppress stack window") << "Output/Suppress Stack Window" << 4;
+    }
+
+    void toggles()
+    {
+        QFETCH(QString, path);
+        QFETCH(int, which);
+        CodeEditor* codeEditor = FocusNewBuffer(CodeEditorLanguage::PYTHON, QStringLiteral("a|"));
+        QVERIFY(codeEditor);
+        const std::function<bool()> states[] = {
+            [codeEditor]
+            { return codeEditor->document()->defaultTextOption().wrapMode() != QTextOption::NoWrap; },
+            [codeEditor] {
+                return bool(codeEditor->document()->defaultTextOption().flags() &
+                            QTextOption::ShowTabsAndSpaces);
+            },
+            [] { return MayaUtil::LineNumbersInErrorsEnabled(); },
+            [] { return MayaUtil::ShowStackTraceEnabled(); },
+            [] { return Settings::suppressStackWindow; },
+        };
+        QAction* action = Action(path);
+        QVERIFY(action);
+        const bool before = states[which]();
+        QCOMPARE(action->isCheckable(), which >= 2);
+        if (action->isCheckable())
+            QCOMPARE(action->isChecked(), before);
+        action->trigger();
+        QTRY_COMPARE(states[which](), !before);
+        action->trigger();
+        QTRY_COMPARE(states[which](), before);
+    }
+
+    void verbosity_data()
+    {
+        QTest::addColumn<QString>("entry");
+        QTest::addColumn<int>("index");
+        QTest::newRow("minimal") << "Minimal" << 2;
+        QTest::newRow("normal") << "Normal" << 1;
+        QTest::newRow("echo all") << "Echo All" << 0;
+    }
+
+    void verbosity()
+    {
+        QFETCH(QString, entry);
+        QFETCH(int, index);
+        PanelGroup* panelGroup = editor->GetPanelGroup();
+        QAction* action = Action(QStringLiteral("Output/Verbosity/") + entry);
+        QVERIFY(action);
+        action->trigger();
+        QCOMPARE(panelGroup->GetVebosityIndex(), index);
+        QCOMPARE(MayaUtil::EchoAllCommandsEnabled(), index == 0);
+
+        // The menu shows the choice of the combo box, whichever way it was made.
+        auto* combo = panelGroup->findChild<QComboBox*>(QStringLiteral("outputTypeCmb"));
+        QVERIFY(combo);
+        combo->setCurrentIndex((index + 1) % 3);
+        QMenu* menu = Action(QStringLiteral("Output/Verbosity"))->menu();
+        emit menu->aboutToShow();
+        QCOMPARE(menu->actions().at((index + 1) % 3)->isChecked(), true);
+
+        // The shortcut-only echo action follows the combo box, and sets it.
+        QAction* echo = nullptr;
+        for (QAction* candidate : editor->actions())
+            echo = candidate->text() == QLatin1String("Echo All Commands") ? candidate : echo;
+        QVERIFY(echo);
+        QCOMPARE(echo->isChecked(), (index + 1) % 3 == 0);
+        echo->trigger();
+        QCOMPARE(panelGroup->GetVebosityIndex() == 0, echo->isChecked());
+    }
+
+    void outputAndNavigation()
+    {
+        editor->AppendToOutput(QStringLiteral("some output\n"));
+        Action(QStringLiteral("Edit/Clear Output"))->trigger();
+        QCOMPARE(editor->GetPanelGroup()->GetOutputTextEdit()->toPlainText(), QString());
+
+        CodeEditorGroup* group = editor->GetActiveCodeEditorGroup();
+        QCOMPARE(group->GetCount(), 2);
+        group->SetCurrentIndex(0);
+        Action(QStringLiteral("Go/Switch Editor/Next Editor"))->trigger();
+        QCOMPARE(group->GetCurrentIndex(), 1);
+        QCOMPARE(QApplication::focusWidget(), group->GetCurrent());
+        // Past the last tab, with no other group holding tabs, back to this group's first.
+        Action(QStringLiteral("Go/Switch Editor/Next Editor"))->trigger();
+        QCOMPARE(group->GetCurrentIndex(), 0);
+        Action(QStringLiteral("Go/Switch Editor/Previous Editor"))->trigger();
+        QCOMPARE(group->GetCurrentIndex(), 1);
+        Action(QStringLiteral("Go/Switch Group/Next Editor Group"))->trigger();
+        QCOMPARE(editor->GetActiveCodeEditorGroup(), group);
+
+        Settings::sideBarVisible = false;
+        emit Menu(QStringLiteral("View"))->aboutToShow();
+        QAction* search = Action(QStringLiteral("View/Search"));
+        QVERIFY(search);
+        search->trigger();
+        QVERIFY(Settings::sideBarVisible);
+        QVERIFY(Settings::searchViewActive);
+    }
+
+    void shortcutsReachTheirActions()
+    {
+        DialogDecliner decliner;
+        QStringList missed;
+        int checked = 0;
+        for (const KeySequence* row : editor->GetKeyBindings()->GetKeySequences())
+        {
+            if (!row->action)
+                continue;
+            for (const QKeySequence& sequence : row->defaultSequences)
+            {
+                if (sequence.isEmpty())
+                    continue;
+                // From a widget of the editor that takes no keys itself, as the tab bar or a button.
+                QWidget* window = editor->window();
+                window->activateWindow();
+                QVERIFY(QTest::qWaitForWindowActive(window));
+                QWidget* target = editor->GetStatusBar();
+                target->setFocus();
+                QSignalSpy triggered(row->action.data(), &QAction::triggered);
+                QTest::keySequence(target, sequence);
+                if (triggered.count() != 1)
+                    missed.append(row->label + QStringLiteral(": ") + sequence.toString());
+                ++checked;
+            }
+        }
+        QVERIFY2(missed.isEmpty(), qPrintable(missed.join(QStringLiteral(", "))));
+        QVERIFY(checked > 50);
+    }
+
+    void tidyBeforeSave()
+    {
+        Settings::pythonTrimTrailingWhiteSpacesOnSave = true;
+        Settings::pythonEnsureNewLineAtEofOnSave = true;
+        const QString path = fixture->AppDir() + QStringLiteral("/tidy.py");
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("a = 1  \nb = 2\t");
+        file.close();
+        QVERIFY(editor->OpenFile(path));
+        editor->FocusActiveCodeEditor();
+        auto* codeEditor = qobject_cast<CodeEditor*>(QApplication::focusWidget());
+        QVERIFY(codeEditor);
+        codeEditor->SetCursorPosition(5);
+        codeEditor->SetModified(true);
+        Action(QStringLiteral("File/Save"))->trigger();
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.readAll(), QByteArray("a = 1\nb = 2\n"));
+        QCOMPARE(codeEditor->GetCursorPosition(), 5);
+        QVERIFY(!codeEditor->IsModified());
+    }
+};
+
+QTEST_MAIN(TestMenusAndActions)
+#include "tst_MenusAndActions.moc"
