@@ -107,8 +107,8 @@ void GoToWidget::CreateConnections()
 // ---------------------------------------------------------------------------------------------
 // Showing and closing
 
-void GoToWidget::Show(GoToFilterType filter, BaseParser* parser, int lines, int cursorPosition, int scrollValue,
-                      const QList<CodeEditorProperties>& lastUsedEditors, bool reverse)
+void GoToWidget::Show(GoToFilterType filter, BaseParser* parser, int lines, int cursorPosition,
+                      int scrollValue, const QList<CodeEditorProperties>& lastUsedEditors, bool reverse)
 {
     Show(filter, parser ? parser->GetItems() : QList<ParserItem>(), lines, cursorPosition, scrollValue,
          lastUsedEditors, reverse);
@@ -580,12 +580,17 @@ void GoToWidget::UpdateRect(QRect rect)
     {
         const int rows = qMin(proxyModel->rowCount(), MaxVisibleRows);
         const int rowHeight = proxyModel->rowCount() > 0 ? listView->sizeHintForRow(0) : 0;
-        listView->setFixedHeight(rowHeight * rows + 2 * listView->frameWidth());
-        height += listView->height() + spacing;
+        // The list's own height follows only at the next layout pass: count with the new one.
+        const int listHeight = rowHeight * rows + 2 * listView->frameWidth();
+        listView->setFixedHeight(listHeight);
+        height += listHeight + spacing;
     }
     if (helpVisible)
         height += helpLabel->sizeHint().height() + spacing;
 
+    // The window keeps the minimum size of the last layout pass until the next one; without a pass
+    // now it would not shrink to fewer rows.
+    layout()->activate();
     QRect result(rect.topLeft(), QSize(width(), height));
     if (const QScreen* screen = QGuiApplication::screenAt(rect.topLeft()))
     {

@@ -51,7 +51,8 @@ QSize HtmlDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelInd
     document.setDocumentMargin(0);
     document.setDefaultFont(options.font);
     document.setHtml(options.text);
-    document.setTextWidth(options.rect.width());
+    // Rows are one line: laid out at the width of a view not yet shown, the text would wrap and
+    // make every row as tall as the wrapped one.
 
     const QSize iconSize =
         options.features & QStyleOptionViewItem::HasDecoration ? options.decorationSize : QSize();

@@ -261,40 +261,6 @@ private slots:
         QVERIFY(ShownTexts(*bar).contains(QStringLiteral("Ln 0      Col 0      Sel 0")));
     }
 
-    // The parser's messages reach the editor's decorations after the pause in typing; the
-    // counts follow them, and the message is the one of the line under the cursor.
-    void countsAndLineMessageFollowTheDecorations()
-    {
-        BrindletEditor* editor = OpenEditor();
-        QVERIFY(editor);
-        StatusBar* bar = editor->GetStatusBar();
-        CodeEditorGroup* group = editor->GetActiveCodeEditorGroup();
-        group->SetCurrentIndex(1);
-        CodeEditor* python = editor->GetActiveCodeEditor();
-        QCOMPARE(python->GetLanguage(), CodeEditorLanguage::PYTHON);
-        python->setFocus();
-        QTest::keyClicks(python, QStringLiteral("x = 'abc"));
-        QTest::keyClick(python, Qt::Key_Return);
-        // Typed as a paste would put it, so that no indent rule changes the tabs.
-        python->textCursor().insertText(QStringLiteral("if a:\n\t x = 1\n\t y = 2\n"));
-        QTRY_VERIFY(ShownTexts(*bar).contains(QStringLiteral("1  ")));
-        QVERIFY(ShownTexts(*bar).contains(QStringLiteral("1    ")));
-
-        python->SetCursorPosition(2);
-        QCOMPARE(ShownTexts(*bar).at(5), QStringLiteral("Unterminated String"));
-        QCOMPARE(bar->findChildren<QLabel*>().size() > 5, true);
-        python->SetCurrentLine(3);
-        QVERIFY(ShownTexts(*bar).at(5).contains(QStringLiteral("tabs and spaces")));
-        python->SetCurrentLine(2);
-        QCOMPARE(ShownTexts(*bar).at(5), QString());
-
-        // Mended, the counts go back to nothing.
-        python->SetText(QStringLiteral("x = 'abc'\n"));
-        QTRY_VERIFY(ShownTexts(*bar).contains(QStringLiteral("0  ")));
-        QVERIFY(ShownTexts(*bar).contains(QStringLiteral("0    ")));
-        QCOMPARE(ShownTexts(*bar).at(5), QString());
-    }
-
 private:
     std::unique_ptr<HostFixture> fixture;
 };
