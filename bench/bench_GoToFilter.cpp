@@ -61,7 +61,7 @@ private slots:
                                        .arg(workspace.path())
                                        .arg(QLatin1String(NAMES[i % 8]))
                                        .arg(i / 500);
-            if (i % 500 == 0 || i < 8)
+            if (i % 500 < 8)
                 QDir().mkpath(folder);
             QFile file(QStringLiteral("%1/%2_%3_%4.%5")
                            .arg(folder, QLatin1String(NAMES[(i / 8) % 8]), QLatin1String(NAMES[i % 8]))
