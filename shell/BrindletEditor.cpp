@@ -426,14 +426,21 @@ void BrindletEditor::UpdateCursorPosition()
     int column = 0;
     int selected = 0;
     codeEditor->GetCursorStatus(line, column, selected);
+    statusBar->SetInfo(codeEditor->GetErrorAndWarningsText());
     statusBar->SetCursorPosition(line, column, selected);
 }
 
 void BrindletEditor::UpdateStatusBarInfo()
 {
-    // Error and warning counts come with the parsers' decorations; until then there are none.
-    statusBar->SetErrorAndWarningCount(0, 0);
-    statusBar->SetInfo(QString());
+    const CodeEditor* codeEditor = GetActiveCodeEditor();
+    if (!codeEditor)
+    {
+        statusBar->SetErrorAndWarningCount(0, 0);
+        statusBar->SetInfo(QString());
+        return;
+    }
+    statusBar->SetErrorAndWarningCount(codeEditor->GetNumberOfErrors(), codeEditor->GetNumberOfWarnings());
+    statusBar->SetInfo(codeEditor->GetErrorAndWarningsText());
 }
 
 void BrindletEditor::UpdateOverwriteMode()

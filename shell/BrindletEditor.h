@@ -4,6 +4,7 @@
 #include "settings/KeyBindings.h"
 #include "settings/PreferencePage.h"
 #include "shell/ExecuteType.h"
+#include "sidebar/GoToFilterType.h"
 #include "sidebar/SideBarView.h"
 #include "tabs/TabDropZone.h"
 
@@ -16,6 +17,7 @@ class ActivityBar;
 class BaseParser;
 class CodeEditor;
 class CodeEditorGroup;
+class GoToWidget;
 class QFileInfo;
 class PanelGroup;
 class PreferencesDialog;
@@ -108,6 +110,8 @@ public:
     QAction* GetToggleActivityBarAction() const { return toggleActivityBarAction; }
     QAction* GetToggleStatusBarAction() const { return toggleStatusBarAction; }
     QAction* GetToggleSideBarPositionAction() const { return toggleSideBarPositionAction; }
+    // The go-to palette, made on first use.
+    GoToWidget* GetGoToWidget();
 
 signals:
     void AppendToOutputRequested(const QString& text);
@@ -227,6 +231,17 @@ public slots:
     void PrintMayaEnvVarPaths();
     void ParseForcedImports();
 
+    // Navigation.
+    void ShowGotoWidget(GoToFilterType filter, bool reverse);
+    void GoToFile();
+    void GoToSymbolInFile();
+    void GoToLine();
+    void NextUsedEditor(bool backwards);
+    void SetPosition(int position, bool startOfLine);
+    void SetCurrentLine(int lineNumber);
+    void SetPositionAndScrollValue(int position, int scrollValue);
+    void ShowInsertPathDialog();
+
     // Menus and actions.
     void Undo();
     void Redo();
@@ -261,17 +276,11 @@ public slots:
     void GoToEditorGroup();
     void NextEditor(bool backwards);
     void NextEditorGroup(bool backwards);
-    void NextUsedEditor(bool backwards);
     void MelCommandReference();
     void PythonCommandReference();
     void NodeAndAttributeReference();
     void ShowAboutDialog();
 
-    // Forwarders to views that other parts of the editor provide.
-    void ShowInsertPathDialog();
-    void GoToFile();
-    void GoToSymbolInFile();
-    void GoToLine();
     void OpenCommandReference();
     // Side bar.
     void RefreshOpenCodeEditorsView();
@@ -519,4 +528,5 @@ private:
     QStringList keptInRecovery;
     // Why the last write failed, in words, for the question at quit.
     QString lastSaveFailure;
+    GoToWidget* goToWidget = nullptr; // child popup, made on first use
 };

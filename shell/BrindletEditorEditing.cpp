@@ -287,15 +287,6 @@ void BrindletEditor::NextEditorGroup(bool backwards)
     }
 }
 
-void BrindletEditor::NextUsedEditor(bool)
-{
-    if (!GetActiveCodeEditorGroup())
-        return;
-    // The go-to palette that lists the group's last used editors is not built yet; until then
-    // this only returns the focus to the active editor.
-    FocusActiveCodeEditor();
-}
-
 void BrindletEditor::MelCommandReference()
 {
     MayaUtil::ShowHelp(QStringLiteral("DocsMelCommands"));

@@ -3,6 +3,7 @@
 #include "editor/CodeEditor.h"
 #include "settings/Settings.h"
 #include "sidebar/ActivityBar.h"
+#include "sidebar/GoToWidget.h"
 #include "sidebar/SideBar.h"
 #include "tabs/CodeEditorGroup.h"
 
@@ -123,12 +124,14 @@ void BrindletEditor::OnShowInSideBarRequested(const QString& path)
 
 void BrindletEditor::OnWorkspaceItemDeleted(const QString& /*path*/, bool /*isFolder*/)
 {
-    // The go-to palette reads the workspace's files again at its next use.
+    OnWorkspaceModified();
 }
 
 void BrindletEditor::OnWorkspaceModified()
 {
     // The go-to palette reads the workspace's files again at its next use.
+    if (goToWidget)
+        goToWidget->SetFileUpdateRequired();
 }
 
 void BrindletEditor::RefreshWorkspace()

@@ -1,0 +1,269 @@
+#include "HostFixture.h"
+#include "editor/CodeEditor.h"
+#include "plugin/MayaUtil.h"
+#include "settings/KeyBindings.h"
+#include "settings/Settings.h"
+#include "shell/BrindletEditor.h"
+#include "shell/StatusBar.h"
+#include "tabs/CodeEditorGroup.h"
+
+#include <QtCore/QTimer>
+#include <QtGui/QAction>
+#include <QtTest/QtTest>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QMenu>
+
+#include <functional>
+#include <memory>
+
+namespace
+{
+// The texts of the bar's labels from left to right, as they stand on screen; hidden ones left out.
+QStringList ShownTexts(const StatusBar& bar)
+{
+    QList<QLabel*> labels = bar.findChildren<QLabel*>(QString(), Qt::FindDirectChildrenOnly);
+    std::sort(labels.begin(), labels.end(), [](QLabel* a, QLabel* b) { return a->x() < b->x(); });
+    QStringList texts;
+    for (const QLabel* label : labels)
+    {
+        if (label->isVisibleTo(&bar))
+            texts.append(label->pixmap().isNull() ? label->text() : QStringLiteral("<icon>"));
+    }
+    return texts;
+}
+
+// Runs the bar's context menu and hands it to `use` while it is open.
+void WithContextMenu(StatusBar* bar, const std::function<void(QMenu*)>& use)
+{
+    bool ran = false;
+    QTimer::singleShot(0, bar,
+                       [&]()
+                       {
+                           auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+                           if (!menu)
+                               return;
+                           ran = true;
+                           use(menu);
+                           if (menu->isVisible())
+                               menu->close();
+                       });
+    bar->ShowContextMenu(QPoint(5, 5));
+    QVERIFY(ran);
+}
+
+QStringList ActionTexts(const QMenu* menu)
+{
+    QStringList texts;
+    for (const QAction* action : menu->actions())
+        texts.append(action->isSeparator() ? QStringLiteral("-") : action->text());
+    return texts;
+}
+
+QAction* Action(const QMenu* menu, const QString& text)
+{
+    for (QAction* action : menu->actions())
+    {
+        if (action->text() == text)
+            return action;
+    }
+    return nullptr;
+}
+} // namespace
+
+// The status bar alone, and at the foot of the main widget following the active editor.
+class TestStatusBar : public QObject
+{
+    Q_OBJECT
+
+private:
+    BrindletEditor* OpenEditor()
+    {
+        BrindletEditor* editor = fixture->OpenEditor();
+        if (!editor)
+            return nullptr;
+        QWidget* window = editor->window();
+        window->resize(1200, 800);
+        window->show();
+        window->activateWindow();
+        if (!QTest::qWaitForWindowActive(window))
+            return nullptr;
+        return editor;
+    }
+
+private slots:
+    void init()
+    {
+        fixture = std::make_unique<HostFixture>();
+        QVERIFY(fixture->LoadPlugin() == MStatus::kSuccess);
+    }
+
+    void cleanup() { fixture.reset(); }
+
+    void startsEmpty()
+    {
+        StatusBar bar(nullptr);
+        bar.resize(800, 30);
+        bar.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&bar));
+        QCOMPARE(ShownTexts(bar),
+                 (QStringList{QString(), QStringLiteral("<icon>"), QStringLiteral("0"),
+                              QStringLiteral("<icon>"), QStringLiteral("0"), QString(),
+                              QStringLiteral("Ln 0      Col 0      Sel 0"), QStringLiteral("INS")}));
+    }
+
+    void showsWhatItIsGiven()
+    {
+        StatusBar bar(nullptr);
+        bar.resize(800, 30);
+        bar.show();
+        bar.SetInterpreter(CodeEditorLanguage::MEL);
+        bar.SetErrorAndWarningCount(3, 12);
+        bar.SetInfo(QStringLiteral("Syntax error: unexpected ';'"));
+        bar.SetCursorPosition(14, 7, 21);
+        bar.SetOverwriteEnabled(true);
+        QCOMPARE(ShownTexts(bar),
+                 (QStringList{QStringLiteral("MEL     "), QStringLiteral("<icon>"), QStringLiteral("3  "),
+                              QStringLiteral("<icon>"), QStringLiteral("12    "),
+                              QStringLiteral("Syntax error: unexpected ';'"),
+                              QStringLiteral("Ln 14      Col 7      Sel 21"), QStringLiteral("OVR")}));
+        bar.SetInterpreter(CodeEditorLanguage::PYTHON);
+        QCOMPARE(bar.GetInterpreterText(),
+                 QStringLiteral("Python %1 (64-bit)     ").arg(MayaUtil::GetPythonVersion()));
+        QVERIFY(!MayaUtil::GetPythonVersion().isEmpty());
+        bar.SetInterpreter(CodeEditorLanguage::TEXT);
+        QCOMPARE(bar.GetInterpreterText(), QString());
+    }
+
+    // A long message is cut at the bar's edge; it never asks the window for more room.
+    void longMessageNeverWidensTheBar()
+    {
+        StatusBar bar(nullptr);
+        bar.SetInfo(QStringLiteral("short"));
+        const int minimum = bar.minimumSizeHint().width();
+        bar.SetInfo(QString(400, QLatin1Char('x')));
+        QCOMPARE(bar.minimumSizeHint().width(), minimum);
+    }
+
+    void contextMenuTogglesParts_data()
+    {
+        QTest::addColumn<QString>("hide");
+        QTest::addColumn<QString>("show");
+        QTest::addColumn<QStringList>("shown");
+        const QStringList all{QStringLiteral("MEL     "),
+                              QStringLiteral("<icon>"),
+                              QStringLiteral("0  "),
+                              QStringLiteral("<icon>"),
+                              QStringLiteral("0    "),
+                              QStringLiteral("message"),
+                              QStringLiteral("Ln 1      Col 1      Sel 0"),
+                              QStringLiteral("INS")};
+        QStringList noInterpreter = all;
+        noInterpreter.removeAt(0);
+        QStringList noCounts = all;
+        noCounts.erase(noCounts.begin() + 1, noCounts.begin() + 5);
+        QStringList noMessage = all;
+        noMessage.removeAt(5);
+        QTest::newRow("interpreter") << QStringLiteral("Hide Interpreter")
+                                     << QStringLiteral("Show Interpreter") << noInterpreter;
+        QTest::newRow("counts and their icons") << QStringLiteral("Hide Error/Warning Count")
+                                                << QStringLiteral("Show Error/Warning Count") << noCounts;
+        QTest::newRow("line message") << QStringLiteral("Hide Current Line Message")
+                                      << QStringLiteral("Show Current Line Message") << noMessage;
+    }
+
+    void contextMenuTogglesParts()
+    {
+        QFETCH(QString, hide);
+        QFETCH(QString, show);
+        QFETCH(QStringList, shown);
+        KeyBindings bindings;
+        StatusBar bar(&bindings);
+        bar.resize(900, 30);
+        bar.show();
+        bar.SetInterpreter(CodeEditorLanguage::MEL);
+        bar.SetErrorAndWarningCount(0, 0);
+        bar.SetInfo(QStringLiteral("message"));
+        bar.SetCursorPosition(1, 1, 0);
+        const QStringList all = ShownTexts(bar);
+
+        WithContextMenu(&bar,
+                        [&](QMenu* menu)
+                        {
+                            QCOMPARE(ActionTexts(menu),
+                                     (QStringList{QStringLiteral("Hide Interpreter"),
+                                                  QStringLiteral("Hide Error/Warning Count"),
+                                                  QStringLiteral("Hide Current Line Message"),
+                                                  QStringLiteral("-"), QStringLiteral("Hide Status Bar")}));
+                            QCOMPARE(Action(menu, QStringLiteral("Hide Status Bar"))->shortcut(),
+                                     bindings.GetShortcut(KeySequenceType::ToggleStatusBar));
+                            Action(menu, hide)->trigger();
+                        });
+        QCOMPARE(ShownTexts(bar), shown);
+        WithContextMenu(&bar,
+                        [&](QMenu* menu)
+                        {
+                            QAction* action = Action(menu, show);
+                            QVERIFY(action);
+                            action->trigger();
+                        });
+        QCOMPARE(ShownTexts(bar), all);
+    }
+
+    void hideStatusBarFromItsMenu()
+    {
+        BrindletEditor* editor = OpenEditor();
+        QVERIFY(editor);
+        StatusBar* bar = editor->GetStatusBar();
+        QVERIFY(bar->isVisible());
+        WithContextMenu(bar, [](QMenu* menu) { Action(menu, QStringLiteral("Hide Status Bar"))->trigger(); });
+        QVERIFY(!bar->isVisible());
+        QVERIFY(!Settings::statusBarVisible);
+        QCOMPARE(editor->GetToggleStatusBarAction()->text(), QStringLiteral("Show Status Bar"));
+    }
+
+    // Keys typed into the real editor: the bar reads line, column (tabs count to their stop),
+    // the selection, the insert mode and the language of the active buffer.
+    void followsTheActiveEditor()
+    {
+        BrindletEditor* editor = OpenEditor();
+        QVERIFY(editor);
+        StatusBar* bar = editor->GetStatusBar();
+        CodeEditorGroup* group = editor->GetActiveCodeEditorGroup();
+        group->SetCurrentIndex(0);
+        CodeEditor* mel = editor->GetActiveCodeEditor();
+        QCOMPARE(mel->GetLanguage(), CodeEditorLanguage::MEL);
+        mel->setFocus();
+        QCOMPARE(bar->GetInterpreterText(), QStringLiteral("MEL     "));
+
+        QTest::keyClicks(mel, QStringLiteral("print 1;"));
+        QTest::keyClick(mel, Qt::Key_Return);
+        QTest::keyClicks(mel, QStringLiteral("\tab"));
+        QVERIFY(ShownTexts(*bar).contains(QStringLiteral("Ln 2      Col 7      Sel 0")));
+        QTest::keyClick(mel, Qt::Key_Left, Qt::ShiftModifier);
+        QTest::keyClick(mel, Qt::Key_Left, Qt::ShiftModifier);
+        QVERIFY(ShownTexts(*bar).contains(QStringLiteral("Ln 2      Col 5      Sel 2")));
+
+        QTest::keyClick(mel, Qt::Key_Insert);
+        QVERIFY(ShownTexts(*bar).contains(QStringLiteral("OVR")));
+        QTest::keyClick(mel, Qt::Key_Insert);
+        QVERIFY(ShownTexts(*bar).contains(QStringLiteral("INS")));
+
+        group->SetCurrentIndex(1);
+        QCOMPARE(bar->GetInterpreterText(),
+                 QStringLiteral("Python %1 (64-bit)     ").arg(MayaUtil::GetPythonVersion()));
+        QVERIFY(ShownTexts(*bar).contains(QStringLiteral("Ln 1      Col 1      Sel 0")));
+
+        // With the last tab closed nothing is active.
+        while (editor->GetCodeEditorCount() > 0)
+            QVERIFY(editor->CloseCodeEditor(group, 0, false));
+        QCOMPARE(bar->GetInterpreterText(), QString());
+        QVERIFY(ShownTexts(*bar).contains(QStringLiteral("Ln 0      Col 0      Sel 0")));
+    }
+
+private:
+    std::unique_ptr<HostFixture> fixture;
+};
+
+QTEST_MAIN(TestStatusBar)
+#include "tst_StatusBar.moc"

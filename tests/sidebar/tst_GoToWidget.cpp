@@ -1,0 +1,595 @@
+#include "HostFixture.h"
+#include "editor/CodeEditor.h"
+#include "settings/Settings.h"
+#include "shell/BrindletEditor.h"
+#include "sidebar/GoToWidget.h"
+#include "tabs/CodeEditorGroup.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QTemporaryDir>
+#include <QtGui/QScreen>
+#include <QtGui/QTextDocument>
+#include <QtTest/QtTest>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QLayout>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QListView>
+#include <QtWidgets/QScrollBar>
+#include <QtWidgets/QSplitter>
+
+#include <memory>
+
+namespace
+{
+ParserItem Item(const QString& name, ParserItemType type, int position)
+{
+    ParserItem item;
+    item.name = name;
+    item.type = type;
+    item.position = position;
+    return item;
+}
+
+// What a person reads in a row: the rich text as the delegate lays it out.
+QString ShownText(const GoToWidget& palette, int row)
+{
+    QTextDocument document;
+    document.setHtml(palette.GetRowText(row));
+    return document.toPlainText();
+}
+
+QStringList ShownRows(const GoToWidget& palette)
+{
+    QStringList rows;
+    for (int row = 0; row < palette.GetRowCount(); ++row)
+        rows.append(ShownText(palette, row));
+    return rows;
+}
+
+QString Numbered(int lines)
+{
+    QStringList text;
+    for (int i = 1; i <= lines; ++i)
+        text.append(QStringLiteral("line %1").arg(i));
+    return text.join(QLatin1Char('\n'));
+}
+} // namespace
+
+// The go-to palette on its own with plain inputs, and opened from the main widget as a user
+// opens it, on real files and real editors.
+class TestGoToWidget : public QObject
+{
+    Q_OBJECT
+
+private:
+    void MakeFile(const QString& relative, const QByteArray& bytes = QByteArray())
+    {
+        const QString path = QDir(workspace->path()).filePath(relative);
+        QDir().mkpath(QFileInfo(path).absolutePath());
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+    }
+
+    BrindletEditor* OpenEditor()
+    {
+        BrindletEditor* editor = fixture->OpenEditor();
+        if (!editor)
+            return nullptr;
+        QWidget* window = editor->window();
+        window->resize(1200, 800);
+        window->show();
+        window->activateWindow();
+        if (!QTest::qWaitForWindowActive(window))
+            return nullptr;
+        return editor;
+    }
+
+    // The active editor with the keyboard focus, as when the user works in it.
+    static CodeEditor* FocusActive(BrindletEditor* editor)
+    {
+        CodeEditor* codeEditor = editor->GetActiveCodeEditor();
+        if (!codeEditor)
+            return nullptr;
+        codeEditor->setFocus();
+        QCoreApplication::processEvents();
+        return QApplication::focusWidget() == codeEditor ? codeEditor : nullptr;
+    }
+
+    std::unique_ptr<GoToWidget> ShowFiles()
+    {
+        auto palette = std::make_unique<GoToWidget>();
+        palette->Show(GoToFilterFile, nullptr, 1, 0, 0, {}, false);
+        return palette;
+    }
+
+private slots:
+    void init()
+    {
+        fixture = std::make_unique<HostFixture>();
+        QVERIFY(fixture->LoadPlugin() == MStatus::kSuccess);
+        workspace = std::make_unique<QTemporaryDir>();
+        QVERIFY(workspace->isValid());
+        Settings::workspaceFolders = QStringList{workspace->path()};
+    }
+
+    void cleanup()
+    {
+        Settings::workspaceFolders.clear();
+        workspace.reset();
+        fixture.reset();
+    }
+
+    void fileModeFiltersAsTyped_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QStringList>("rows");
+        QTest::addColumn<int>("selected");
+
+        // %L stands for the workspace folder's name, which the test makes later.
+        const auto row = [](const char* name, const char* relative)
+        { return QStringLiteral("%1 %L/%2").arg(QLatin1String(name), QLatin1String(relative)); };
+        // Matches in any case; among them alphabetical; the first that starts with the text in
+        // its own case is chosen, else the first row.
+        QTest::newRow("case of the text picks the row")
+            << QStringLiteral("foo")
+            << QStringList{row("Foo.py", "Foo.py"), row("barfoo.mel", "sub/barfoo.mel"),
+                           row("foo.txt", "foo.txt")}
+            << 2;
+        QTest::newRow("capital") << QStringLiteral("Foo")
+                                 << QStringList{row("Foo.py", "Foo.py"), row("barfoo.mel", "sub/barfoo.mel"),
+                                                row("foo.txt", "foo.txt")}
+                                 << 0;
+        QTest::newRow("inside a name")
+            << QStringLiteral("arf") << QStringList{row("barfoo.mel", "sub/barfoo.mel")} << 0;
+        QTest::newRow("folder of the path")
+            << QStringLiteral("sub/") << QStringList{row("barfoo.mel", "sub/barfoo.mel")} << 0;
+        QTest::newRow("nothing") << QStringLiteral("zzz") << QStringList() << -1;
+    }
+
+    void fileModeFiltersAsTyped()
+    {
+        QFETCH(QString, typed);
+        QFETCH(QStringList, rows);
+        QFETCH(int, selected);
+        MakeFile(QStringLiteral("foo.txt"));
+        MakeFile(QStringLiteral("Foo.py"));
+        MakeFile(QStringLiteral("sub/barfoo.mel"));
+        MakeFile(QStringLiteral("other.py"));
+        rows.replaceInStrings(QStringLiteral("%L"), QFileInfo(workspace->path()).fileName());
+
+        auto palette = ShowFiles();
+        QVERIFY(palette->isVisible());
+        // Before typing: every file in the order of the walk, none chosen.
+        QCOMPARE(palette->GetRowCount(), 4);
+        QCOMPARE(palette->GetSelectedRow(), -1);
+        // One line a row, even when measured before the list had its width.
+        QVERIFY(palette->GetListView()->sizeHintForRow(0) < 3 * palette->fontMetrics().height());
+        QTest::keyClicks(palette->GetLineEdit(), typed);
+        QCOMPARE(ShownRows(*palette), rows);
+        QCOMPARE(palette->GetSelectedRow(), selected);
+        QVERIFY(palette->GetListView()->isVisibleTo(palette.get()));
+        QVERIFY(!palette->GetHelpLabel()->isVisibleTo(palette.get()));
+        if (selected >= 0)
+            QCOMPARE(palette->GetListView()->currentIndex().row(), selected);
+    }
+
+    void compiledPythonFilesHideBySetting()
+    {
+        MakeFile(QStringLiteral("tool.py"));
+        MakeFile(QStringLiteral("tool.pyc"));
+        Settings::pythonHideCompiledFiles = true;
+        auto palette = ShowFiles();
+        QCOMPARE(palette->GetRowCount(), 1);
+
+        Settings::pythonHideCompiledFiles = false;
+        palette->SetFileUpdateRequired();
+        palette->Show(GoToFilterFile, nullptr, 1, 0, 0, {}, false);
+        QCOMPARE(palette->GetRowCount(), 2);
+    }
+
+    void fileListIsReadAgainOnlyWhenAsked()
+    {
+        MakeFile(QStringLiteral("a.mel"));
+        auto palette = ShowFiles();
+        QCOMPARE(palette->GetRowCount(), 1);
+        MakeFile(QStringLiteral("b.mel"));
+        palette->Show(GoToFilterFile, nullptr, 1, 0, 0, {}, false);
+        QCOMPARE(palette->GetRowCount(), 1);
+        palette->SetFileUpdateRequired();
+        palette->Show(GoToFilterFile, nullptr, 1, 0, 0, {}, false);
+        QCOMPARE(palette->GetRowCount(), 2);
+    }
+
+    void htmlCharactersInNamesAreText()
+    {
+        MakeFile(QStringLiteral("a&b <c>.mel"));
+        auto palette = ShowFiles();
+        QCOMPARE(palette->GetRowCount(), 1);
+        QVERIFY(ShownText(*palette, 0).startsWith(QStringLiteral("a&b <c>.mel ")));
+        QTest::keyClicks(palette->GetLineEdit(), QStringLiteral("b <c"));
+        QCOMPARE(palette->GetRowCount(), 1);
+
+        const QList<ParserItem> symbols{Item(QStringLiteral("operator<"), ParserItemMethod, 3),
+                                        Item(QStringLiteral("a&b"), ParserItemProc, 9),
+                                        Item(QStringLiteral("<b>bold</b>"), ParserItemClass, 20)};
+        palette->Show(GoToFilterSymbol, symbols, 1, 0, 0, {}, false);
+        QCOMPARE(ShownRows(*palette), (QStringList{QStringLiteral("operator<"), QStringLiteral("a&b"),
+                                                   QStringLiteral("<b>bold</b>")}));
+        QTest::keyClicks(palette->GetLineEdit(), QStringLiteral("&"));
+        QCOMPARE(ShownRows(*palette), QStringList{QStringLiteral("a&b")});
+    }
+
+    void symbolModeListsProcsMethodsAndClasses()
+    {
+        const QList<ParserItem> symbols{
+            Item(QStringLiteral("globalProc"), ParserItemGlobalProc, 10),
+            Item(QStringLiteral("$gVariable"), ParserItemGlobalVariable, 20),
+            Item(QStringLiteral("os"), ParserItemImport, 30),
+            Item(QStringLiteral("localProc"), ParserItemProc, 40),
+            Item(QStringLiteral("__main__"), ParserItemMain, 50),
+            Item(QStringLiteral("Tool"), ParserItemClass, 60),
+            Item(QStringLiteral("run"), ParserItemMethod, 70),
+            Item(QStringLiteral("make"), ParserItemStaticMethod, 80),
+            Item(QStringLiteral("create"), ParserItemClassMethod, 90),
+            Item(QStringLiteral("count"), ParserItemClassVariable, 100),
+            Item(QStringLiteral("value"), ParserItemVariable, 110),
+        };
+        GoToWidget palette;
+        QSignalSpy seeks(&palette, SIGNAL(SeekPositionRequested(int, bool)));
+        palette.Show(GoToFilterSymbol, symbols, 1, 0, 0, {}, false);
+        QCOMPARE(palette.GetLineEdit()->text(), QStringLiteral("@"));
+        QCOMPARE(ShownRows(palette), (QStringList{QStringLiteral("globalProc"), QStringLiteral("localProc"),
+                                                  QStringLiteral("Tool"), QStringLiteral("run"),
+                                                  QStringLiteral("make"), QStringLiteral("create")}));
+        QCOMPARE(seeks.count(), 0);
+
+        // The editor follows the list while the user types and moves.
+        QTest::keyClicks(palette.GetLineEdit(), QStringLiteral("proc"));
+        QCOMPARE(ShownRows(palette),
+                 (QStringList{QStringLiteral("globalProc"), QStringLiteral("localProc")}));
+        QCOMPARE(seeks.last(), (QVariantList{10, true}));
+        QTest::keyClick(palette.GetLineEdit(), Qt::Key_Down);
+        QCOMPARE(seeks.last(), (QVariantList{40, true}));
+        QTest::keyClick(palette.GetLineEdit(), Qt::Key_Down);
+        QCOMPARE(palette.GetSelectedRow(), 0);
+        QTest::keyClick(palette.GetLineEdit(), Qt::Key_Up);
+        QCOMPARE(palette.GetSelectedRow(), 1);
+        seeks.clear();
+        QTest::keyClick(palette.GetLineEdit(), Qt::Key_Return);
+        QCOMPARE(seeks.count(), 1);
+        QCOMPARE(seeks.last(), (QVariantList{40, true}));
+        QVERIFY(!palette.isVisible());
+    }
+
+    void symbolModeWithoutParserIsEmpty()
+    {
+        GoToWidget palette;
+        QSignalSpy seeks(&palette, SIGNAL(SeekPositionRequested(int, bool)));
+        palette.Show(GoToFilterSymbol, nullptr, 1, 0, 0, {}, false);
+        QCOMPARE(palette.GetRowCount(), 0);
+        QTest::keyClick(palette.GetLineEdit(), Qt::Key_Down);
+        QTest::keyClick(palette.GetLineEdit(), Qt::Key_Return);
+        QCOMPARE(seeks.count(), 0);
+        QVERIFY(!palette.isVisible());
+    }
+
+    void deletingTheAtSwitchesBackToFiles()
+    {
+        MakeFile(QStringLiteral("one.mel"));
+        MakeFile(QStringLiteral("two.py"));
+        GoToWidget palette;
+        palette.Show(GoToFilterSymbol, {Item(QStringLiteral("proc1"), ParserItemProc, 0)}, 1, 0, 0, {},
+                     false);
+        QCOMPARE(ShownRows(palette), QStringList{QStringLiteral("proc1")});
+        QTest::keyClick(palette.GetLineEdit(), Qt::Key_Backspace);
+        QCOMPARE(palette.GetRowCount(), 2);
+        QTest::keyClicks(palette.GetLineEdit(), QStringLiteral("@"));
+        QCOMPARE(ShownRows(palette), QStringList{QStringLiteral("proc1")});
+        QTest::keyClick(palette.GetLineEdit(), Qt::Key_Home);
+        QTest::keyClick(palette.GetLineEdit(), Qt::Key_Delete);
+        QCOMPARE(palette.GetRowCount(), 2);
+    }
+
+    void withoutWorkspaceFoldersSymbolsAndLinesStillWork()
+    {
+        Settings::workspaceFolders.clear();
+        GoToWidget palette;
+        palette.Show(GoToFilterFile, {Item(QStringLiteral("proc1"), ParserItemProc, 0)}, 7, 0, 0, {}, false);
+        QVERIFY(palette.IsHelpVisible());
+        QVERIFY(palette.GetHelpLabel()->isVisibleTo(&palette));
+        QVERIFY(!palette.GetListView()->isVisibleTo(&palette));
+        QCOMPARE(palette.GetHelpLabel()->text(), QStringLiteral("No workspace folders found"));
+        QTest::keyClicks(palette.GetLineEdit(), QStringLiteral("abc"));
+        QCOMPARE(palette.GetHelpLabel()->text(), QStringLiteral("No workspace folders found"));
+
+        palette.GetLineEdit()->clear();
+        QTest::keyClicks(palette.GetLineEdit(), QStringLiteral("@"));
+        QVERIFY(palette.GetListView()->isVisibleTo(&palette));
+        QCOMPARE(ShownRows(palette), QStringList{QStringLiteral("proc1")});
+        palette.GetLineEdit()->clear();
+        QTest::keyClicks(palette.GetLineEdit(), QStringLiteral(":"));
+        QCOMPARE(palette.GetHelpLabel()->text(),
+                 QStringLiteral("Type a line between 1 and 7 to navigate to"));
+    }
+
+    void emptyWorkspaceFolderListsNothing()
+    {
+        auto palette = ShowFiles();
+        QSignalSpy opens(palette.get(), SIGNAL(OpenFileRequested(QString)));
+        QCOMPARE(palette->GetRowCount(), 0);
+        QVERIFY(palette->GetListView()->isVisibleTo(palette.get()));
+        QTest::keyClicks(palette->GetLineEdit(), QStringLiteral("x"));
+        QTest::keyClick(palette->GetLineEdit(), Qt::Key_Return);
+        QCOMPARE(opens.count(), 0);
+        QVERIFY(!palette->isVisible());
+    }
+
+    void twentyThousandFiles()
+    {
+        // Twenty folders of a thousand files each.
+        for (int i = 0; i < 20000; ++i)
+        {
+            const QString path = QStringLiteral("%1/d%2/f%3.mel")
+                                     .arg(workspace->path())
+                                     .arg(i / 1000)
+                                     .arg(i, 5, 10, QLatin1Char('0'));
+            if (i % 1000 == 0)
+                QVERIFY(QDir().mkpath(QFileInfo(path).absolutePath()));
+            QFile file(path);
+            QVERIFY(file.open(QIODevice::WriteOnly));
+        }
+        auto palette = ShowFiles();
+        QSignalSpy opens(palette.get(), SIGNAL(OpenFileRequested(QString)));
+        QCOMPARE(palette->GetRowCount(), 20000);
+        // Twelve rows show at most, however many match.
+        const int rowHeight = palette->GetListView()->sizeHintForRow(0);
+        QVERIFY(rowHeight > 0);
+        QCOMPARE(palette->GetListView()->height(),
+                 rowHeight * GoToWidget::MaxVisibleRows + 2 * palette->GetListView()->frameWidth());
+        QTest::keyClicks(palette->GetLineEdit(), QStringLiteral("f1234"));
+        QCOMPARE(palette->GetRowCount(), 10);
+        QVERIFY(ShownText(*palette, 0).startsWith(QStringLiteral("f12340.mel ")));
+        QCOMPARE(palette->GetListView()->height(), rowHeight * 10 + 2 * palette->GetListView()->frameWidth());
+        QTest::keyClick(palette->GetLineEdit(), Qt::Key_Down);
+        QTest::keyClick(palette->GetLineEdit(), Qt::Key_Return);
+        QCOMPARE(opens.count(), 1);
+        QCOMPARE(opens.last().first().toString(),
+                 QDir(workspace->path()).filePath(QStringLiteral("d12/f12341.mel")));
+    }
+
+    void lineModeHelpAndJumps_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("help");
+        QTest::addColumn<int>("followed");
+
+        const QString ask = QStringLiteral("Type a line between 1 and 30 to navigate to");
+        // The editor follows each valid prefix as it is typed: "31" passes line 3 first.
+        QTest::newRow("nothing yet") << QString() << ask << 2;
+        QTest::newRow("a line") << QStringLiteral("12") << QStringLiteral("Go to line 12") << 12;
+        QTest::newRow("the last line") << QStringLiteral("30") << QStringLiteral("Go to line 30") << 30;
+        QTest::newRow("beyond the end") << QStringLiteral("31") << ask << 3;
+        QTest::newRow("far beyond") << QStringLiteral("99999999999") << ask << 9;
+        QTest::newRow("zero") << QStringLiteral("0") << ask << 2;
+        QTest::newRow("negative") << QStringLiteral("-4") << ask << 2;
+        QTest::newRow("not a number") << QStringLiteral("abc") << ask << 2;
+        QTest::newRow("number and text") << QStringLiteral("3x") << ask << 3;
+    }
+
+    // Through the main widget: the editor follows the digits, Return closes where it stands.
+    void lineModeHelpAndJumps()
+    {
+        QFETCH(QString, typed);
+        QFETCH(QString, help);
+        QFETCH(int, followed);
+        BrindletEditor* editor = OpenEditor();
+        QVERIFY(editor);
+        CodeEditor* codeEditor = FocusActive(editor);
+        QVERIFY(codeEditor);
+        codeEditor->SetText(Numbered(30));
+        codeEditor->SetCursorPosition(QStringLiteral("line 1\nli").size());
+
+        editor->GoToLine();
+        GoToWidget* palette = editor->GetGoToWidget();
+        QVERIFY(palette->isVisible());
+        QCOMPARE(palette->GetLineEdit()->text(), QStringLiteral(":"));
+        QVERIFY(palette->GetHelpLabel()->isVisibleTo(palette));
+        QVERIFY(!palette->GetListView()->isVisibleTo(palette));
+        QTest::keyClicks(palette->GetLineEdit(), typed);
+        QCOMPARE(palette->GetHelpLabel()->text(), help);
+        QCOMPARE(codeEditor->GetCurrentLine(), followed);
+        QTest::keyClick(palette->GetLineEdit(), Qt::Key_Return);
+        QVERIFY(!palette->isVisible());
+        QCOMPARE(codeEditor->GetCurrentLine(), followed);
+        if (followed == 2)
+            QCOMPARE(codeEditor->GetCursorPosition(), QStringLiteral("line 1\nli").size());
+    }
+
+    void escapeBringsBackPositionAndScroll()
+    {
+        BrindletEditor* editor = OpenEditor();
+        QVERIFY(editor);
+        CodeEditor* codeEditor = FocusActive(editor);
+        QVERIFY(codeEditor);
+        codeEditor->SetText(Numbered(600));
+        codeEditor->SetCurrentLine(300);
+        codeEditor->SetCursorPosition(codeEditor->GetCursorPosition() + 3);
+        const int position = codeEditor->GetCursorPosition();
+        const int scroll = codeEditor->GetVerticalScrollBarValue();
+        QVERIFY(scroll > 0);
+
+        editor->GoToLine();
+        GoToWidget* palette = editor->GetGoToWidget();
+        QTest::keyClicks(palette->GetLineEdit(), QStringLiteral("12"));
+        QCOMPARE(codeEditor->GetCurrentLine(), 12);
+        QVERIFY(codeEditor->GetVerticalScrollBarValue() < scroll);
+        QTest::keyClick(palette->GetLineEdit(), Qt::Key_Escape);
+        QVERIFY(!palette->isVisible());
+        QCOMPARE(codeEditor->GetCursorPosition(), position);
+        QCOMPARE(codeEditor->GetVerticalScrollBarValue(), scroll);
+    }
+
+    void symbolJumpLandsTheCursor()
+    {
+        BrindletEditor* editor = OpenEditor();
+        QVERIFY(editor);
+        CodeEditor* codeEditor = FocusActive(editor);
+        QVERIFY(codeEditor);
+        const QString text =
+            QStringLiteral("proc first() {}\n\nproc second() {}\n\nglobal proc third() {}\n");
+        codeEditor->SetText(text);
+        GoToWidget* palette = editor->GetGoToWidget();
+        palette->Show(GoToFilterSymbol,
+                      {Item(QStringLiteral("first"), ParserItemProc, 0),
+                       Item(QStringLiteral("second"), ParserItemProc,
+                            static_cast<int>(text.indexOf(QStringLiteral("proc second")))),
+                       Item(QStringLiteral("third"), ParserItemGlobalProc,
+                            static_cast<int>(text.indexOf(QStringLiteral("global proc third"))))},
+                      codeEditor->GetLineCount(), codeEditor->GetCursorPosition(), 0, {}, false);
+        QTest::keyClicks(palette->GetLineEdit(), QStringLiteral("thi"));
+        // The preview already moved the editor.
+        QCOMPARE(codeEditor->GetCurrentLine(), 5);
+        for (int i = 0; i < 3; ++i)
+            QTest::keyClick(palette->GetLineEdit(), Qt::Key_Backspace);
+        QCOMPARE(palette->GetRowCount(), 3);
+        QCOMPARE(codeEditor->GetCurrentLine(), 1);
+        QTest::keyClick(palette->GetLineEdit(), Qt::Key_Down);
+        QCOMPARE(codeEditor->GetCurrentLine(), 3);
+        QTest::keyClick(palette->GetLineEdit(), Qt::Key_Return);
+        QCOMPARE(codeEditor->GetCursorPosition(), text.indexOf(QStringLiteral("proc second")));
+    }
+
+    void fileJumpOpensTheFileAndActivatesItsEditor()
+    {
+        MakeFile(QStringLiteral("scripts/tool.py"), "print('tool')\n");
+        MakeFile(QStringLiteral("scripts/setup.mel"), "print \"setup\";\n");
+        BrindletEditor* editor = OpenEditor();
+        QVERIFY(editor);
+        QVERIFY(FocusActive(editor));
+        const int editors = editor->GetCodeEditorCount();
+
+        editor->GoToFile();
+        GoToWidget* palette = editor->GetGoToWidget();
+        QVERIFY(palette->isVisible());
+        QCOMPARE(palette->GetRowCount(), 2);
+        QTest::keyClicks(palette->GetLineEdit(), QStringLiteral("set"));
+        QCOMPARE(palette->GetRowCount(), 1);
+        QTest::keyClick(palette->GetLineEdit(), Qt::Key_Enter);
+        QVERIFY(!palette->isVisible());
+        QCOMPARE(editor->GetCodeEditorCount(), editors + 1);
+        CodeEditor* opened = editor->GetActiveCodeEditor();
+        QVERIFY(opened);
+        QCOMPARE(opened->GetFilePath(),
+                 QDir(workspace->path()).filePath(QStringLiteral("scripts/setup.mel")));
+        QCOMPARE(opened->GetText(), QStringLiteral("print \"setup\";\n"));
+        QTRY_COMPARE(QApplication::focusWidget(), static_cast<QWidget*>(opened));
+    }
+
+    void paletteOpensOnlyFromAnEditorWithFocus()
+    {
+        BrindletEditor* editor = OpenEditor();
+        QVERIFY(editor);
+        QVERIFY(FocusActive(editor));
+        editor->window()->setFocus();
+        editor->setFocus();
+        QVERIFY(!qobject_cast<CodeEditor*>(QApplication::focusWidget()));
+        editor->GoToLine();
+        QVERIFY(!editor->GetGoToWidget()->isVisible());
+    }
+
+    void paletteStandsCentredAtTheTopOfTheCodeArea()
+    {
+        BrindletEditor* editor = OpenEditor();
+        QVERIFY(editor);
+        // Well inside the screen, so that no edge moves the palette.
+        editor->window()->setGeometry(QRect(QPoint(0, 0), QSize(760, 500)));
+        QVERIFY(editor->window()->screen()->availableGeometry().width() >= 760);
+        QVERIFY(FocusActive(editor));
+        editor->GoToLine();
+        GoToWidget* palette = editor->GetGoToWidget();
+        const QWidget* area = editor->GetEditorGroupSplitter();
+        const QPoint areaTopLeft = area->mapToGlobal(QPoint(0, 0));
+        QCOMPARE(palette->width(), 400);
+        QCOMPARE(palette->geometry().top(), areaTopLeft.y());
+        QCOMPARE(palette->geometry().center().x(), areaTopLeft.x() + area->width() / 2 - 1);
+    }
+
+    // Ctrl held: Tab steps through the group's recent editors; letting go of Ctrl switches.
+    void editorModeSwitchesLikeAWindowSwitcher_data()
+    {
+        QTest::addColumn<bool>("reverse");
+        QTest::addColumn<int>("tabs");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("second most recent") << false << 0 << QStringLiteral("b.mel");
+        QTest::newRow("one more") << false << 1 << QStringLiteral("a.mel");
+        QTest::newRow("wraps to the current") << false << 3 << QStringLiteral("c.mel");
+        QTest::newRow("reverse: the oldest") << true << 0 << QStringLiteral("MEL");
+    }
+
+    void editorModeSwitchesLikeAWindowSwitcher()
+    {
+        QFETCH(bool, reverse);
+        QFETCH(int, tabs);
+        QFETCH(QString, expected);
+        for (const char* name : {"a.mel", "b.mel", "c.mel"})
+            MakeFile(QLatin1String(name), "// file\n");
+        BrindletEditor* editor = OpenEditor();
+        QVERIFY(editor);
+        // Close the Python buffer so the group holds four: MEL, then a, b, c used in that order.
+        CodeEditorGroup* group = editor->GetActiveCodeEditorGroup();
+        QVERIFY(group->GetCount() == 2);
+        for (const char* name : {"a.mel", "b.mel", "c.mel"})
+        {
+            QVERIFY(editor->OpenFile(QDir(workspace->path()).filePath(QLatin1String(name))));
+            QVERIFY(FocusActive(editor));
+        }
+        QVERIFY(editor->CloseCodeEditor(group, group->GetCodeEditorIndex(group->GetFilePath(1)), false));
+        QVERIFY(FocusActive(editor));
+        QCOMPARE(editor->GetActiveCodeEditor()->GetLabel(), QStringLiteral("c.mel"));
+
+        editor->NextUsedEditor(reverse);
+        GoToWidget* palette = editor->GetGoToWidget();
+        QVERIFY(palette->isVisible());
+        QVERIFY(!palette->GetLineEdit()->isVisibleTo(palette));
+        QCOMPARE(palette->GetRowCount(), 4);
+        QVERIFY(ShownText(*palette, 0).startsWith(QStringLiteral("c.mel ")));
+        QWidget* list = palette->GetListView();
+        // Tab with Ctrl held throughout; QTest::keyClick would let go of Ctrl after each Tab.
+        for (int i = 0; i < tabs; ++i)
+        {
+            QKeyEvent press(QEvent::KeyPress, Qt::Key_Tab, Qt::ControlModifier);
+            QApplication::sendEvent(list, &press);
+            QKeyEvent release(QEvent::KeyRelease, Qt::Key_Tab, Qt::ControlModifier);
+            QApplication::sendEvent(list, &release);
+            QVERIFY(palette->isVisible());
+        }
+        QTest::keyRelease(list, Qt::Key_Control);
+        QVERIFY(!palette->isVisible());
+        QCOMPARE(editor->GetActiveCodeEditor()->GetLabel(), expected);
+    }
+
+    void editorModeEscapeKeepsTheEditor()
+    {
+        BrindletEditor* editor = OpenEditor();
+        QVERIFY(editor);
+        QVERIFY(FocusActive(editor));
+        const QString current = editor->GetActiveCodeEditor()->GetLabel();
+        editor->NextUsedEditor(false);
+        GoToWidget* palette = editor->GetGoToWidget();
+        QVERIFY(palette->isVisible());
+        QTest::keyClick(palette->GetListView(), Qt::Key_Backtab);
+        QTest::keyClick(palette->GetListView(), Qt::Key_Escape);
+        QVERIFY(!palette->isVisible());
+        QCOMPARE(editor->GetActiveCodeEditor()->GetLabel(), current);
+    }
+
+private:
+    std::unique_ptr<HostFixture> fixture;
+    std::unique_ptr<QTemporaryDir> workspace;
+};
+
+QTEST_MAIN(TestGoToWidget)
+#include "tst_GoToWidget.moc"
