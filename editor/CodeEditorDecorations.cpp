@@ -95,7 +95,7 @@ void CodeEditor::HighlightMatchedSelection()
     const QString selected = GetSelectedTextForExecute();
     if (selected.trimmed().isEmpty() || !sMatchingSelectionFormat)
         return;
-    if (findInSelection && !searchRegEx.pattern().isEmpty())
+    if (findInSelection && !searchRegEx.pattern().isEmpty() && searchRegEx.isValid())
     {
         const QRegularExpressionMatch match = searchRegEx.match(selected);
         // A selection that is a search hit is marked as such, not as a matching selection.

@@ -512,9 +512,10 @@ private slots:
         Settings::globalSearchRegEx = QRegularExpression(QStringLiteral("x"));
         QVERIFY(type(QStringLiteral("x")));
         QCOMPARE(text.count(), 0);
-        // No language has a parser yet: each parse reports none.
+        // Each change is parsed, whatever the search does: a MEL buffer reports the group's parser.
         QVERIFY(!parsed.isEmpty());
-        QVERIFY(IsNullPointer(parsed.last().at(0)));
+        QVERIFY(!IsNullPointer(parsed.last().at(0)));
+        QCOMPARE(*static_cast<void* const*>(parsed.last().at(0).constData()), static_cast<void*>(group->GetParser()));
 
         Settings::searchViewActive = true;
         Settings::globalSearchRegEx = QRegularExpression();
