@@ -37,7 +37,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     QTextDocument document;
     QSyntaxHighlighter* highlighter = mel ? static_cast<QSyntaxHighlighter*>(new MelHighlighter(&document))
                                           : static_cast<QSyntaxHighlighter*>(new PythonHighlighter(&document));
+    // A new highlighter colours its document from the event loop; with none running here, the
+    // first full pass is asked for directly.
     document.setPlainText(text);
+    highlighter->rehighlight();
     QTextCursor cursor(&document);
     cursor.setPosition(document.characterCount() / 2);
     cursor.insertText(mel ? QStringLiteral("\"/*{") : QStringLiteral("'''(#"));
