@@ -1,4 +1,5 @@
 #include "HostApplication.h"
+#include "DialogAnswer.h"
 #include "HostFixture.h"
 #include "editor/CodeEditor.h"
 #include "plugin/MayaUtil.h"
@@ -33,28 +34,6 @@ QByteArray ReadFile(const QString& path)
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
-
-// Answers the next modal dialog with the given button, and records that one was shown.
-struct DialogAnswer : QObject
-{
-    QMessageBox::StandardButton button;
-    QStringList texts;
-    explicit DialogAnswer(QMessageBox::StandardButton answer) : button(answer)
-    {
-        timer.setInterval(20);
-        connect(&timer, &QTimer::timeout, this,
-                [this]
-                {
-                    if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget()))
-                    {
-                        texts.append(box->text());
-                        box->button(button)->click();
-                    }
-                });
-        timer.start();
-    }
-    QTimer timer;
-};
 
 // A folder that nobody, root included, can write into; false where the platform can't do it.
 bool MakeReadOnly(const QString& path, bool readOnly)

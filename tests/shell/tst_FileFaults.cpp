@@ -3,6 +3,7 @@
 // crashes. Each case goes through the real host and real files and looks at the bytes on disk
 // and at what the user was told.
 #include "HostApplication.h"
+#include "DialogAnswer.h"
 #include "HostFixture.h"
 #include "editor/CodeEditor.h"
 #include "output/OutputTextEdit.h"
@@ -60,35 +61,6 @@ bool Run(const QString& program, const QStringList& arguments)
     return QProcess::execute(program, arguments) == 0;
 }
 
-// Answers every modal message box with the given button while it lives, and records the texts
-// and the labels of the buttons that were offered.
-struct DialogAnswer : QObject
-{
-    QMessageBox::StandardButton button;
-    QStringList texts;
-    QStringList labels;
-    explicit DialogAnswer(QMessageBox::StandardButton answer) : button(answer)
-    {
-        timer.setInterval(20);
-        connect(&timer, &QTimer::timeout, this,
-                [this]
-                {
-                    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-                    if (!box)
-                        return;
-                    texts.append(box->text());
-                    for (QAbstractButton* offered : box->buttons())
-                        labels.append(offered->text());
-                    if (QAbstractButton* chosen = box->button(button))
-                        chosen->click();
-                    else
-                        box->reject();
-                });
-        timer.start();
-    }
-    bool Told(const QString& fragment) const { return texts.join(QLatin1Char('\n')).contains(fragment); }
-    QTimer timer;
-};
 } // namespace
 
 class TestFileFaults : public QObject

@@ -17,6 +17,8 @@ void DialogAnswer::AnswerModalBox()
         return;
     texts.append(box->text());
     titles.append(box->windowTitle());
+    for (QAbstractButton* offered : box->buttons())
+        labels.append(offered->text());
     if (QAbstractButton* chosen = box->button(button))
         chosen->click();
     else
