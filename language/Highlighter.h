@@ -6,6 +6,7 @@
 #include <QtCore/QRegularExpression>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
+#include <QtCore/QVarLengthArray>
 #include <QtGui/QSyntaxHighlighter>
 #include <QtGui/QTextCharFormat>
 
@@ -22,6 +23,18 @@ class Highlighter : public QSyntaxHighlighter
     Q_OBJECT
 
 public:
+    enum class FastMatch
+    {
+        None,
+        Number,              // \b[0-9]*[.]?[0-9]*
+        Word,                // \bword\b
+        NameAfterWord,       // (?<=\bword)\s+[A-Za-z0-9_]+(?=\s*\()
+        Call,                // \b[A-Za-z0-9_]+(?=\s*\()
+        CallNotAfterDash,    // (?<![A-Za-z0-9_\-])[A-Za-z0-9_]+(?=\s*\()
+        Variable,            // (?<![A-Za-z0-9_])(\$)[A-Za-z0-9_]+
+        Decorator,           // ^[\s]*[@](.)*
+    };
+
     struct HighlightingRule
     {
         QRegularExpression pattern;
@@ -30,6 +43,11 @@ public:
         // A line without them is skipped without running the expression, which most lines are.
         QString requiredText;
         QString requiredCharacters;
+        // A pattern of a known shape is also matched by plain code on lines of printable ASCII,
+        // where the expression's classes (\s, \b, .) are plain character tests; it finds exactly
+        // the matches of the expression, which stays the reference for every other line.
+        FastMatch fastMatch = FastMatch::None;
+        QString fastWord;
     };
 
     struct MultiLineHighlightingRule
@@ -57,6 +75,10 @@ public:
     static bool IsEscaped(const QString& text, int position);
     static QString GetIndent(const QString& text);
     int GetActiveRuleIndex(const QString& text, int& index) const;
+    // The non-empty matches of a rule in a line, as (start, length): by the expression, or by the
+    // plain code where the line allows it.
+    static QList<QPair<int, int>> RuleMatches(const HighlightingRule& rule, const QString& text,
+                                              bool byExpression);
 
     const QList<HighlightingRule>& GetRules() const { return rules; }
     const QList<HighlightingRule>& GetEarlyRules() const { return earlyRules; }
@@ -114,7 +136,8 @@ protected:
     };
     // Colours every whole-word occurrence of each hit in the line, as a search of "\bword\b"
     // would find it.
-    void FormatWordHits(const QString& text, const QList<WordHit>& hits);
+    using WordHits = QVarLengthArray<WordHit, 16>;
+    void FormatWordHits(const QString& text, const WordHits& hits);
     // Calls visit(start, length) for each maximal run of characters that isPartChar accepts.
     template <typename IsPartChar, typename Visit>
     static void ForEachPart(const QString& text, IsPartChar isPartChar, Visit visit);
@@ -132,10 +155,30 @@ protected:
     static HighlighterWordIndex& PythonMelCommandIndex();
 
 private:
+    // Formats are gathered per character and handed to QSyntaxHighlighter once per run at the end
+    // of the block: passes that overwrite one another then cost a pointer per character, not a
+    // format copy. Strings, comments and blanks go to a layer above the other passes, so they can
+    // be worked out first and the other passes skipped where they cover the whole line.
+    using FormatLayer = QVarLengthArray<const QTextCharFormat*, 256>;
+    void Paint(int start, int count, const QTextCharFormat* format);
+    void FlushFormats(int length);
+    bool SpansCoverLine(const QString& text) const;
+
     void ApplyRules(const QString& text, const QList<HighlightingRule>& list);
     int FindEnd(const MultiLineHighlightingRule& rule, const QString& text, int from, int& length) const;
     void FormatWordHitByExpression(const QString& text, const WordHit& hit);
     static bool IsWordPlacementValid(const QString& text, int position, WordPlacement placement);
+    static void RecogniseFastMatch(HighlightingRule& rule);
+    template <typename Visit>
+    static void ForEachFastMatch(const HighlightingRule& rule, const QString& text, Visit visit);
+    template <typename Visit>
+    static void ForEachExpressionMatch(const HighlightingRule& rule, const QString& text, Visit visit);
+
+    FormatLayer baseLayer;
+    FormatLayer spanLayer;
+    FormatLayer* paintLayer = &baseLayer;
+    CodeEditorBlockData* blockData = nullptr; // of the block being highlighted
+    bool plainLine = false;                   // the block holds printable ASCII and tabs only
 };
 
 template <typename IsPartChar, typename Visit>
