@@ -3,8 +3,11 @@
 #include "editor/CodeEditorBlockData.h"
 #include "settings/ColorSettings.h"
 
+#include <QtCore/QTimer>
 #include <QtCore/QVarLengthArray>
 #include <QtGui/QTextBlock>
+#include <QtGui/QTextDocument>
+#include <QtGui/QTextLayout>
 
 #include <algorithm>
 
@@ -166,6 +169,126 @@ Highlighter::Highlighter(QTextDocument* document) : QSyntaxHighlighter(document)
 {
     if (!sWhitespaceFormat)
         sWhitespaceFormat = ColorSettings::GetCodeEditorFormatPtr(ColorSettings::WHITESPACES, false);
+    // Edits reach the base's own slot through this class, which bounds the pass. Where the base
+    // is not connected that way, edits keep the base's unbounded behaviour.
+    if (document &&
+        disconnect(document, SIGNAL(contentsChange(int, int, int)), this, SLOT(_q_reformatBlocks(int, int, int))))
+    {
+        canDefer = true;
+        connect(document, SIGNAL(contentsChange(int, int, int)), this, SLOT(OnContentsChange(int, int, int)));
+    }
+}
+
+void Highlighter::OnContentsChange(int from, int charsRemoved, int charsAdded)
+{
+    if (!bounded)
+    {
+        passTimer.start();
+        passBlocks = 0;
+    }
+    Pass(from, charsRemoved, charsAdded);
+}
+
+void Highlighter::Pass(int from, int charsRemoved, int charsAdded)
+{
+    QTextDocument* doc = document();
+    if (!doc)
+        return;
+    const bool outer = !bounded;
+    if (outer)
+    {
+        // The blocks that the base redoes whatever their states, found as the base finds them.
+        const QTextBlock last = doc->findBlock(from + charsAdded + (charsRemoved > 0 ? 1 : 0));
+        passEnd = last.isValid() ? last.position() + last.length() : doc->characterCount();
+        bounded = true;
+        stopped = false;
+    }
+    QMetaObject::invokeMethod(this, "_q_reformatBlocks", Qt::DirectConnection, Q_ARG(int, from),
+                              Q_ARG(int, charsRemoved), Q_ARG(int, charsAdded));
+    if (outer)
+    {
+        bounded = false;
+        stopped = false;
+    }
+}
+
+// Goes on in steps of a few hundred blocks, so that a turn never walks the whole put-off range:
+// the base visits every block of the range it is given, also those past the budget.
+void Highlighter::ContinueHighlighting()
+{
+    continuationQueued = false;
+    QTextDocument* doc = document();
+    if (!pending || !doc || pendingStart.document() != doc)
+        return;
+    pending = false;
+    int from = pendingStart.position();
+    const int end = pendingEnd.position();
+    passTimer.start();
+    passBlocks = 0;
+    while (from < end)
+    {
+        const QTextBlock first = doc->findBlock(from);
+        QTextBlock last = doc->findBlockByNumber(first.blockNumber() + CONTINUATION_BLOCKS - 1);
+        if (!last.isValid() || last.position() >= end)
+            last = doc->findBlock(end - 1);
+        lastHighlighted = QTextBlock();
+        Pass(first.position(), 0, last.position() - first.position());
+        if (pending)
+        {
+            pendingEnd.setPosition(qMax(pendingEnd.position(), qMin(end, doc->characterCount() - 1)));
+            return;
+        }
+        from = last.position() + last.length();
+        if (lastHighlighted.isValid())
+            from = qMax(from, lastHighlighted.position() + lastHighlighted.length());
+        if (from < end && passTimer.hasExpired(BUDGET_MS))
+        {
+            DeferFrom(doc->findBlock(from));
+            pendingEnd.setPosition(qMin(end, doc->characterCount() - 1));
+            return;
+        }
+    }
+}
+
+bool Highlighter::IsOverBudget()
+{
+    if (!bounded)
+        return false;
+    if (stopped)
+        return true;
+    return ++passBlocks > BUDGET_MIN_BLOCKS && passTimer.hasExpired(BUDGET_MS);
+}
+
+// The block's colours stay as they are; its state and data are not touched.
+void Highlighter::KeepCurrentBlock()
+{
+    const QTextLayout* layout = currentBlock().layout();
+    if (!layout)
+        return;
+    for (const QTextLayout::FormatRange& range : layout->formats())
+        setFormat(range.start, range.length, range.format);
+}
+
+void Highlighter::DeferFrom(const QTextBlock& block)
+{
+    QTextDocument* doc = document();
+    int start = block.position();
+    int end = qMax(passEnd, block.position() + block.length());
+    if (pending && pendingStart.document() == doc)
+    {
+        start = qMin(start, pendingStart.position());
+        end = qMax(end, pendingEnd.position());
+    }
+    pendingStart = QTextCursor(doc);
+    pendingEnd = QTextCursor(doc);
+    pendingStart.setPosition(qMin(start, doc->characterCount() - 1));
+    pendingEnd.setPosition(qMin(end, doc->characterCount() - 1));
+    pending = true;
+    if (!continuationQueued)
+    {
+        continuationQueued = true;
+        QTimer::singleShot(0, this, SLOT(ContinueHighlighting()));
+    }
 }
 
 HighlighterWordIndex& Highlighter::MelKeywordIndex()
@@ -434,6 +557,15 @@ CodeEditorBlockData* Highlighter::CurrentBlockData() const
 // skipped on lines that lie wholly inside them, as in a long docstring or comment.
 void Highlighter::highlightBlock(const QString& text)
 {
+    if (IsOverBudget())
+    {
+        if (!stopped)
+            DeferFrom(currentBlock());
+        stopped = true;
+        KeepCurrentBlock();
+        return;
+    }
+    lastHighlighted = currentBlock();
     const int n = int(text.size());
     baseLayer.resize(n);
     spanLayer.resize(n);

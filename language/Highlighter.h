@@ -2,6 +2,7 @@
 
 #include "language/HighlighterWordIndex.h"
 
+#include <QtCore/QElapsedTimer>
 #include <QtCore/QList>
 #include <QtCore/QRegularExpression>
 #include <QtCore/QString>
@@ -9,6 +10,8 @@
 #include <QtCore/QVarLengthArray>
 #include <QtGui/QSyntaxHighlighter>
 #include <QtGui/QTextCharFormat>
+#include <QtGui/QTextBlock>
+#include <QtGui/QTextCursor>
 
 class CodeEditorBlockData;
 
@@ -98,6 +101,10 @@ public:
     static QTextCharFormat* sPythonBuiltinsFormat;
     static QTextCharFormat* sPythonMelCommandFormat;
 
+    // True while blocks wait for a re-highlight that an edit set off and that was cut short to keep
+    // the editor responsive; the rest follows in later turns of the event loop.
+    bool IsHighlightPending() const { return pending; }
+
 protected:
     void highlightBlock(const QString& text) override;
     virtual void HighlightEarlyRules(const QString& text);
@@ -154,7 +161,36 @@ protected:
     static HighlighterWordIndex& PythonBuiltinIndex();
     static HighlighterWordIndex& PythonMelCommandIndex();
 
+private slots:
+    void OnContentsChange(int from, int charsRemoved, int charsAdded);
+    void ContinueHighlighting();
+
 private:
+    // An edit re-highlights the blocks it touched and then every block below while their states
+    // change: at the top of a long buffer, an opened block comment or triple quote would colour
+    // the whole buffer before the key returns. So the work of one such pass is bounded; the block
+    // where it stops keeps its old colours and state, which ends the pass, and a later turn of the
+    // event loop goes on from there. The final colours are those of a full pass.
+    static constexpr int BUDGET_MS = 5;
+    static constexpr int BUDGET_MIN_BLOCKS = 256; // short passes always finish at once
+    static constexpr int CONTINUATION_BLOCKS = 256;
+    void Pass(int from, int charsRemoved, int charsAdded);
+    bool IsOverBudget();
+    void KeepCurrentBlock();
+    void DeferFrom(const QTextBlock& block);
+
+    bool canDefer = false;  // the base's reaction to edits could be taken over
+    bool bounded = false;   // inside a pass set off by an edit or a continuation
+    bool stopped = false;   // the current pass has put off its remaining blocks
+    int passBlocks = 0;
+    int passEnd = 0;        // end of the blocks that the current pass must redo whatever the states
+    QElapsedTimer passTimer;
+    bool pending = false;
+    bool continuationQueued = false;
+    QTextCursor pendingStart;
+    QTextCursor pendingEnd;
+    QTextBlock lastHighlighted;
+
     // Formats are gathered per character and handed to QSyntaxHighlighter once per run at the end
     // of the block: passes that overwrite one another then cost a pointer per character, not a
     // format copy. Strings, comments and blanks go to a layer above the other passes, so they can

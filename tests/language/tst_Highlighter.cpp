@@ -239,6 +239,57 @@ private slots:
         QCOMPARE(rulesWithPlainMatchers, 11);
     }
 
+    // A span opened at the top of a long buffer recolours it in bounded steps, over several turns
+    // of the event loop; what those steps leave is what one full pass gives.
+    void boundedPassesEndAsAFullPass_data()
+    {
+        QTest::addColumn<QString>("language");
+        QTest::addColumn<QString>("keys");
+        QTest::newRow("mel block comment") << QStringLiteral("mel") << QStringLiteral("/*");
+        QTest::newRow("python triple quote") << QStringLiteral("python") << QStringLiteral("\"\"\"");
+    }
+
+    void boundedPassesEndAsAFullPass()
+    {
+        QFETCH(QString, language);
+        QFETCH(QString, keys);
+        // The error bar's measuring of every block is not what this is about.
+        const bool melErrors = std::exchange(Settings::melDisplayErrors, false);
+        const bool pythonErrors = std::exchange(Settings::pythonDisplayErrors, false);
+        NewEditor(language);
+        // No block comment closes below, so the one opened reaches the end.
+        editor->SetText(language == QLatin1String("mel")
+                            ? BenchTexts::MelLines(20000).remove(QStringLiteral("/* how many */"))
+                            : BenchTexts::PythonLines(20000));
+        const Highlighter* highlighter = editor->document()->findChild<Highlighter*>();
+        QVERIFY(highlighter);
+        QTRY_VERIFY_WITH_TIMEOUT(!highlighter->IsHighlightPending(), 60000);
+        editor->moveCursor(QTextCursor::Start);
+        QTest::keyClicks(editor.get(), keys);
+        QVERIFY(highlighter->IsHighlightPending()); // 20,000 lines do not fit in one step
+        QTRY_VERIFY_WITH_TIMEOUT(!highlighter->IsHighlightPending(), 60000);
+        const auto record = [this]
+        {
+            QStringList lines;
+            for (QTextBlock block = editor->document()->begin(); block.isValid(); block = block.next())
+            {
+                QString line = Describe(block);
+                for (const QTextLayout::FormatRange& range : block.layout()->formats())
+                    line += QStringLiteral(" %1+%2:%3").arg(range.start).arg(range.length).arg(KeyOfFormat(range.format));
+                lines.append(line);
+            }
+            return lines;
+        };
+        const QStringList bounded = record();
+        editor->document()->findChild<Highlighter*>()->rehighlight();
+        const QStringList full = record();
+        QCOMPARE(bounded.size(), full.size());
+        for (int i = 0; i < full.size(); ++i)
+            QCOMPARE(bounded.at(i), full.at(i));
+        Settings::melDisplayErrors = melErrors;
+        Settings::pythonDisplayErrors = pythonErrors;
+    }
+
     void formats_data()
     {
         QTest::addColumn<QString>("language");
