@@ -221,7 +221,8 @@ void PythonParser::Newline(bool initial)
         return;
     atLineStart = true;
     lineStart = initial ? 0 : position + 1;
-    currentIndent.clear();
+    // Kept allocated: the next line's indent is written into the same buffer.
+    currentIndent.truncate(0);
 }
 
 void PythonParser::ParseNewIndent()
@@ -315,10 +316,10 @@ void PythonParser::ParseComment()
 
 void PythonParser::ParseString(QChar quote, int start, bool checkDocString)
 {
-    const QString triple(3, quote);
-    if (checkDocString && QStringView(script).mid(position, 3) == triple)
+    if (checkDocString && position + 2 < script.size() && script.at(position + 1) == quote &&
+        script.at(position + 2) == quote)
     {
-        ParseDocString(triple);
+        ParseDocString(QString(3, quote));
         return;
     }
     ParseQuotedString(quote, start);
