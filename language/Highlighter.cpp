@@ -3,6 +3,7 @@
 #include "editor/CodeEditorBlockData.h"
 #include "settings/ColorSettings.h"
 
+#include <QtCore/QHash>
 #include <QtCore/QTimer>
 #include <QtCore/QVarLengthArray>
 #include <QtGui/QTextBlock>
@@ -705,19 +706,31 @@ void Highlighter::FormatWordHits(const QString& text, const WordHits& hits)
             return;
         }
     }
-    // A line has few hits; a word found twice gives the same hit twice, so the first one serves.
+    // Most lines have a few hits, looked through in turn; a long line, with a hit for each
+    // occurrence, gets a hash of them. A word found twice gives the same hit twice.
+    QHash<QStringView, const WordHit*> byWord;
+    if (hits.size() > 8)
+    {
+        for (const WordHit& hit : hits)
+            byWord.insert(hit.word, &hit);
+    }
+    const auto find = [&](QStringView run) -> const WordHit*
+    {
+        if (!byWord.isEmpty())
+            return byWord.value(run, nullptr);
+        for (const WordHit& hit : hits)
+        {
+            if (hit.word.size() == run.size() && hit.word == run)
+                return &hit;
+        }
+        return nullptr;
+    };
     ForEachPart(text, IsWordChar,
                 [&](int start, int length)
                 {
-                    const QStringView run = QStringView(text).mid(start, length);
-                    for (const WordHit& hit : hits)
-                    {
-                        if (hit.word.size() != length || hit.word != run)
-                            continue;
-                        if (hit.format && IsWordPlacementValid(text, start, hit.placement))
-                            Paint(start, length, hit.format);
-                        return;
-                    }
+                    const WordHit* hit = find(QStringView(text).mid(start, length));
+                    if (hit && hit->format && IsWordPlacementValid(text, start, hit->placement))
+                        Paint(start, length, hit->format);
                 });
 }
 
