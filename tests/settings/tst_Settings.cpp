@@ -6,6 +6,48 @@
 #include <QtCore/QSettings>
 #include <QtTest/QtTest>
 
+namespace
+{
+struct IntSetting
+{
+    const char* key;
+    int minimum;
+    int maximum;
+};
+
+// Every whole-number setting with its limits; "numRecentFiles" is set by the preferences, not read.
+const IntSetting INT_SETTINGS[] = {
+    {"main/codeEditorZoom", -100, 100},
+    {"main/outputZoom", -100, 100},
+    {"tabs/activeTabViewIndex", 0, 2},
+    {"preferences/tabsSizeDefault", 1, 32},
+    {"preferences/tabsSizeMel", 1, 32},
+    {"preferences/tabsSizePython", 1, 32},
+    {"preferences/outputBufferSize", 0, 100000000},
+    {"preferences/codeEditorFontSize", 6, 24},
+    {"preferences/outputFontSize", 6, 24},
+    {"numRecentFiles", 0, 10},
+};
+
+int Current(const QString& key)
+{
+    const QString name = key.section(QLatin1Char('/'), -1);
+    const QHash<QString, int> values = {
+        {QStringLiteral("codeEditorZoom"), Settings::codeEditorZoom},
+        {QStringLiteral("outputZoom"), Settings::outputZoom},
+        {QStringLiteral("activeTabViewIndex"), Settings::activeTabViewIndex},
+        {QStringLiteral("tabsSizeDefault"), Settings::tabsSizeDefault},
+        {QStringLiteral("tabsSizeMel"), Settings::tabsSizeMel},
+        {QStringLiteral("tabsSizePython"), Settings::tabsSizePython},
+        {QStringLiteral("outputBufferSize"), Settings::outputBufferSize},
+        {QStringLiteral("codeEditorFontSize"), Settings::codeEditorFont.pointSize()},
+        {QStringLiteral("outputFontSize"), Settings::outputFont.pointSize()},
+        {QStringLiteral("numRecentFiles"), Settings::numRecentFiles},
+    };
+    return values.value(name, -12345);
+}
+} // namespace
+
 class TestSettings : public QObject
 {
     Q_OBJECT
@@ -180,28 +222,17 @@ private slots:
     {
         for (const char* path : {"/1", "/2", "/3", "/4"})
             Settings::AddRecentFile(QString::fromLatin1(path));
-        QCOMPARE(Settings::recentFiles.first(), QStringLiteral("/4"));
+        QCOMPARE(Settings::recentFiles.value(0), QStringLiteral("/4"));
         Settings::AddRecentFile(QStringLiteral("/2"));
         QCOMPARE(Settings::recentFiles, QStringList({"/2", "/4", "/3", "/1"}));
         Settings::AddRecentFile(QString());
         QCOMPARE(Settings::recentFiles.size(), 4);
         // Each addition is written at once.
         QSettings raw(ConfigPath(), QSettings::IniFormat);
-        QCOMPARE(raw.value(QStringLiteral("main/recentFiles")).toStringList().first(), QStringLiteral("/2"));
+        QCOMPARE(raw.value(QStringLiteral("main/recentFiles")).toStringList().value(0), QStringLiteral("/2"));
 
-        Settings::UpdateRecentFiles(11);
-        QCOMPARE(Settings::numRecentFiles, 8);
-        Settings::UpdateRecentFiles(-1);
-        QCOMPARE(Settings::numRecentFiles, 8);
         Settings::UpdateRecentFiles(2);
         QCOMPARE(Settings::recentFiles, QStringList({"/2", "/4"}));
-        Settings::UpdateRecentFiles(0);
-        QVERIFY(Settings::recentFiles.isEmpty());
-
-        Settings::UpdateRecentFiles(8);
-        for (int i = 0; i < 12; ++i)
-            Settings::AddRecentFile(QStringLiteral("/f%1").arg(i));
-        QCOMPARE(Settings::recentFiles.size(), 8);
         Settings::ClearRecentFiles();
         Settings::ReadUserConfig();
         QVERIFY(Settings::recentFiles.isEmpty());
@@ -223,63 +254,83 @@ private slots:
         QVERIFY(Settings::outlineExpandedHash.isEmpty());
     }
 
-    void malformedValuesFallBackToDefaults()
+    void integerSettingsAtTheirLimits_data()
     {
-        WriteRaw("[main]\ncodeEditorVisible=perhaps\nwindowGeometry=nonsense\ncodeEditorZoom=abc\n"
-                 "sideBarLeft=0\n[tabs]\nactiveTabViewIndex=7\n[preferences]\ncodeEditorFontSize=99\n"
-                 "outputFontSize=-4\noutputBufferSize=lots\ntabsSizeMel=0\nsaveAllOnExit=false\n");
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QString>("value");
+        QTest::addColumn<bool>("taken");
+        for (const IntSetting& setting : INT_SETTINGS)
+        {
+            const auto row = [&](const char* what, int value, bool taken)
+            {
+                QTest::addRow("%s %s", setting.key, what)
+                    << QString::fromLatin1(setting.key) << QString::number(value) << taken;
+            };
+            row("at its minimum", setting.minimum, true);
+            row("at its maximum", setting.maximum, true);
+            row("below its minimum", setting.minimum - 1, false);
+            row("above its maximum", setting.maximum + 1, false);
+        }
+        QTest::newRow("not a number") << "main/codeEditorZoom"
+                                      << "abc" << false;
+        QTest::newRow("a word") << "preferences/outputBufferSize"
+                                << "lots" << false;
+        QTest::newRow("spaces around") << "preferences/tabsSizeMel"
+                                       << " 12 " << true;
+    }
+
+    void integerSettingsAtTheirLimits()
+    {
+        QFETCH(QString, key);
+        QFETCH(QString, value);
+        QFETCH(bool, taken);
+        const int fallback = Current(key);
+        const int number = value.trimmed().toInt();
+        if (key == QLatin1String("numRecentFiles"))
+        {
+            Settings::UpdateRecentFiles(number);
+            // The length of the list follows the number taken.
+            for (int i = 0; i < 12; ++i)
+                Settings::AddRecentFile(QStringLiteral("/f%1").arg(i));
+            QCOMPARE(Settings::recentFiles.size(), taken ? number : fallback);
+        }
+        else
+        {
+            const QString group = key.section(QLatin1Char('/'), 0, 0);
+            WriteRaw(QStringLiteral("[%1]\n%2=%3\n[main]\nsideBarLeft=0\n")
+                         .arg(group, key.section(QLatin1Char('/'), 1), value)
+                         .toUtf8());
+            Settings::ReadUserConfig();
+            // A bad value beside good ones leaves the good ones taken.
+            QCOMPARE(Settings::sideBarLeft, false);
+        }
+        QCOMPARE(Current(key), taken ? number : fallback);
+    }
+
+    void booleanSpellings_data()
+    {
+        QTest::addColumn<QByteArray>("value");
+        QTest::addColumn<bool>("expected");
+        // The default of both keys read here is true.
+        QTest::newRow("true") << QByteArray("true") << true;
+        QTest::newRow("false") << QByteArray("false") << false;
+        QTest::newRow("one") << QByteArray("1") << true;
+        QTest::newRow("zero") << QByteArray("0") << false;
+        QTest::newRow("upper case, spaces") << QByteArray("\" FALSE \"") << false;
+        QTest::newRow("perhaps") << QByteArray("perhaps") << true;
+        QTest::newRow("empty") << QByteArray("") << true;
+        QTest::newRow("a rectangle") << QByteArray("@Rect(1 2 3 4)") << true;
+    }
+
+    void booleanSpellings()
+    {
+        QFETCH(QByteArray, value);
+        WriteRaw("[main]\nsideBarLeft=" + value +
+                 "\nwindowGeometry=nonsense\n[preferences]\nsaveAllOnExit=" + value + "\n");
         Settings::ReadUserConfig();
-        QCOMPARE(Settings::codeEditorVisible, true);
+        QTEST(Settings::sideBarLeft, "expected");
+        QTEST(Settings::saveAllOnExit, "expected");
         QCOMPARE(Settings::windowGeometry, QRect());
-        QCOMPARE(Settings::codeEditorZoom, 0);
-        QCOMPARE(Settings::activeTabViewIndex, 0);
-        QCOMPARE(Settings::codeEditorFont.pointSize(), 9);
-        QCOMPARE(Settings::outputFont.pointSize(), 9);
-        QCOMPARE(Settings::outputBufferSize, 3000);
-        QCOMPARE(Settings::tabsSizeMel, 4);
-        // Good values beside bad ones are still taken.
-        QCOMPARE(Settings::sideBarLeft, false);
-        QCOMPARE(Settings::saveAllOnExit, false);
-    }
-
-    void damagedFilesFallBackToDefaults_data()
-    {
-        QTest::addColumn<QByteArray>("bytes");
-        QByteArray binary;
-        for (int i = 0; i < 4096; ++i)
-            binary.append(char((i * 7919) & 0xff));
-        QTest::newRow("empty") << QByteArray();
-        QTest::newRow("binary") << binary;
-        QTest::newRow("truncated") << QByteArray("[main]\ncodeEditorVisible=fal");
-        QTest::newRow("not utf-8") << QByteArray("[main]\nrecentFiles=\xff\xfe\xc3\n[prefer");
-        static const char withNuls[] = "[main]\0\0\0outputVisible=false";
-        QTest::newRow("nul bytes") << QByteArray(withNuls, sizeof(withNuls) - 1);
-    }
-
-    void damagedFilesFallBackToDefaults()
-    {
-        QFETCH(QByteArray, bytes);
-        WriteRaw(bytes);
-        Settings::ReadUserConfig();
-        QCOMPARE(Settings::codeEditorVisible, true);
-        QCOMPARE(Settings::outputVisible, true);
-        QCOMPARE(Settings::outputBufferSize, 3000);
-        // And the next write leaves a file that reads back.
-        Settings::outputBufferSize = 77;
-        Settings::WriteUserConfig();
-        Settings::ResetToDefaults();
-        Settings::ReadUserConfig();
-        QCOMPARE(Settings::outputBufferSize, 77);
-    }
-
-    void unreadableFileFallsBackToDefaults()
-    {
-        // A folder where the file should be cannot be read or replaced, even by root.
-        QVERIFY(QDir().mkpath(ConfigPath()));
-        Settings::ReadUserConfig();
-        ExpectDefaults();
-        Settings::WriteUserConfig();
-        QVERIFY(QFileInfo(ConfigPath()).isDir());
     }
 
 private:

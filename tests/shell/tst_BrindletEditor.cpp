@@ -1,3 +1,4 @@
+#include "EditorWindow.h"
 #include "HostApplication.h"
 #include "HostFixture.h"
 #include "output/PanelGroup.h"
@@ -9,8 +10,8 @@
 #include "shell/StatusBar.h"
 #include "sidebar/ActivityBar.h"
 #include "sidebar/SideBar.h"
-#include "widgets/FlatButton.h"
 #include "tabs/CodeEditorGroup.h"
+#include "widgets/FlatButton.h"
 
 #include <QtCore/QFile>
 #include <QtGui/QAction>
@@ -27,18 +28,7 @@ class TestBrindletEditor : public QObject
     Q_OBJECT
 
 private:
-    BrindletEditor* Open()
-    {
-        BrindletEditor* editor = fixture->OpenEditor();
-        if (!editor)
-            return nullptr;
-        QWidget* window = editor->window();
-        window->resize(1200, 800);
-        window->show();
-        if (!QTest::qWaitForWindowExposed(window))
-            return nullptr;
-        return editor;
-    }
+    BrindletEditor* Open() { return EditorWindow::Open(*fixture, QSize(1200, 800)); }
 
     static int SideBarWidth(BrindletEditor* editor)
     {
@@ -302,7 +292,6 @@ private slots:
     {
         BrindletEditor* editor = Open();
         QVERIFY(editor);
-        QSignalSpy spy(editor, SIGNAL(AppendToOutputRequested(QString)));
         QWidget* parent = editor->parentWidget();
         QVERIFY(parent);
         struct KeyCounter : QObject

@@ -1,6 +1,8 @@
-#include "HostApplication.h"
 #include "DialogAnswer.h"
+#include "EditorWindow.h"
+#include "HostApplication.h"
 #include "HostFixture.h"
+#include "TestFiles.h"
 #include "editor/CodeEditor.h"
 #include "plugin/MayaUtil.h"
 #include "settings/Settings.h"
@@ -10,51 +12,13 @@
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QProcess>
-#include <QtCore/QTimer>
 #include <QtTest/QtTest>
-#include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QApplication>
-#include <QtWidgets/QFileDialog>
-#include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QSplitter>
 
-#include <functional>
-
-namespace
-{
-bool WriteFile(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly | QIODevice::Truncate) && file.write(bytes) == bytes.size();
-}
-
-QByteArray ReadFile(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-// A folder that nobody, root included, can write into; false where the platform can't do it.
-bool MakeReadOnly(const QString& path, bool readOnly)
-{
-    QFile::setPermissions(path, readOnly ? QFileDevice::ReadOwner | QFileDevice::ExeOwner
-                                         : QFileDevice::ReadOwner | QFileDevice::WriteOwner |
-                                               QFileDevice::ExeOwner);
-    if (!readOnly)
-        return QProcess::execute(QStringLiteral("chattr"), {QStringLiteral("-i"), path}) >= 0;
-    QFile probe(path + QStringLiteral("/.probe"));
-    if (!probe.open(QIODevice::WriteOnly))
-        return true;
-    probe.remove();
-    QProcess::execute(QStringLiteral("chattr"), {QStringLiteral("+i"), path});
-    QFile second(path + QStringLiteral("/.probe"));
-    if (!second.open(QIODevice::WriteOnly))
-        return true;
-    second.remove();
-    return false;
-}
-} // namespace
+using TestFiles::MakeReadOnly;
+using TestFiles::Read;
 
 // Buffers as real files in the user's prefs folder, files on disk, and the tabs across restarts.
 class TestBuffersAndFiles : public QObject
@@ -62,19 +26,9 @@ class TestBuffersAndFiles : public QObject
     Q_OBJECT
 
 private:
-    BrindletEditor* Open()
-    {
-        editor = fixture->OpenEditor();
-        if (editor)
-        {
-            editor->window()->resize(1000, 700);
-            if (!QTest::qWaitForWindowExposed(editor->window()))
-                return nullptr;
-        }
-        return editor;
-    }
+    BrindletEditor* Open() { return editor = EditorWindow::Open(*fixture); }
 
-    CodeEditorGroup* Active() const { return editor->GetActiveCodeEditorGroup(); }
+    CodeEditorGroup* Active() const { return EditorWindow::Active(*fixture); }
 
     static void Type(CodeEditor* codeEditor, const QString& text)
     {
@@ -86,7 +40,7 @@ private:
     QString NewFile(const QString& name, const QByteArray& bytes)
     {
         const QString path = QDir(files.path()).filePath(name);
-        WriteFile(path, bytes);
+        TestFiles::Write(path, bytes);
         return path;
     }
 
@@ -121,14 +75,14 @@ private slots:
         const QString melPath = Active()->GetFilePath(0);
         const QString pythonPath = Active()->GetFilePath(1);
         Type(Active()->GetCodeEditor(0), QStringLiteral("print \"typed\";"));
-        QCOMPARE(ReadFile(melPath), QByteArray());
+        QCOMPARE(Read(melPath), QByteArray());
         editor->SaveAll();
-        QCOMPARE(ReadFile(melPath), QByteArray("print \"typed\";"));
+        QCOMPARE(Read(melPath), QByteArray("print \"typed\";"));
         Type(Active()->GetCodeEditor(1), QStringLiteral("x = 1"));
         // Files are kept as the user left them at quit unless asked; buffers are always written.
         Settings::saveAllOnExit = false;
         QVERIFY(fixture->Host().Quit());
-        QCOMPARE(ReadFile(pythonPath), QByteArray("x = 1"));
+        QCOMPARE(Read(pythonPath), QByteArray("x = 1"));
     }
 
     void tabsComeBackAfterARestart()
@@ -175,7 +129,7 @@ private slots:
         DialogAnswer yes(QMessageBox::Yes);
         QVERIFY(fixture->Host().Quit());
         QCOMPARE(yes.texts.size(), 1);
-        QCOMPARE(ReadFile(path), QByteArray("a = 1\nb = 2\n"));
+        QCOMPARE(Read(path), QByteArray("a = 1\nb = 2\n"));
         QVERIFY(!fixture->Editor());
     }
 
@@ -217,29 +171,6 @@ private slots:
         QCOMPARE(editor->GetActiveCodeEditorGroup(), editor->GetCodeEditorGroupByPath(path));
     }
 
-    void closedFilesEnterTheRecentListAndReopen()
-    {
-        const QString first = NewFile(QStringLiteral("first.py"), "1");
-        const QString second = NewFile(QStringLiteral("second.py"), "2");
-        editor->OpenFile(first);
-        editor->OpenFile(second);
-        QVERIFY(Settings::recentFiles.isEmpty());
-        editor->CloseFile();
-        QCOMPARE(Settings::recentFiles.first(), second);
-        QVERIFY(!editor->CodeEditorExists(second));
-        editor->ReopenClosedFile();
-        QVERIFY(editor->CodeEditorExists(second));
-        // A closed buffer is destroyed and does not enter the list.
-        const QString buffer = Active()->GetFilePath(0);
-        editor->SetActiveCodeEditor(0, 0);
-        DialogAnswer yes(QMessageBox::Yes);
-        Type(Active()->GetCodeEditor(0), QStringLiteral("print 3;"));
-        editor->CloseFile();
-        QCOMPARE(yes.texts.size(), 1);
-        QVERIFY(!QFile::exists(buffer));
-        QVERIFY(!Settings::recentFiles.contains(buffer));
-    }
-
     void changesByOtherProgramsReloadOrAsk()
     {
         const QString path = NewFile(QStringLiteral("watched.py"), "old = 1\n");
@@ -257,7 +188,7 @@ private slots:
 
         // A modified editor asks first.
         Type(codeEditor, QStringLiteral("# mine\n"));
-        WriteFile(path + QStringLiteral(".tmp"), "newer = 3\n");
+        TestFiles::Write(path + QStringLiteral(".tmp"), "newer = 3\n");
         QFile::remove(path);
         QFile::rename(path + QStringLiteral(".tmp"), path);
         QTest::qWait(300);
@@ -272,7 +203,7 @@ private slots:
 
         // The editor's own save does not ask; the watch follows the replaced file.
         editor->Save();
-        QCOMPARE(ReadFile(path), QByteArray("new = 2\n# mine\n"));
+        QCOMPARE(Read(path), QByteArray("new = 2\n# mine\n"));
         QTest::qWait(300);
         DialogAnswer any(QMessageBox::No);
         editor->CheckForFileChanges();
@@ -299,7 +230,7 @@ private slots:
         QDir(files.path()).mkdir(QStringLiteral("locked"));
         const QString folder = QDir(files.path()).filePath(QStringLiteral("locked"));
         const QString path = folder + QStringLiteral("/keep.mel");
-        WriteFile(path, "print \"old\";");
+        TestFiles::Write(path, "print \"old\";");
         editor->OpenFile(path);
         CodeEditor* codeEditor = Active()->GetCurrent();
         Type(codeEditor, QStringLiteral("\nprint \"new\";"));
@@ -311,7 +242,7 @@ private slots:
         // No copy can be made beside it, but the file itself is writable.
         QVERIFY(!fixture->HasMessageContaining(QStringLiteral("Failed to open file for save")));
         QVERIFY(!codeEditor->IsModified());
-        QCOMPARE(ReadFile(path), QByteArray("print \"old\";\nprint \"new\";"));
+        QCOMPARE(Read(path), QByteArray("print \"old\";\nprint \"new\";"));
         QCOMPARE(QDir(folder).entryList(QDir::Files | QDir::Hidden).size(), 1);
     }
 
@@ -332,48 +263,6 @@ private slots:
         QVERIFY(!second->isVisible());
         QCOMPARE(first->GetCount(), 2);
         QCOMPARE(editor->GetCodeEditorGroupByIndex(0), first);
-    }
-
-    void pythonSaveDialogAddsTheRightExtension_data()
-    {
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<QString>("saved");
-        QTest::newRow("bare name") << "tool"
-                                   << "tool.py";
-        QTest::newRow("upper case suffix kept") << "tool.PY"
-                                                << "tool.PY";
-        QTest::newRow("stub file kept") << "tool.pyi"
-                                        << "tool.pyi";
-        QTest::newRow("other suffix gains one") << "tool.txt"
-                                                << "tool.txt.py";
-    }
-
-    void pythonSaveDialogAddsTheRightExtension()
-    {
-        QFETCH(QString, typed);
-        QFETCH(QString, saved);
-        CodeEditorGroup* group = Active();
-        group->SetCurrentIndex(1);
-        const QString bufferPath = group->GetFilePath(1);
-        Type(group->GetCodeEditor(1), QStringLiteral("print('saved')"));
-        const QString directory = files.path();
-        QTimer::singleShot(200, this,
-                           [&]
-                           {
-                               auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-                               if (!dialog)
-                                   return;
-                               dialog->setDirectory(directory);
-                               dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(typed);
-                               QMetaObject::invokeMethod(dialog, "accept");
-                           });
-        editor->SaveAs();
-        const QString target = QDir(directory).filePath(saved);
-        QVERIFY(QFile::exists(target));
-        QCOMPARE(group->GetFilePath(1), target);
-        QCOMPARE(group->GetType(1), CodeEditorType::FILE);
-        QCOMPARE(group->GetLabel(1), saved);
-        QVERIFY(!QFile::exists(bufferPath));
     }
 
 private:

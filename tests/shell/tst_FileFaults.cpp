@@ -2,9 +2,11 @@
 // owners, folders that can't be written, full disks, other programs writing meanwhile, and
 // crashes. Each case goes through the real host and real files and looks at the bytes on disk
 // and at what the user was told.
-#include "HostApplication.h"
 #include "DialogAnswer.h"
+#include "EditorWindow.h"
+#include "HostApplication.h"
 #include "HostFixture.h"
+#include "TestFiles.h"
 #include "editor/CodeEditor.h"
 #include "output/OutputTextEdit.h"
 #include "settings/Settings.h"
@@ -29,24 +31,12 @@
 
 namespace
 {
-bool WriteFile(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly | QIODevice::Truncate) && file.write(bytes) == bytes.size();
-}
-
-QByteArray ReadFile(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 // Another program that saves by writing a new file and renaming it over the old one.
 bool ReplaceByRename(const QString& path, const QByteArray& bytes)
 {
     const QString temporary = path + QStringLiteral(".other~");
-    return WriteFile(temporary, bytes) && ::rename(QFile::encodeName(temporary).constData(),
-                                                   QFile::encodeName(path).constData()) == 0;
+    return TestFiles::Write(temporary, bytes) &&
+           ::rename(QFile::encodeName(temporary).constData(), QFile::encodeName(path).constData()) == 0;
 }
 
 struct stat Stat(const QString& path)
@@ -68,19 +58,9 @@ class TestFileFaults : public QObject
     Q_OBJECT
 
 private:
-    BrindletEditor* Open()
-    {
-        editor = fixture->OpenEditor();
-        if (editor)
-        {
-            editor->window()->resize(1000, 700);
-            if (!QTest::qWaitForWindowExposed(editor->window()))
-                return nullptr;
-        }
-        return editor;
-    }
+    BrindletEditor* Open() { return editor = EditorWindow::Open(*fixture); }
 
-    CodeEditorGroup* Active() const { return editor->GetActiveCodeEditorGroup(); }
+    CodeEditorGroup* Active() const { return EditorWindow::Active(*fixture); }
 
     CodeEditor* OpenFile(const QString& path)
     {
@@ -120,7 +100,8 @@ private:
 
     QString RecoveryFolder() const
     {
-        return QFileInfo(Settings::GetInternalBufferDirectoryPath()).absolutePath() + QStringLiteral("/recovery");
+        return QFileInfo(Settings::GetInternalBufferDirectoryPath()).absolutePath() +
+               QStringLiteral("/recovery");
     }
 
     QStringList RecoveryCopies() const
@@ -133,7 +114,7 @@ private:
     {
         QByteArray all;
         for (const QString& name : RecoveryCopies())
-            all += ReadFile(QDir(RecoveryFolder()).filePath(name));
+            all += TestFiles::Read(QDir(RecoveryFolder()).filePath(name));
         return all;
     }
 
@@ -172,21 +153,23 @@ private slots:
                                         << QByteArray("\xef\xbb\xbf"
                                                       "a\n\nz\xc3\xa9")
                                         << "UTF-8 with BOM, LF";
-        QTest::newRow("UTF-16 LE BOM") << QByteArray("\xff\xfe\x61\x00\r\x00\n\x00", 8)
-                                       << QByteArray("\xff\xfe\x61\x00\r\x00\n\x00\r\x00\n\x00z\x00\xe9\x00", 16)
-                                       << "UTF-16 LE, CRLF";
-        QTest::newRow("UTF-16 BE BOM") << QByteArray("\xfe\xff\x00\x61\x00\n", 6)
-                                       << QByteArray("\xfe\xff\x00\x61\x00\n\x00\n\x00z\x00\xe9", 12)
-                                       << "UTF-16 BE, LF";
+        QTest::newRow("UTF-16 LE BOM")
+            << QByteArray("\xff\xfe\x61\x00\r\x00\n\x00", 8)
+            << QByteArray("\xff\xfe\x61\x00\r\x00\n\x00\r\x00\n\x00z\x00\xe9\x00", 16) << "UTF-16 LE, CRLF";
+        QTest::newRow("UTF-16 BE BOM")
+            << QByteArray("\xfe\xff\x00\x61\x00\n", 6)
+            << QByteArray("\xfe\xff\x00\x61\x00\n\x00\n\x00z\x00\xe9", 12) << "UTF-16 BE, LF";
         QTest::newRow("Latin-1") << QByteArray("s = '\xe9t\xe9'\n") << QByteArray("s = '\xe9t\xe9'\n\nz\xe9")
                                  << "Latin-1, LF";
         QTest::newRow("CRLF") << QByteArray("a\r\nb\r\n") << QByteArray("a\r\nb\r\n\r\nz\xc3\xa9")
                               << "UTF-8, CRLF";
         QTest::newRow("lone CR") << QByteArray("a\rb\r") << QByteArray("a\rb\r\rz\xc3\xa9") << "UTF-8, CR";
-        QTest::newRow("mixed, CRLF dominant") << QByteArray("a\r\nb\r\nc\nd") << QByteArray("a\r\nb\r\nc\r\nd\r\nz\xc3\xa9")
-                                              << "mixed line endings (saved as CRLF)";
-        QTest::newRow("U+2028 in a comment") << QByteArray("# one\xe2\x80\xa8two\nx = 1\n")
-                                             << QByteArray("# one\xe2\x80\xa8two\nx = 1\n\nz\xc3\xa9") << "UTF-8, LF";
+        QTest::newRow("mixed, CRLF dominant")
+            << QByteArray("a\r\nb\r\nc\nd") << QByteArray("a\r\nb\r\nc\r\nd\r\nz\xc3\xa9")
+            << "mixed line endings (saved as CRLF)";
+        QTest::newRow("U+2028 in a comment")
+            << QByteArray("# one\xe2\x80\xa8two\nx = 1\n")
+            << QByteArray("# one\xe2\x80\xa8two\nx = 1\n\nz\xc3\xa9") << "UTF-8, LF";
         QTest::newRow("no-break space") << QByteArray("a\xc2\xa0=\xc2\xa0"
                                                       "1")
                                         << QByteArray("a\xc2\xa0=\xc2\xa0"
@@ -202,19 +185,19 @@ private slots:
         QFETCH(QString, shown);
         // Plain text: no tidy-up on save stands between the bytes and the file.
         const QString path = FilePath(QStringLiteral("round.txt"));
-        QVERIFY(WriteFile(path, original));
+        QVERIFY(TestFiles::Write(path, original));
         CodeEditor* codeEditor = OpenFile(path);
         QVERIFY(codeEditor);
         QVERIFY(!codeEditor->IsModified());
         editor->Save();
-        QCOMPARE(ReadFile(path), original);
+        QCOMPARE(TestFiles::Read(path), original);
         // Running code and quitting save everything: still the same bytes.
         editor->SaveAll();
-        QCOMPARE(ReadFile(path), original);
+        QCOMPARE(TestFiles::Read(path), original);
 
         TypeAtEnd(codeEditor, QStringLiteral("\nz\u00e9"));
         editor->Save();
-        QCOMPARE(ReadFile(path), edited);
+        QCOMPARE(TestFiles::Read(path), edited);
         QVERIFY(!codeEditor->IsModified());
         // The user sees how the file is stored.
         QVERIFY2(TabToolTip().contains(shown), qPrintable(TabToolTip()));
@@ -223,7 +206,7 @@ private slots:
     void mixedLineEndingsAreSaid()
     {
         const QString path = FilePath(QStringLiteral("mixed.txt"));
-        QVERIFY(WriteFile(path, "a\nb\nc\r\n"));
+        QVERIFY(TestFiles::Write(path, "a\nb\nc\r\n"));
         QVERIFY(OpenFile(path));
         QVERIFY(fixture->HasMessageContaining(QStringLiteral("mixed line endings: a save writes LF")));
     }
@@ -232,7 +215,7 @@ private slots:
     {
         const QByteArray bytes("PK\x03\x04\x00\x00 binary \x00\xff\n", 16);
         const QString path = FilePath(QStringLiteral("data.py"));
-        QVERIFY(WriteFile(path, bytes));
+        QVERIFY(TestFiles::Write(path, bytes));
         CodeEditor* codeEditor = OpenFile(path);
         QVERIFY(codeEditor);
         QVERIFY(codeEditor->isReadOnly());
@@ -242,28 +225,29 @@ private slots:
         editor->SaveAll();
         codeEditor->SetModified(true);
         editor->SaveAll();
-        QCOMPARE(ReadFile(path), bytes);
+        QCOMPARE(TestFiles::Read(path), bytes);
         QVERIFY(fixture->Host().Quit());
-        QCOMPARE(ReadFile(path), bytes);
+        QCOMPARE(TestFiles::Read(path), bytes);
     }
 
     void largeFile()
     {
         QByteArray bytes;
-        const QByteArray line("value = 'a line of a large generated file with some length'  # 0123456789\r\n");
+        const QByteArray line(
+            "value = 'a line of a large generated file with some length'  # 0123456789\r\n");
         while (bytes.size() < 20 * 1024 * 1024)
             bytes += line;
         const QString path = FilePath(QStringLiteral("large.txt"));
-        QVERIFY(WriteFile(path, bytes));
+        QVERIFY(TestFiles::Write(path, bytes));
         CodeEditor* codeEditor = OpenFile(path);
         QVERIFY(codeEditor);
         editor->Save();
-        QCOMPARE(ReadFile(path), bytes);
+        QCOMPARE(TestFiles::Read(path), bytes);
         QTextCursor cursor(codeEditor->document());
         cursor.movePosition(QTextCursor::End);
         cursor.insertText(QStringLiteral("end"));
         editor->Save();
-        QVERIFY(ReadFile(path) == bytes + "end");
+        QVERIFY(TestFiles::Read(path) == bytes + "end");
     }
 
     void fileIdentityIsKept_data()
@@ -281,7 +265,7 @@ private slots:
         const QString folder = FilePath(QStringLiteral("folder"));
         QVERIFY(QDir().mkpath(folder));
         const QString path = folder + QStringLiteral("/tool.txt");
-        QVERIFY(WriteFile(path, "old\n"));
+        QVERIFY(TestFiles::Write(path, "old\n"));
         QString opened = path;
         const QString other = FilePath(QStringLiteral("other.txt"));
         if (kind == QLatin1String("read-only folder"))
@@ -312,15 +296,16 @@ private slots:
         QVERIFY(codeEditor);
         TypeAtEnd(codeEditor, QStringLiteral("new"));
         editor->Save();
-        QVERIFY2(!codeEditor->IsModified(), qPrintable(fixture->MessagesOfType(MCommandMessage::kError).join('\n')));
-        QCOMPARE(ReadFile(path), QByteArray("old\nnew"));
+        QVERIFY2(!codeEditor->IsModified(),
+                 qPrintable(fixture->MessagesOfType(MCommandMessage::kError).join('\n')));
+        QCOMPARE(TestFiles::Read(path), QByteArray("old\nnew"));
         const struct stat after = Stat(path);
         QCOMPARE(after.st_ino, before.st_ino);
         QCOMPARE(after.st_uid, before.st_uid);
         QCOMPARE(after.st_gid, before.st_gid);
         QCOMPARE(after.st_mode, before.st_mode);
         if (kind == QLatin1String("hard link"))
-            QCOMPARE(ReadFile(other), QByteArray("old\nnew"));
+            QCOMPARE(TestFiles::Read(other), QByteArray("old\nnew"));
         if (kind == QLatin1String("symbolic link"))
             QVERIFY(QFileInfo(other).isSymLink());
         // Nothing left behind in the folder.
@@ -331,7 +316,7 @@ private slots:
     {
         Settings::saveAllOnExit = true;
         const QString path = FilePath(QStringLiteral("locked.txt"));
-        QVERIFY(WriteFile(path, "locked\n"));
+        QVERIFY(TestFiles::Write(path, "locked\n"));
         if (::geteuid() == 0 && !Run(QStringLiteral("chattr"), {QStringLiteral("+i"), path}))
             QSKIP("chattr +i is not available, and root writes any file");
         if (::geteuid() != 0)
@@ -356,7 +341,7 @@ private slots:
             QVERIFY(fixture->Host().Quit());
             QCOMPARE(discard.texts.size(), 1);
         }
-        QCOMPARE(ReadFile(path), QByteArray("locked\n"));
+        QCOMPARE(TestFiles::Read(path), QByteArray("locked\n"));
         QVERIFY(RecoveryBytes().contains("unsaved line"));
 
         // Offered back at the next start, and restored unsaved, over nothing on disk.
@@ -369,7 +354,7 @@ private slots:
         QVERIFY(restored);
         QCOMPARE(restored->GetText(), QStringLiteral("locked\nunsaved line"));
         QVERIFY(restored->IsModified());
-        QCOMPARE(ReadFile(path), QByteArray("locked\n"));
+        QCOMPARE(TestFiles::Read(path), QByteArray("locked\n"));
     }
 
     void diskFull()
@@ -378,13 +363,14 @@ private slots:
             QSKIP("Mounting a small file system needs root");
         const QString mount = FilePath(QStringLiteral("small"));
         QVERIFY(QDir().mkpath(mount));
-        if (!Run(QStringLiteral("mount"), {QStringLiteral("-t"), QStringLiteral("tmpfs"), QStringLiteral("-o"),
-                                           QStringLiteral("size=256k"), QStringLiteral("tmpfs"), mount}))
+        if (!Run(QStringLiteral("mount"),
+                 {QStringLiteral("-t"), QStringLiteral("tmpfs"), QStringLiteral("-o"),
+                  QStringLiteral("size=256k"), QStringLiteral("tmpfs"), mount}))
             QSKIP("mount -t tmpfs is not permitted here");
         mountPoint = mount;
         const QString path = mount + QStringLiteral("/full.txt");
         const QByteArray original = QByteArray("kept\n").repeated(100);
-        QVERIFY(WriteFile(path, original));
+        QVERIFY(TestFiles::Write(path, original));
         // Fill what is left.
         QFile filler(mount + QStringLiteral("/filler"));
         QVERIFY(filler.open(QIODevice::WriteOnly));
@@ -400,7 +386,7 @@ private slots:
         cursor.insertText(QString(64 * 1024, QLatin1Char('n')));
         editor->Save();
         QVERIFY(codeEditor->IsModified());
-        QVERIFY(ReadFile(path) == original);
+        QVERIFY(TestFiles::Read(path) == original);
         QVERIFY2(fixture->HasMessageContaining(QStringLiteral("disk full")),
                  qPrintable(fixture->MessagesOfType(MCommandMessage::kError).join('\n')));
         QCOMPARE(QDir(mount).entryList(QDir::Files | QDir::Hidden).size(), 2);
@@ -409,13 +395,13 @@ private slots:
     void fileDeletedUnderTheEditor()
     {
         const QString path = FilePath(QStringLiteral("gone.txt"));
-        QVERIFY(WriteFile(path, "text\n"));
+        QVERIFY(TestFiles::Write(path, "text\n"));
         CodeEditor* codeEditor = OpenFile(path);
         QVERIFY(codeEditor);
         QVERIFY(QFile::remove(path));
         QTRY_VERIFY(codeEditor->IsModified());
         editor->SaveAll();
-        QCOMPARE(ReadFile(path), QByteArray("text\n"));
+        QCOMPARE(TestFiles::Read(path), QByteArray("text\n"));
         QVERIFY(!codeEditor->IsModified());
     }
 
@@ -453,13 +439,13 @@ private slots:
         Settings::pythonTrimTrailingWhiteSpacesOnSave = false;
         Settings::pythonEnsureNewLineAtEofOnSave = false;
         const QString path = FilePath(QStringLiteral("shared.py"));
-        QVERIFY(WriteFile(path, "mine = 1\n"));
+        QVERIFY(TestFiles::Write(path, "mine = 1\n"));
         CodeEditor* codeEditor = OpenFile(path);
         QVERIFY(codeEditor);
         TypeAtEnd(codeEditor, QStringLiteral("ours = 3\n"));
         // Old enough that the time alone would not tell.
         QTest::qWait(50);
-        QVERIFY(byRename ? ReplaceByRename(path, "theirs = 2\n") : WriteFile(path, "theirs = 2\n"));
+        QVERIFY(byRename ? ReplaceByRename(path, "theirs = 2\n") : TestFiles::Write(path, "theirs = 2\n"));
         codeEditor->activateWindow();
         codeEditor->setFocus();
         QTRY_VERIFY(codeEditor->hasFocus());
@@ -470,7 +456,7 @@ private slots:
             editor->Execute();
         else
             fixture->Host().Quit();
-        QCOMPARE(ReadFile(path), onDisk);
+        QCOMPARE(TestFiles::Read(path), onDisk);
         QVERIFY2(answered.Told(QStringLiteral("This file has been changed by another program")),
                  qPrintable(answered.texts.join('\n')));
         QVERIFY(answered.labels.contains(QStringLiteral("Overwrite")));
@@ -487,7 +473,7 @@ private slots:
     void replacedByRenameIsStillWatched()
     {
         const QString path = FilePath(QStringLiteral("watched.txt"));
-        QVERIFY(WriteFile(path, "first\n"));
+        QVERIFY(TestFiles::Write(path, "first\n"));
         CodeEditor* codeEditor = OpenFile(path);
         QVERIFY(codeEditor);
         for (const QByteArray& text : {QByteArray("second\n"), QByteArray("third\n")})
@@ -500,7 +486,7 @@ private slots:
         }
         // Quit writes nothing stale over the newer file.
         QVERIFY(fixture->Host().Quit());
-        QCOMPARE(ReadFile(path), QByteArray("third\n"));
+        QCOMPARE(TestFiles::Read(path), QByteArray("third\n"));
     }
 
     void emptyBufferSurvivesARestart()
@@ -510,13 +496,13 @@ private slots:
         const QString path = buffer->GetFilePath();
         QTest::keyClicks(buffer, QStringLiteral("x = 1"));
         editor->SaveAll();
-        QCOMPARE(ReadFile(path), QByteArray("x = 1"));
+        QCOMPARE(TestFiles::Read(path), QByteArray("x = 1"));
         buffer->selectAll();
         QTest::keyClick(buffer, Qt::Key_Delete);
         QVERIFY(buffer->GetText().isEmpty());
         fixture->Restart();
         QVERIFY(Open());
-        QCOMPARE(ReadFile(path), QByteArray());
+        QCOMPARE(TestFiles::Read(path), QByteArray());
         CodeEditor* restored = editor->GetCodeEditor(path, false);
         QVERIFY(restored);
         QCOMPARE(restored->GetText(), QString());
@@ -570,7 +556,7 @@ private slots:
         // Two lines in one burst, and no turn of the event loop: a crash now keeps both.
         output->AppendText(QStringLiteral("first\n"));
         output->AppendText(QStringLiteral("last words\n"));
-        QCOMPARE(ReadFile(path), QByteArray("first\nlast words\n"));
+        QCOMPARE(TestFiles::Read(path), QByteArray("first\nlast words\n"));
         output->EndWriteToFile();
     }
 

@@ -1,5 +1,6 @@
 // The menu bar of the main widget: its entries in order, what each does, and every default key
 // sequence reaching its action.
+#include "EditorWindow.h"
 #include "HostFixture.h"
 #include "editor/CodeEditor.h"
 #include "output/OutputTextEdit.h"
@@ -161,13 +162,8 @@ private slots:
     {
         fixture = std::make_unique<HostFixture>();
         QVERIFY(fixture->LoadPlugin() == MStatus::kSuccess);
-        editor = fixture->OpenEditor();
+        editor = EditorWindow::Open(*fixture, QSize(1200, 800), true);
         QVERIFY(editor);
-        QWidget* window = editor->window();
-        window->resize(1200, 800);
-        window->show();
-        window->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(window));
     }
 
     void cleanup()
@@ -541,28 +537,6 @@ private slots:
         }
         QVERIFY2(missed.isEmpty(), qPrintable(missed.join(QStringLiteral(", "))));
         QVERIFY(checked > 50);
-    }
-
-    void tidyBeforeSave()
-    {
-        Settings::pythonTrimTrailingWhiteSpacesOnSave = true;
-        Settings::pythonEnsureNewLineAtEofOnSave = true;
-        const QString path = fixture->AppDir() + QStringLiteral("/tidy.py");
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write("a = 1  \nb = 2\t");
-        file.close();
-        QVERIFY(editor->OpenFile(path));
-        editor->FocusActiveCodeEditor();
-        auto* codeEditor = qobject_cast<CodeEditor*>(QApplication::focusWidget());
-        QVERIFY(codeEditor);
-        codeEditor->SetCursorPosition(5);
-        codeEditor->SetModified(true);
-        Action(QStringLiteral("File/Save"))->trigger();
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        QCOMPARE(file.readAll(), QByteArray("a = 1\nb = 2\n"));
-        QCOMPARE(codeEditor->GetCursorPosition(), 5);
-        QVERIFY(!codeEditor->IsModified());
     }
 };
 

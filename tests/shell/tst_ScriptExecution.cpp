@@ -1,3 +1,4 @@
+#include "EditorWindow.h"
 #include "HostApplication.h"
 #include "HostFixture.h"
 #include "editor/CodeEditor.h"
@@ -58,10 +59,8 @@ private slots:
     {
         fixture = std::make_unique<HostFixture>();
         QVERIFY(fixture->LoadPlugin() == MStatus::kSuccess);
-        editor = fixture->OpenEditor();
+        editor = EditorWindow::Open(*fixture);
         QVERIFY(editor);
-        editor->window()->resize(1000, 700);
-        QVERIFY(QTest::qWaitForWindowExposed(editor->window()));
     }
 
     void cleanup()

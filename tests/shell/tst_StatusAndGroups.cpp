@@ -1,4 +1,6 @@
+#include "EditorWindow.h"
 #include "HostFixture.h"
+#include "TestFiles.h"
 #include "editor/CodeEditor.h"
 #include "plugin/MayaUtil.h"
 #include "shell/BrindletEditor.h"
@@ -18,18 +20,7 @@ class TestStatusAndGroups : public QObject
     Q_OBJECT
 
 private:
-    BrindletEditor* Open()
-    {
-        editor = fixture->OpenEditor();
-        if (!editor)
-            return nullptr;
-        QWidget* window = editor->window();
-        window->resize(1000, 700);
-        window->activateWindow();
-        if (!QTest::qWaitForWindowActive(window))
-            return nullptr;
-        return editor;
-    }
+    BrindletEditor* Open() { return editor = EditorWindow::Open(*fixture, QSize(1000, 700), true); }
 
     // The position text as shown, blanks folded: "Ln 1 Col 4 Sel 0".
     QString CursorText() const
@@ -48,10 +39,7 @@ private:
     QString NewFile(const QString& name, const QByteArray& content) const
     {
         const QString path = files.filePath(name);
-        QFile file(path);
-        if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
-            return QString();
-        return path;
+        return TestFiles::Write(path, content) ? path : QString();
     }
 
 private slots:

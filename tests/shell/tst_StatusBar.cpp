@@ -1,3 +1,4 @@
+#include "EditorWindow.h"
 #include "HostFixture.h"
 #include "editor/CodeEditor.h"
 #include "plugin/MayaUtil.h"
@@ -77,19 +78,7 @@ class TestStatusBar : public QObject
     Q_OBJECT
 
 private:
-    BrindletEditor* OpenEditor()
-    {
-        BrindletEditor* editor = fixture->OpenEditor();
-        if (!editor)
-            return nullptr;
-        QWidget* window = editor->window();
-        window->resize(1200, 800);
-        window->show();
-        window->activateWindow();
-        if (!QTest::qWaitForWindowActive(window))
-            return nullptr;
-        return editor;
-    }
+    BrindletEditor* OpenEditor() { return EditorWindow::Open(*fixture, QSize(1200, 800), true); }
 
 private slots:
     void init()

@@ -1,0 +1,525 @@
+// The file commands as the user gives them: Save As, Close with its questions, the close
+// variants of the tab menu, Rename, Revert, Open Recent, dropped files and moved tabs, checked
+// in the tabs the user sees and in the files on disk.
+#include "DialogAnswer.h"
+#include "EditorWindow.h"
+#include "HostFixture.h"
+#include "ModalAnswer.h"
+#include "TestFiles.h"
+#include "editor/CodeEditor.h"
+#include "settings/Settings.h"
+#include "shell/BrindletEditor.h"
+#include "tabs/CodeEditorGroup.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QFileInfo>
+#include <QtGui/QAction>
+#include <QtTest/QtTest>
+#include <QtWidgets/QFileDialog>
+#include <QtWidgets/QInputDialog>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QMenu>
+
+#include <memory>
+
+using TestFiles::Read;
+
+class TestFileCommands : public QObject
+{
+    Q_OBJECT
+
+private:
+    std::unique_ptr<HostFixture> fixture;
+    BrindletEditor* editor = nullptr;
+    QTemporaryDir files;
+
+    CodeEditorGroup* Active() const { return EditorWindow::Active(*fixture); }
+    CodeEditorGroup* Group(int index) const { return editor->GetCodeEditorGroupByIndex(index); }
+
+    QString NewFile(const QString& name, const QByteArray& bytes = "a = 1\n")
+    {
+        const QString path = QDir(files.path()).filePath(name);
+        TestFiles::Write(path, bytes);
+        return path;
+    }
+
+    static void Type(CodeEditor* codeEditor, const QString& text)
+    {
+        QTextCursor cursor = codeEditor->textCursor();
+        cursor.movePosition(QTextCursor::End);
+        cursor.insertText(text);
+    }
+
+    static QStringList Labels(const CodeEditorGroup* group)
+    {
+        QStringList labels;
+        for (int i = 0; i < group->GetCount(); ++i)
+            labels.append(group->GetLabel(i));
+        return labels;
+    }
+
+    // The labels with the current one in brackets, as the tab bar shows it highlighted.
+    static QString Tabs(const CodeEditorGroup* group)
+    {
+        QStringList labels = Labels(group);
+        if (group->GetCurrentIndex() >= 0 && group->GetCurrentIndex() < labels.size())
+            labels[group->GetCurrentIndex()] =
+                QStringLiteral("[%1]").arg(labels.at(group->GetCurrentIndex()));
+        return labels.join(QLatin1Char(' '));
+    }
+
+    // Opens the named files in the first group, behind its two buffers.
+    void OpenAll(const QStringList& names)
+    {
+        for (const QString& name : names)
+            QVERIFY(editor->OpenFile(NewFile(name)));
+    }
+
+    void AnswerSaveDialog(const QString& name)
+    {
+        const QString directory = files.path();
+        WhenModal<QFileDialog>(
+            this,
+            [directory, name](QFileDialog* dialog)
+            {
+                dialog->setDirectory(directory);
+                dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(name);
+                QMetaObject::invokeMethod(dialog, "accept");
+            });
+    }
+
+    void AnswerRename(const QString& name)
+    {
+        WhenModal<QInputDialog>(this,
+                                [name](QInputDialog* dialog)
+                                {
+                                    dialog->setTextValue(name);
+                                    dialog->accept();
+                                });
+    }
+
+private slots:
+    void init()
+    {
+        fixture = std::make_unique<HostFixture>();
+        QVERIFY(fixture->LoadPlugin() == MStatus::kSuccess);
+        editor = EditorWindow::Open(*fixture);
+        QVERIFY(editor);
+        QCOMPARE(Tabs(Active()), QStringLiteral("MEL [Python]"));
+    }
+
+    void cleanup()
+    {
+        editor = nullptr;
+        fixture.reset();
+    }
+
+    void saveAsOfAnOpenFileKeepsTheOriginal()
+    {
+        const QString original = NewFile(QStringLiteral("original.py"));
+        QVERIFY(editor->OpenFile(original));
+        Type(Active()->GetCurrent(), QStringLiteral("b = 2\n"));
+        AnswerSaveDialog(QStringLiteral("copy.py"));
+        editor->SaveAs();
+        const QString copy = QDir(files.path()).filePath(QStringLiteral("copy.py"));
+        QCOMPARE(Read(original), QByteArray("a = 1\n"));
+        QCOMPARE(Read(copy), QByteArray("a = 1\nb = 2\n"));
+        QCOMPARE(Tabs(Active()), QStringLiteral("MEL Python [copy.py]"));
+        QCOMPARE(Active()->GetFilePath(2), copy);
+        QVERIFY(!Active()->IsModified(2));
+        QVERIFY(!editor->CodeEditorExists(original));
+        // Saving again writes the new file, never the old one.
+        Type(Active()->GetCurrent(), QStringLiteral("c = 3\n"));
+        editor->Save();
+        QCOMPARE(Read(copy), QByteArray("a = 1\nb = 2\nc = 3\n"));
+        QCOMPARE(Read(original), QByteArray("a = 1\n"));
+    }
+
+    void saveDialogExtensions_data()
+    {
+        QTest::addColumn<int>("tab");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("saved");
+        QTest::newRow("python bare name") << 1 << "tool"
+                                          << "tool.py";
+        QTest::newRow("python upper case kept") << 1 << "tool.PY"
+                                                << "tool.PY";
+        QTest::newRow("python pyw kept") << 1 << "tool.pyw"
+                                         << "tool.pyw";
+        QTest::newRow("python pyi kept") << 1 << "tool.pyi"
+                                         << "tool.pyi";
+        QTest::newRow("python other suffix") << 1 << "tool.txt"
+                                             << "tool.txt.py";
+        QTest::newRow("mel bare name") << 0 << "tool"
+                                       << "tool.mel";
+        QTest::newRow("mel kept") << 0 << "tool.MEL"
+                                  << "tool.MEL";
+    }
+
+    void saveDialogExtensions()
+    {
+        QFETCH(int, tab);
+        QFETCH(QString, typed);
+        QFETCH(QString, saved);
+        const QString bufferPath = Active()->GetFilePath(tab);
+        Active()->SetCurrentIndex(tab);
+        Type(Active()->GetCodeEditor(tab), QStringLiteral("print('saved')"));
+        AnswerSaveDialog(typed);
+        editor->SaveAs();
+        const QString target = QDir(files.path()).filePath(saved);
+        QCOMPARE(Read(target), QByteArray("print('saved')"));
+        QCOMPARE(Active()->GetFilePath(tab), target);
+        QCOMPARE(Active()->GetType(tab), CodeEditorType::FILE);
+        QCOMPARE(Active()->GetLabel(tab), saved);
+        // The buffer's own file goes once the text is safe elsewhere.
+        QVERIFY(!QFile::exists(bufferPath));
+    }
+
+    void closeAsks_data()
+    {
+        QTest::addColumn<bool>("buffer");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<int>("answer");
+        QTest::addColumn<int>("questions");
+        QTest::addColumn<bool>("closed");
+        QTest::addColumn<QByteArray>("onDisk");
+        const int yes = QMessageBox::Yes, no = QMessageBox::No, cancel = QMessageBox::Cancel;
+        QTest::newRow("modified file, yes saves") << false << "b = 2\n"
+                                                  << yes << 1 << true << QByteArray("a = 1\nb = 2\n");
+        QTest::newRow("modified file, no discards") << false << "b = 2\n"
+                                                    << no << 1 << true << QByteArray("a = 1\n");
+        QTest::newRow("modified file, cancel keeps") << false << "b = 2\n"
+                                                     << cancel << 1 << false << QByteArray("a = 1\n");
+        QTest::newRow("unmodified file") << false << "" << cancel << 0 << true << QByteArray("a = 1\n");
+        QTest::newRow("empty buffer") << true << "" << no << 0 << true << QByteArray();
+        QTest::newRow("buffer with text, yes deletes") << true << "x = 1" << yes << 1 << true << QByteArray();
+        QTest::newRow("buffer with text, no keeps") << true << "x = 1" << no << 1 << false << QByteArray();
+    }
+
+    void closeAsks()
+    {
+        QFETCH(bool, buffer);
+        QFETCH(QString, typed);
+        QFETCH(int, answer);
+        QFETCH(int, questions);
+        QFETCH(bool, closed);
+        QFETCH(QByteArray, onDisk);
+        QString path = Active()->GetFilePath(1);
+        if (!buffer)
+        {
+            path = NewFile(QStringLiteral("closing.py"));
+            QVERIFY(editor->OpenFile(path));
+        }
+        Active()->SetCurrentIndex(Active()->GetCodeEditorIndex(path));
+        Type(Active()->GetCurrent(), typed);
+        {
+            DialogAnswer reply(static_cast<QMessageBox::StandardButton>(answer));
+            editor->CloseFile();
+            QCOMPARE(reply.texts.size(), questions);
+            if (questions)
+                QVERIFY(reply.Told(buffer ? QStringLiteral("Delete buffer 'Python'?")
+                                          : QStringLiteral("'closing.py' has been modified. Save changes?")));
+        }
+        QCOMPARE(editor->CodeEditorExists(path), !closed);
+        // A buffer closed is destroyed; a file is left on disk as the answer said.
+        QCOMPARE(QFile::exists(path), !(buffer && closed));
+        if (QFile::exists(path))
+            QCOMPARE(Read(path), onDisk);
+        // Only files enter the recent list, and only once closed.
+        QCOMPARE(Settings::recentFiles.contains(path), closed && !buffer);
+        if (!closed)
+            QCOMPARE(Active()->GetText(Active()->GetCodeEditorIndex(path)),
+                     (buffer ? QString() : QStringLiteral("a = 1\n")) + typed);
+    }
+
+    void closeFromTheTabMenu_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<int>("clicked");
+        QTest::addColumn<QString>("left");
+        QTest::newRow("close") << "close" << 3 << "MEL Python a.py c.py [d.py]";
+        QTest::newRow("close current") << "close" << 5 << "MEL Python a.py b.py [c.py]";
+        QTest::newRow("others") << "others" << 3 << "[b.py]";
+        QTest::newRow("to the right") << "right" << 3 << "MEL Python a.py [b.py]";
+        QTest::newRow("to the right of the last") << "right" << 5 << "MEL Python a.py b.py c.py [d.py]";
+        QTest::newRow("to the right of the first") << "right" << 0 << "[MEL]";
+    }
+
+    void closeFromTheTabMenu()
+    {
+        QFETCH(QString, command);
+        QFETCH(int, clicked);
+        QFETCH(QString, left);
+        OpenAll(
+            {QStringLiteral("a.py"), QStringLiteral("b.py"), QStringLiteral("c.py"), QStringLiteral("d.py")});
+        CodeEditorGroup* group = Active();
+        DialogAnswer no(QMessageBox::No);
+        if (command == QLatin1String("close"))
+            emit group->CloseTabRequested(group, clicked);
+        else if (command == QLatin1String("others"))
+            emit group->CloseOtherTabsRequested(group, clicked);
+        else
+            emit group->CloseTabsToRightRequested(group, clicked);
+        QVERIFY(no.texts.isEmpty());
+        QCOMPARE(Tabs(group), left);
+    }
+
+    void closeAllEmptiesEveryGroup()
+    {
+        OpenAll({QStringLiteral("a.py"), QStringLiteral("b.py")});
+        emit Active()->MoveTabToZoneRequested(Active()->GetId(), 2, Active()->GetId(), TabDropZoneAfter);
+        QVERIFY(Group(1)->isVisible());
+        const QString kept = Group(0)->GetFilePath(1);
+        Type(Group(0)->GetCodeEditor(1), QStringLiteral("kept = 1"));
+        DialogAnswer no(QMessageBox::No);
+        editor->CloseAllFiles();
+        // The buffer that the user keeps stays; everything else goes, in every group.
+        QCOMPARE(no.texts.size(), 1);
+        QCOMPARE(editor->GetCodeEditorCount(), 1);
+        QCOMPARE(editor->GetCodeEditorPaths(), QStringList{kept});
+        QVERIFY(!Group(1)->isVisible());
+    }
+
+    void renameOnDisk_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("label");
+        QTest::addColumn<bool>("moved");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("new name") << "renamed.mel"
+                                  << "renamed.mel" << true << "";
+        QTest::newRow("name taken") << "taken.py"
+                                    << "old.py" << false << "Raname failed. File already exists: ";
+        QTest::newRow("cancelled") << ""
+                                   << "old.py" << false << "";
+    }
+
+    void renameOnDisk()
+    {
+        QFETCH(QString, name);
+        QFETCH(QString, label);
+        QFETCH(bool, moved);
+        QFETCH(QString, message);
+        const QString old = NewFile(QStringLiteral("old.py"), "print(1)\n");
+        NewFile(QStringLiteral("taken.py"), "taken\n");
+        QVERIFY(editor->OpenFile(old));
+        AnswerRename(name);
+        fixture->ClearMessages();
+        editor->Rename();
+        const QString renamed = QDir(files.path()).filePath(name);
+        QCOMPARE(Active()->GetLabel(2), label);
+        QCOMPARE(QFile::exists(old), !moved);
+        QCOMPARE(Active()->GetFilePath(2), moved ? renamed : old);
+        if (moved)
+        {
+            QCOMPARE(Read(renamed), QByteArray("print(1)\n"));
+            QCOMPARE(Active()->GetLanguage(2), CodeEditorLanguage::MEL);
+        }
+        else
+        {
+            QCOMPARE(Read(QDir(files.path()).filePath(QStringLiteral("taken.py"))), QByteArray("taken\n"));
+        }
+        QCOMPARE(fixture->HasMessageContaining(QStringLiteral("Raname failed")), !message.isEmpty());
+        if (!message.isEmpty())
+            QVERIFY(fixture->HasMessageContaining(message + renamed));
+    }
+
+    void renameABufferChangesOnlyItsLabel()
+    {
+        const QString path = Active()->GetFilePath(1);
+        AnswerRename(QStringLiteral("sc;ratch"));
+        editor->Rename();
+        QCOMPARE(Tabs(Active()), QStringLiteral("MEL [scratch]"));
+        QCOMPARE(Active()->GetFilePath(1), path);
+        QVERIFY(QFile::exists(path));
+        QVERIFY(fixture->HasMessageContaining(QStringLiteral("Rename: ';' is an invalid character.")));
+    }
+
+    void revertAsksAndReloads_data()
+    {
+        QTest::addColumn<int>("answer");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("yes") << int(QMessageBox::Yes) << "a = 1\n";
+        QTest::newRow("no") << int(QMessageBox::No) << "a = 1\nmine\n";
+    }
+
+    void revertAsksAndReloads()
+    {
+        QFETCH(int, answer);
+        QFETCH(QString, text);
+        const QString path = NewFile(QStringLiteral("revert.py"));
+        QVERIFY(editor->OpenFile(path));
+        CodeEditor* codeEditor = Active()->GetCurrent();
+        {
+            // An unmodified file is not read again, and nothing is asked.
+            DialogAnswer none(QMessageBox::Yes);
+            editor->RevertFile();
+            QVERIFY(none.texts.isEmpty());
+        }
+        Type(codeEditor, QStringLiteral("mine\n"));
+        DialogAnswer reply(static_cast<QMessageBox::StandardButton>(answer));
+        editor->RevertFile();
+        QCOMPARE(reply.titles, QStringList{QStringLiteral("Reload")});
+        QCOMPARE(codeEditor->GetText(), text);
+        QCOMPARE(codeEditor->IsModified(), answer != QMessageBox::Yes);
+        // What the question said would be lost is not one undo step away.
+        QCOMPARE(codeEditor->document()->isUndoAvailable(), answer != QMessageBox::Yes);
+        QCOMPARE(Read(path), QByteArray("a = 1\n"));
+    }
+
+    void openRecentFromTheMenu()
+    {
+        OpenAll({QStringLiteral("one.py"), QStringLiteral("two.py")});
+        const QString one = Active()->GetFilePath(2);
+        const QString two = Active()->GetFilePath(3);
+        editor->CloseFile();
+        Active()->SetCurrentIndex(2);
+        editor->CloseFile();
+        QCOMPARE(Settings::recentFiles, QStringList({one, two}));
+        // The menu lists them newest first; choosing one opens it.
+        QMenu* menu = nullptr;
+        QList<QAction*> entries;
+        for (QMenu* candidate : editor->findChildren<QMenu*>())
+        {
+            if (candidate->title() == QLatin1String("Recent Files"))
+                menu = candidate;
+        }
+        QVERIFY(menu && menu->title() == QLatin1String("Recent Files"));
+        for (QAction* action : menu->actions())
+        {
+            if (!action->data().toString().isEmpty())
+                entries.append(action);
+        }
+        QCOMPARE(entries.size(), 2);
+        QCOMPARE(entries.at(0)->text(), one);
+        entries.at(1)->trigger();
+        QCOMPARE(Tabs(Active()), QStringLiteral("MEL Python [two.py]"));
+        // Reopen Closed File takes the newest that is not open.
+        editor->ReopenClosedFile();
+        QCOMPARE(Tabs(Active()), QStringLiteral("MEL Python two.py [one.py]"));
+        editor->ReopenClosedFile();
+        QCOMPARE(editor->GetCodeEditorCount(), 4);
+    }
+
+    void droppedFiles()
+    {
+        const QString a = NewFile(QStringLiteral("a.py"));
+        const QString b = NewFile(QStringLiteral("b.mel"));
+        // On the tab bar, at the place of the drop.
+        CodeEditorGroup* first = Active();
+        emit first->OpenFileRequested(first->GetId(), 1, a);
+        QCOMPARE(Tabs(first), QStringLiteral("MEL [a.py] Python"));
+        // Beside the group: a new group on that side, holding them all.
+        emit first->OpenFilesRequested(first->GetId(), TabDropZoneBefore, {b, a});
+        QCOMPARE(Tabs(first), QStringLiteral("MEL [a.py] Python"));
+        CodeEditorGroup* second = Group(0);
+        QVERIFY(second != first);
+        QCOMPARE(Tabs(second), QStringLiteral("[b.mel]"));
+        QCOMPARE(editor->GetActiveCodeEditorGroup(), second);
+        QTRY_VERIFY(second->isVisible());
+        QVERIFY(second->geometry().right() < first->geometry().left());
+        // A drop in the middle is the tab bar's business, not a new group.
+        emit first->OpenFilesRequested(first->GetId(), TabDropZoneCenter, {NewFile(QStringLiteral("c.py"))});
+        QVERIFY(!Group(2)->isVisible());
+    }
+
+    void currentTabAfterEveryMove_data()
+    {
+        QTest::addColumn<QString>("move");
+        QTest::addColumn<QString>("firstTabs");
+        QTest::addColumn<QString>("secondTabs");
+        QTest::addColumn<int>("activeGroup");
+        QTest::newRow("right within the group") << "within 0 2"
+                                                << "Python a.py [MEL] b.py"
+                                                << "" << 0;
+        QTest::newRow("left within the group") << "within 3 1"
+                                               << "MEL [b.py] Python a.py"
+                                               << "" << 0;
+        QTest::newRow("onto the same place") << "within 1 1"
+                                             << "MEL Python a.py [b.py]"
+                                             << "" << 0;
+        QTest::newRow("into another group") << "across 1 1"
+                                            << "MEL a.py [b.py]"
+                                            << "x.py [Python]" << 1;
+        QTest::newRow("onto another group's middle") << "centre 0"
+                                                     << "Python a.py [b.py]"
+                                                     << "x.py [MEL]" << 1;
+        QTest::newRow("to the edge") << "edge 2"
+                                     << "MEL Python [b.py]"
+                                     << "[a.py]" << 1;
+    }
+
+    void currentTabAfterEveryMove()
+    {
+        QFETCH(QString, move);
+        QFETCH(QString, firstTabs);
+        QFETCH(QString, secondTabs);
+        QFETCH(int, activeGroup);
+        OpenAll({QStringLiteral("a.py"), QStringLiteral("b.py")});
+        CodeEditorGroup* first = Active();
+        const QStringList words = move.split(QLatin1Char(' '));
+        CodeEditorGroup* second = nullptr;
+        if (words.first() == QLatin1String("across") || words.first() == QLatin1String("centre"))
+        {
+            // A second group holding x.py, made by dragging it to the edge.
+            QVERIFY(editor->OpenFile(NewFile(QStringLiteral("x.py"))));
+            emit first->MoveTabToZoneRequested(first->GetId(), 4, first->GetId(), TabDropZoneAfter);
+            second = Group(1);
+            first->SetCurrentIndex(3);
+        }
+        const int from = words.at(1).toInt();
+        if (words.first() == QLatin1String("within"))
+            emit first->MoveTabRequested(first->GetId(), from, first->GetId(), words.at(2).toInt());
+        else if (words.first() == QLatin1String("across"))
+            emit first->MoveTabRequested(first->GetId(), from, second->GetId(), words.at(2).toInt());
+        else if (words.first() == QLatin1String("centre"))
+            emit first->MoveTabToZoneRequested(first->GetId(), from, second->GetId(), TabDropZoneCenter);
+        else
+            emit first->MoveTabToZoneRequested(first->GetId(), from, first->GetId(), TabDropZoneAfter);
+        QCOMPARE(Tabs(Group(0)), firstTabs);
+        if (!secondTabs.isEmpty())
+            QCOMPARE(Tabs(Group(1)), secondTabs);
+        QCOMPARE(editor->GetActiveCodeEditorGroup(), Group(activeGroup));
+        // What the user sees in front is the current tab.
+        CodeEditorGroup* active = Group(activeGroup);
+        QTRY_VERIFY(active->GetCurrent() && active->GetCurrent()->isVisible());
+    }
+
+    void tidyingAtSave_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<bool>("trim");
+        QTest::addColumn<bool>("newLine");
+        QTest::addColumn<QByteArray>("saved");
+        QTest::newRow("python, both") << "t.py" << true << true << QByteArray("a = 1\nb = 2\n");
+        QTest::newRow("python, trim only") << "t.py" << true << false << QByteArray("a = 1\nb = 2");
+        QTest::newRow("python, new line only") << "t.py" << false << true << QByteArray("a = 1  \nb = 2\t\n");
+        QTest::newRow("python, neither") << "t.py" << false << false << QByteArray("a = 1  \nb = 2\t");
+        QTest::newRow("mel, both") << "t.mel" << true << true << QByteArray("a = 1\nb = 2\n");
+        QTest::newRow("mel, new line only") << "t.mel" << false << true << QByteArray("a = 1  \nb = 2\t\n");
+        QTest::newRow("mel, neither") << "t.mel" << false << false << QByteArray("a = 1  \nb = 2\t");
+        QTest::newRow("text is never tidied") << "t.txt" << true << true << QByteArray("a = 1  \nb = 2\t");
+    }
+
+    void tidyingAtSave()
+    {
+        QFETCH(QString, name);
+        QFETCH(bool, trim);
+        QFETCH(bool, newLine);
+        QFETCH(QByteArray, saved);
+        Settings::melTrimTrailingWhiteSpacesOnSave = Settings::pythonTrimTrailingWhiteSpacesOnSave = trim;
+        Settings::melEnsureNewLineAtEofOnSave = Settings::pythonEnsureNewLineAtEofOnSave = newLine;
+        const QString path = NewFile(name, "a = 1  \nb = 2");
+        QVERIFY(editor->OpenFile(path));
+        CodeEditor* codeEditor = Active()->GetCurrent();
+        Type(codeEditor, QStringLiteral("\t"));
+        codeEditor->SetCursorPosition(5);
+        editor->Save();
+        QCOMPARE(Read(path), saved);
+        QCOMPARE(codeEditor->GetCursorPosition(), 5);
+        QVERIFY(!codeEditor->IsModified());
+    }
+};
+
+QTEST_MAIN(TestFileCommands)
+#include "tst_FileCommands.moc"
