@@ -29,6 +29,8 @@ public:
     // The text sent for the cursor, before it is escaped; `namesOnly` tells whether keywords and
     // builtins stay out, as when a new name is being defined.
     QString BuildSource(const QTextCursor& cursor, bool& namesOnly) const;
+    // Ready to stand between the double quotes of a Python literal.
+    static QString EscapeForPython(const QString& text);
 
 private:
     void ShowRows(const QRect& rect, bool autoApply);
@@ -39,7 +41,6 @@ private:
                              int end, int joinedLines, bool& namesOnly) const;
     static QString RepairEmptyBlocks(const QString& text);
     static QString NeutraliseExceptionBlocks(const QString& text);
-    static QString EscapeForPython(const QString& text);
 
     QStandardItemModel* itemModel = nullptr; // child
     QString objectPath;

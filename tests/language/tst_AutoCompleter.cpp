@@ -136,8 +136,8 @@ private slots:
                                               "        pass\n");
         QTest::newRow("mel command") << mel << QString() << "polyCu" << QStringList{"polyCube"}
                                      << QStringList{"polySphere", "PolyCube"};
-        QTest::newRow("mel variable") << mel << "string $myVariable = \"\";\n|"
-                                      << "$myV" << QStringList() << QStringList{"myVariable"};
+        QTest::newRow("mel variable") << mel << "string $polyCube;\n|"
+                                      << "$polyCu" << QStringList() << QStringList{"polyCube"};
         QTest::newRow("mel flag") << mel << "polyCube |"
                                   << "-po" << QStringList() << QStringList{"polyCube"};
         QTest::newRow("mel string") << mel << "print \"|\";"
@@ -171,6 +171,8 @@ private slots:
         QTest::newRow("try block") << python
                                    << "try:\n    import json\nexcept ImportError:\n    json = None\n|"
                                    << "json.lo" << QStringList{"loads", "load"} << QStringList{"dumps"};
+        QTest::newRow("unfinished try") << python << "import os\ntry:\n    value = 1\n|"
+                                        << "val" << QStringList{"value"} << QStringList();
         QTest::newRow("unfinished line") << python << "import os\nresult = max(|"
                                          << "os.pa" << QStringList{"path"} << QStringList();
         QTest::newRow("empty block above") << python << "def empty():\n\ndef work():\n    items = []\n    |\n"
