@@ -191,6 +191,11 @@ void PythonAutoCompleter::UpdatePython(QTextCursor cursor)
     const QString source = EscapeForPython(BuildSource(cursor, namesOnly));
     QStringList results;
     MayaUtil::PythonAttributesFromSource(source, objectPath, results, namesOnly);
+    // One insertion for all rows, so that the proxy filters once.
+    QList<QStandardItem*> items;
+    items.reserve(results.size());
     for (const QString& name : std::as_const(results))
-        itemModel->appendRow(new QStandardItem(name));
+        items.append(new QStandardItem(name));
+    if (!items.isEmpty())
+        itemModel->appendColumn(items);
 }

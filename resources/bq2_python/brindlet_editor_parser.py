@@ -74,6 +74,7 @@ class BrindletEditorParser(ast.NodeVisitor):
     KEYWORDS = list(keyword.kwlist) + [w for w in ("True", "False", "None") if w not in keyword.kwlist]
     BUILTINS = dir(__builtins__)
     initialized = False
+    _module_file_cache = {}
 
     class ParsedClass(object):
         def __init__(self, name):
@@ -380,13 +381,25 @@ class BrindletEditorParser(ast.NodeVisitor):
             for part in parts[1:]:
                 current = getattr(current, part)
             return sorted(dir(current))
-        if os.path.getsize(path) > 8 * 1024 * 1024:
+        # A module file is read again only when it changes: base classes from imported modules
+        # would otherwise cost a parse of their files at every request.
+        status = os.stat(path)
+        key = (".".join(parts), path)
+        stamp = (status.st_mtime, status.st_size)
+        cached = BrindletEditorParser._module_file_cache.get(key)
+        if cached is not None and cached[0] == stamp:
+            return list(cached[1])
+        if status.st_size > 8 * 1024 * 1024:
             return []
         with open(path, "rb") as handle:
             text = handle.read().decode("utf-8", "replace")
         self.parse(text.replace("\r\n", "\n") + "\n", path)
         self.process_parsed_data(parts[-1] if len(parts) > depth else None)
-        return self.sorted_results()
+        result = self.sorted_results()
+        if len(BrindletEditorParser._module_file_cache) > 256:
+            BrindletEditorParser._module_file_cache.clear()
+        BrindletEditorParser._module_file_cache[key] = (stamp, result)
+        return list(result)
 
     @staticmethod
     def _find_module_file(parts):
@@ -413,15 +426,30 @@ class BrindletEditorParser(ast.NodeVisitor):
         tree = ast.parse(source, filename)
         self.visit(tree)
 
+    # Per node class: its visitor's name, and the fields that hold statements.
+    _visitors = {}
+    _statement_fields = {}
+    STATEMENT_FIELDS = ("body", "orelse", "finalbody", "handlers", "cases")
+
     def visit(self, node):
-        method = getattr(self, "visit_" + node.__class__.__name__, None)
-        if method is not None:
-            return method(node)
+        kind = node.__class__
+        name = BrindletEditorParser._visitors.get(kind)
+        if name is None:
+            name = "visit_" + kind.__name__
+            BrindletEditorParser._visitors[kind] = name if hasattr(BrindletEditorParser, name) else ""
+            name = BrindletEditorParser._visitors[kind]
+        if name:
+            return getattr(self, name)(node)
         self.parse_children(node)
         return None
 
     def parse_children(self, node):
-        for field in ("body", "orelse", "finalbody", "handlers", "cases"):
+        kind = node.__class__
+        fields = BrindletEditorParser._statement_fields.get(kind)
+        if fields is None:
+            fields = tuple(f for f in self.STATEMENT_FIELDS if f in getattr(kind, "_fields", ()))
+            BrindletEditorParser._statement_fields[kind] = fields
+        for field in fields:
             children = getattr(node, field, None)
             if isinstance(children, list):
                 for child in children:
