@@ -48,6 +48,9 @@ void AutoCompleter::CreateLayout()
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
+    // The popup is clipped at the screen's edges, even below the list's own minimum size.
+    layout->setSizeConstraint(QLayout::SetNoConstraint);
+    listView->setMinimumSize(0, 0);
     layout->addWidget(listView);
 }
 

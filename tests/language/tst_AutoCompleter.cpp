@@ -8,6 +8,7 @@
 #include <QtTest/QSignalSpy>
 #include <QtTest/QtTest>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QListView>
 #include <QtWidgets/QVBoxLayout>
 
 #include <memory>
@@ -104,7 +105,7 @@ private slots:
         Settings::melCompleteOnLetters = true;
         Settings::pythonCompleteOnLetters = true;
         Settings::pythonCompleteOnDot = true;
-        Settings::pythonIncludeKeywords = false;
+        Settings::pythonIncludeKeywords = true;
         Settings::pythonIncludeBuiltins = false;
         Settings::pythonNativeMayaAutoCompleteFallback = false;
     }
@@ -157,7 +158,17 @@ private slots:
         QTest::newRow("self member") << python << method << "self.items.ap" << QStringList{"append"}
                                      << QStringList{"width"};
         QTest::newRow("locals and arguments")
-            << python << method << "^" << QStringList{"step", "self", "Shape"} << QStringList{"width"};
+            << python << method << "^" << QStringList{"step", "self", "Shape", "while"}
+            << QStringList{"width"};
+        QTest::newRow("def line") << python << "import os\nimport sys\n|"
+                                  << "def ^" << QStringList{"os", "sys"} << QStringList{"while", "def"};
+        QTest::newRow("call over lines")
+            << python << "names = []\nresult = max(1,\n    |\n    2)\nafter = 1\n"
+            << "names.ap" << QStringList{"append"} << QStringList();
+        QTest::newRow("bare module import")
+            << python << QString() << "import ma" << QStringList() << QStringList{"maya"};
+        QTest::newRow("from package import")
+            << python << QString() << "from maya import cm" << QStringList{"cmds"} << QStringList{"mel"};
         QTest::newRow("maya.cmds") << python << "import maya.cmds as cmds\n|"
                                    << "cmds.polyCu" << QStringList{"polyCube"}
                                    << QStringList{"polySphere", "ls"};
@@ -197,10 +208,11 @@ private slots:
         CompareRows(contains, excludes);
         if (contains.isEmpty())
             QVERIFY(!editor->AutoCompleterVisible());
-        // The prefix filter: every row starts with what was typed since the last dot.
-        const QString prefix = typed.section(QLatin1Char('.'), -1).remove(CTRL_SPACE);
-        const Qt::CaseSensitivity cs =
-            language == static_cast<int>(CodeEditorLanguage::MEL) ? Qt::CaseSensitive : Qt::CaseInsensitive;
+        // The prefix filter: every row starts with the word before the cursor.
+        const QString prefix = Completer() ? Completer()->GetPrefix() : QString();
+        const Qt::CaseSensitivity cs = language == static_cast<int>(CodeEditorLanguage::MEL)
+                                           ? Qt::CaseSensitive
+                                           : Qt::CaseInsensitive;
         for (const QString& row : Rows())
             QVERIFY2(row.startsWith(prefix, cs), qPrintable(row));
     }
@@ -287,6 +299,23 @@ private slots:
         editor->SetCursorPosition(static_cast<int>(buffer.size()));
         Type(QString(CTRL_SPACE));
         QCOMPARE(editor->GetText(), buffer);
+    }
+
+    void popupIsClippedAtTheScreenEdge()
+    {
+        Show(CodeEditorLanguage::MEL, QString());
+        Type(QStringLiteral("poly"));
+        AutoCompleter* completer = Completer();
+        QVERIFY(completer->isVisible() && completer->RowCount() > 12);
+        const QRect screen = completer->screen()->geometry();
+        const QPoint corner(screen.right() - 40, screen.bottom() - 30);
+        completer->UpdateRect(QRect(corner, QSize(1, 14)));
+        QCOMPARE(completer->geometry().topLeft(), corner);
+        QCOMPARE(completer->geometry().right(), screen.right());
+        QCOMPARE(completer->geometry().bottom(), screen.bottom());
+        // Away from the edges: twelve rows high.
+        completer->UpdateRect(QRect(screen.topLeft(), QSize(1, 14)));
+        QCOMPARE(completer->geometry().height(), 12 * completer->findChild<QListView*>()->sizeHintForRow(0));
     }
 
     void popupClosesAndStays()
