@@ -155,7 +155,8 @@ void PythonParser::ParseCharacter(QChar c)
     case ']':
     case ')':
     {
-        int& depth = c == QLatin1Char('}') ? braceDepth : (c == QLatin1Char(']') ? bracketDepth : parenthesesDepth);
+        int& depth =
+            c == QLatin1Char('}') ? braceDepth : (c == QLatin1Char(']') ? bracketDepth : parenthesesDepth);
         if (depth < 1)
             UnexpectedParenthesesError(c, position, position + 1);
         else
@@ -468,7 +469,8 @@ bool PythonParser::ParseImport()
             return false;
     }
     for (const QString& part : parts)
-        AppendItem(part, ParserItemImport, listStart + static_cast<int>(list.indexOf(part)), GetIndentLevel());
+        AppendItem(part, ParserItemImport, listStart + static_cast<int>(list.indexOf(part)),
+                   GetIndentLevel());
     return true;
 }
 
@@ -527,7 +529,8 @@ bool PythonParser::ParseFromImport()
             shown = QStringLiteral("%1 = %2").arg(pieces.at(2), pieces.at(0));
             offset += static_cast<int>(part.size() - pieces.at(2).size());
         }
-        AppendItem(QStringLiteral("%1 (%2)").arg(shown, module), ParserItemFromImport, offset, GetIndentLevel());
+        AppendItem(QStringLiteral("%1 (%2)").arg(shown, module), ParserItemFromImport, offset,
+                   GetIndentLevel());
     }
     return true;
 }
