@@ -240,3 +240,30 @@ void AutoCompleter::showEvent(QShowEvent* event)
     QWidget::showEvent(event);
     listView->setFocus();
 }
+
+// Opens the popup on the rows that match, or applies the only one when asked to.
+void AutoCompleter::ShowRows(const QRect& rect, bool autoApply)
+{
+    UpdateProxyModel();
+    if (RowCount() == 0)
+        return;
+    UpdateRect(rect);
+    SelectTop();
+    if (autoApply && RowCount() == 1)
+        ApplySelection();
+    else
+        show();
+}
+
+// The open popup follows a longer or shorter prefix, and closes when nothing matches.
+void AutoCompleter::NarrowVisibleRows()
+{
+    UpdateProxyModel();
+    if (RowCount() == 0)
+    {
+        hide();
+        return;
+    }
+    UpdateRect();
+    SelectTop();
+}

@@ -48,6 +48,8 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void SetModel(QSortFilterProxyModel* model);
+    void ShowRows(const QRect& rect, bool autoApply);
+    void NarrowVisibleRows();
 
     QListView* listView = nullptr;
     QSortFilterProxyModel* proxyModel = nullptr; // not owned by the base; see the subclasses

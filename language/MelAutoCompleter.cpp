@@ -40,24 +40,8 @@ void MelAutoCompleter::Update(const QTextCursor& cursor, const QRect& rect, bool
         hide();
         return;
     }
-    UpdateProxyModel();
     if (isVisible())
-    {
-        if (RowCount() == 0)
-        {
-            hide();
-            return;
-        }
-        UpdateRect();
-        SelectTop();
-        return;
-    }
-    if (RowCount() == 0)
-        return;
-    UpdateRect(rect);
-    SelectTop();
-    if (autoApply && RowCount() == 1)
-        ApplySelection();
+        NarrowVisibleRows();
     else
-        show();
+        ShowRows(rect, autoApply);
 }

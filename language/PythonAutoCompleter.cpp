@@ -159,31 +159,6 @@ void PythonAutoCompleter::Update(const QTextCursor& cursor, const QRect& rect, b
     NarrowVisibleRows();
 }
 
-void PythonAutoCompleter::ShowRows(const QRect& rect, bool autoApply)
-{
-    UpdateProxyModel();
-    if (RowCount() == 0)
-        return;
-    UpdateRect(rect);
-    SelectTop();
-    if (autoApply && RowCount() == 1)
-        ApplySelection();
-    else
-        show();
-}
-
-void PythonAutoCompleter::NarrowVisibleRows()
-{
-    UpdateProxyModel();
-    if (RowCount() == 0)
-    {
-        hide();
-        return;
-    }
-    UpdateRect();
-    SelectTop();
-}
-
 void PythonAutoCompleter::UpdatePython(QTextCursor cursor)
 {
     itemModel->clear();

@@ -33,8 +33,6 @@ public:
     static QString EscapeForPython(const QString& text);
 
 private:
-    void ShowRows(const QRect& rect, bool autoApply);
-    void NarrowVisibleRows();
     void SetImportForm(const QStringList& parts, const QString& lineText);
     void SetPlainPath(const QTextCursor& moved);
     QString ReplaceStatement(const QString& text, const QString& statement, const QString& indent, int start,
