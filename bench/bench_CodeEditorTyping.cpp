@@ -6,6 +6,7 @@
 #include "BenchTexts.h"
 #include "HostApplication.h"
 #include "editor/CodeEditor.h"
+#include "language/Highlighter.h"
 #include "plugin/PluginMain.h"
 #include "settings/Settings.h"
 
@@ -15,6 +16,7 @@
 #include <QtTest/QtTest>
 #include <QtWidgets/QApplication>
 
+#include <cstdio>
 #include <memory>
 
 namespace
@@ -182,6 +184,75 @@ private slots:
         }
         QTest::keyClick(editor.get(), Qt::Key_Backspace);
         MoveToMiddle();
+    }
+
+    // The same keys with the event loop running, as a user types them: each key returns within its
+    // bounded pass, and the rest of the buffer is recoloured in later turns. Prints the slowest
+    // key and the time until every block has its final colours.
+    void spanOpenedAtTopFinishes_data()
+    {
+        QTest::addColumn<bool>("python");
+        QTest::addColumn<QString>("keys");
+        QTest::addColumn<bool>("errorBar");
+        // The error bar measures every block after each change, which lays out again each block
+        // that was recoloured: the rows without it show the highlighter's own share.
+        for (const bool errorBar : {false, true})
+        {
+            QTest::addRow("mel /*%s", errorBar ? ", error bar" : "") << false << QStringLiteral("/*") << errorBar;
+            QTest::addRow("python \"\"\"%s", errorBar ? ", error bar" : "")
+                << true << QStringLiteral("\"\"\"") << errorBar;
+        }
+    }
+
+    void spanOpenedAtTopFinishes()
+    {
+        QFETCH(bool, python);
+        QFETCH(QString, keys);
+        QFETCH(bool, errorBar);
+        Settings::melDisplayErrors = Settings::pythonDisplayErrors = errorBar;
+        CodeEditor* target = python ? pythonEditor.get() : editor.get();
+        QVERIFY2(target, "typeCharacterInPython makes the Python buffer");
+        const auto* highlighter = target->document()->findChild<Highlighter*>();
+        QVERIFY(highlighter);
+        Settings::melInsertClosingQuotes = Settings::pythonInsertClosingQuotes = false;
+        target->moveCursor(QTextCursor::Start);
+        while (highlighter->IsHighlightPending())
+            QCoreApplication::processEvents();
+        QCoreApplication::processEvents();
+        QElapsedTimer total;
+        double slowestKey = 0;
+        total.start();
+        const auto typeKey = [&](QChar key)
+        {
+            QElapsedTimer timer;
+            timer.start();
+            QTest::keyClick(target, key.toLatin1());
+            target->viewport()->repaint();
+            slowestKey = qMax(slowestKey, timer.nsecsElapsed() / 1e6);
+        };
+        for (const QChar key : keys)
+            typeKey(key);
+        int turns = 0;
+        while (highlighter->IsHighlightPending())
+        {
+            QCoreApplication::processEvents();
+            ++turns;
+        }
+        const double allDone = total.nsecsElapsed() / 1e6;
+        std::printf("MEASURE %-24s slowest key %6.1f ms, every block coloured after %7.1f ms (%d turns)\n",
+                    QTest::currentDataTag(), slowestKey, allDone, turns);
+        std::fflush(stdout);
+        // The states that the bounded passes left are those of one full pass.
+        QList<int> states;
+        for (QTextBlock block = target->document()->begin(); block.isValid(); block = block.next())
+            states.append(block.userState());
+        target->document()->findChild<Highlighter*>()->rehighlight();
+        for (QTextBlock block = target->document()->begin(); block.isValid(); block = block.next())
+            QCOMPARE(block.userState(), states.at(block.blockNumber()));
+        for (int i = 0; i < keys.size(); ++i)
+            QTest::keyClick(target, Qt::Key_Backspace);
+        while (highlighter->IsHighlightPending())
+            QCoreApplication::processEvents();
     }
 
     // What runs when the pause timer runs out: the whole text handed on.

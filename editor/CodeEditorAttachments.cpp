@@ -3,7 +3,9 @@
 #include "editor/CodeEditor.h"
 
 #include "editor/CodeEditorBlockData.h"
+#include "language/MelAutoCompleter.h"
 #include "language/MelHighlighter.h"
+#include "language/PythonAutoCompleter.h"
 #include "language/PythonHighlighter.h"
 
 #include <QtGui/QTextBlock>
@@ -47,7 +49,28 @@ QSyntaxHighlighter* CodeEditor::CreateHighlighter()
 
 QWidget* CodeEditor::CreateAutoCompleter()
 {
-    return nullptr;
+    AutoCompleter* completer = nullptr;
+    switch (GetLanguage())
+    {
+    case CodeEditorLanguage::MEL:
+        completer = new MelAutoCompleter(this);
+        break;
+    case CodeEditorLanguage::PYTHON:
+        completer = new PythonAutoCompleter(this);
+        break;
+    case CodeEditorLanguage::TEXT:
+        return nullptr;
+    }
+    completer->Initialize();
+    return completer;
 }
 
-void CodeEditor::UpdateAutoCompleterPopup(const QTextCursor&, const QRect&, bool) {}
+void CodeEditor::UpdateAutoCompleterPopup(const QTextCursor& cursor, const QRect& rect, bool force)
+{
+    auto* completer = qobject_cast<AutoCompleter*>(autoCompleter.data());
+    if (!completer)
+        return;
+    if (!completer->isVisible())
+        completer->SetFont(font());
+    completer->Update(cursor, rect, force);
+}

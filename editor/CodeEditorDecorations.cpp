@@ -10,7 +10,9 @@
 #include "settings/Settings.h"
 
 #include <QtGui/QPainter>
+#include <QtGui/QFontMetricsF>
 #include <QtGui/QTextBlock>
+#include <QtGui/QTextLayout>
 #include <QtWidgets/QScrollBar>
 #include <QtWidgets/QToolTip>
 
@@ -434,11 +436,27 @@ void CodeEditor::UpdateErrorBarBlockHeights()
         return;
     QList<int> positions;
     positions.reserve(document()->blockCount());
+    // This runs on every edit. Measuring a block that has no layout yet would lay it out, and in
+    // a long buffer that is every block below the viewport, or every block the highlighter just
+    // recoloured: seconds per key. Such a block counts as the height of the last block measured,
+    // which is exact for unwrapped text; Qt measures it for real once it is shown.
+    double lineHeight = QFontMetricsF(font()).height();
     double top = 0.0;
     for (QTextBlock block = document()->firstBlock(); block.isValid(); block = block.next())
     {
         positions.append(static_cast<int>(top));
-        top += blockBoundingRect(block).height();
+        if (!block.isVisible())
+            continue;
+        const QTextLayout* layout = block.layout();
+        if (layout && layout->lineCount() > 0)
+        {
+            const double height = blockBoundingRect(block).height();
+            top += height;
+            if (layout->lineCount() == 1 && block.next().isValid())
+                lineHeight = height;
+        }
+        else
+            top += lineHeight;
     }
     errorBarOverlay->UpdataBlockStartYPositions(positions);
 }

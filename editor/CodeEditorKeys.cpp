@@ -235,7 +235,9 @@ CodeEditor::KeyResult CodeEditor::HandleCompletionAfterKey(QKeyEvent* event, Qt:
     {
         if (properties.language != CodeEditorLanguage::PYTHON || !Settings::pythonCompleteOnDot)
             return KeyResult::Done;
+        // The popup has just asked the interpreter for the new path; asking again is waste.
         UpdateAutoCompleter(false);
+        return KeyResult::Done;
     }
     if (HasCtrlAltOrMeta(modifiers))
         return KeyResult::Done;

@@ -4,8 +4,15 @@
 #include "settings/ColorSettings.h"
 
 #include <QtCore/QHash>
+#include <QtCore/QTimer>
 #include <QtCore/QVarLengthArray>
 #include <QtGui/QTextBlock>
+#include <QtGui/QTextDocument>
+#include <QtGui/QTextLayout>
+
+#include <algorithm>
+
+#include <algorithm>
 
 const QString Highlighter::EOL_PATTERN = QStringLiteral("$");
 
@@ -26,6 +33,29 @@ namespace
 bool IsWordChar(char16_t c)
 {
     return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || (c >= u'0' && c <= u'9') || c == u'_';
+}
+
+bool IsBlank(char16_t c)
+{
+    return c == u' ' || c == u'\t';
+}
+
+bool IsDigit(char16_t c)
+{
+    return c >= u'0' && c <= u'9';
+}
+
+// Printable ASCII and tabs: the characters on which the plain matchers and the expressions agree
+// without a doubt about classes, line ends or surrogates.
+bool IsPlainLine(const QString& text)
+{
+    for (const QChar c : text)
+    {
+        const char16_t u = c.unicode();
+        if ((u < 0x20 || u > 0x7e) && u != u'\t')
+            return false;
+    }
+    return true;
 }
 
 bool IsIdentifier(QStringView word)
@@ -107,6 +137,8 @@ bool CanMatch(const Highlighter::HighlightingRule& rule, const QString& text)
 
 int FindStart(const Highlighter::MultiLineHighlightingRule& rule, const QString& text, int from)
 {
+    if (rule.startText.size() == 1)
+        return int(text.indexOf(rule.startText.front(), from));
     if (!rule.startText.isEmpty())
         return int(text.indexOf(rule.startText, from));
     const QRegularExpressionMatch match = rule.startPattern.match(text, from);
@@ -138,6 +170,126 @@ Highlighter::Highlighter(QTextDocument* document) : QSyntaxHighlighter(document)
 {
     if (!sWhitespaceFormat)
         sWhitespaceFormat = ColorSettings::GetCodeEditorFormatPtr(ColorSettings::WHITESPACES, false);
+    // Edits reach the base's own slot through this class, which bounds the pass. Where the base
+    // is not connected that way, edits keep the base's unbounded behaviour.
+    if (document &&
+        disconnect(document, SIGNAL(contentsChange(int, int, int)), this, SLOT(_q_reformatBlocks(int, int, int))))
+    {
+        canDefer = true;
+        connect(document, SIGNAL(contentsChange(int, int, int)), this, SLOT(OnContentsChange(int, int, int)));
+    }
+}
+
+void Highlighter::OnContentsChange(int from, int charsRemoved, int charsAdded)
+{
+    if (!bounded)
+    {
+        passTimer.start();
+        passBlocks = 0;
+    }
+    Pass(from, charsRemoved, charsAdded);
+}
+
+void Highlighter::Pass(int from, int charsRemoved, int charsAdded)
+{
+    QTextDocument* doc = document();
+    if (!doc)
+        return;
+    const bool outer = !bounded;
+    if (outer)
+    {
+        // The blocks that the base redoes whatever their states, found as the base finds them.
+        const QTextBlock last = doc->findBlock(from + charsAdded + (charsRemoved > 0 ? 1 : 0));
+        passEnd = last.isValid() ? last.position() + last.length() : doc->characterCount();
+        bounded = true;
+        stopped = false;
+    }
+    QMetaObject::invokeMethod(this, "_q_reformatBlocks", Qt::DirectConnection, Q_ARG(int, from),
+                              Q_ARG(int, charsRemoved), Q_ARG(int, charsAdded));
+    if (outer)
+    {
+        bounded = false;
+        stopped = false;
+    }
+}
+
+// Goes on in steps of a few hundred blocks, so that a turn never walks the whole put-off range:
+// the base visits every block of the range it is given, also those past the budget.
+void Highlighter::ContinueHighlighting()
+{
+    continuationQueued = false;
+    QTextDocument* doc = document();
+    if (!pending || !doc || pendingStart.document() != doc)
+        return;
+    pending = false;
+    int from = pendingStart.position();
+    const int end = pendingEnd.position();
+    passTimer.start();
+    passBlocks = 0;
+    while (from < end)
+    {
+        const QTextBlock first = doc->findBlock(from);
+        QTextBlock last = doc->findBlockByNumber(first.blockNumber() + CONTINUATION_BLOCKS - 1);
+        if (!last.isValid() || last.position() >= end)
+            last = doc->findBlock(end - 1);
+        lastHighlighted = QTextBlock();
+        Pass(first.position(), 0, last.position() - first.position());
+        if (pending)
+        {
+            pendingEnd.setPosition(qMax(pendingEnd.position(), qMin(end, doc->characterCount() - 1)));
+            return;
+        }
+        from = last.position() + last.length();
+        if (lastHighlighted.isValid())
+            from = qMax(from, lastHighlighted.position() + lastHighlighted.length());
+        if (from < end && passTimer.hasExpired(BUDGET_MS))
+        {
+            DeferFrom(doc->findBlock(from));
+            pendingEnd.setPosition(qMin(end, doc->characterCount() - 1));
+            return;
+        }
+    }
+}
+
+bool Highlighter::IsOverBudget()
+{
+    if (!bounded)
+        return false;
+    if (stopped)
+        return true;
+    return ++passBlocks > BUDGET_MIN_BLOCKS && passTimer.hasExpired(BUDGET_MS);
+}
+
+// The block's colours stay as they are; its state and data are not touched.
+void Highlighter::KeepCurrentBlock()
+{
+    const QTextLayout* layout = currentBlock().layout();
+    if (!layout)
+        return;
+    for (const QTextLayout::FormatRange& range : layout->formats())
+        setFormat(range.start, range.length, range.format);
+}
+
+void Highlighter::DeferFrom(const QTextBlock& block)
+{
+    QTextDocument* doc = document();
+    int start = block.position();
+    int end = qMax(passEnd, block.position() + block.length());
+    if (pending && pendingStart.document() == doc)
+    {
+        start = qMin(start, pendingStart.position());
+        end = qMax(end, pendingEnd.position());
+    }
+    pendingStart = QTextCursor(doc);
+    pendingEnd = QTextCursor(doc);
+    pendingStart.setPosition(qMin(start, doc->characterCount() - 1));
+    pendingEnd.setPosition(qMin(end, doc->characterCount() - 1));
+    pending = true;
+    if (!continuationQueued)
+    {
+        continuationQueued = true;
+        QTimer::singleShot(0, this, SLOT(ContinueHighlighting()));
+    }
 }
 
 HighlighterWordIndex& Highlighter::MelKeywordIndex()
@@ -180,7 +332,178 @@ Highlighter::HighlightingRule Highlighter::MakeRule(const QString& pattern, cons
     rule.pattern.setPattern(pattern);
     rule.pattern.optimize();
     rule.format = ColorSettings::GetCodeEditorFormatPtr(formatKey, false);
+    RecogniseFastMatch(rule);
     return rule;
+}
+
+// Only the exact pattern texts of the rule tables are recognised; any other pattern is left to
+// the expression engine.
+void Highlighter::RecogniseFastMatch(HighlightingRule& rule)
+{
+    static const QRegularExpression word(QStringLiteral(R"(^\\b([A-Za-z_][A-Za-z0-9_]*)\\b$)"));
+    static const QRegularExpression nameAfterWord(
+        QStringLiteral(R"(^\(\?<=\\b([A-Za-z_][A-Za-z0-9_]*)\)\\s\+\[A-Za-z0-9_\]\+\(\?=\\s\*\\\(\)$)"));
+    const QString pattern = rule.pattern.pattern();
+    rule.fastMatch = FastMatch::None;
+    rule.fastWord.clear();
+    if (pattern == QLatin1String(R"(\b[0-9]*[.]?[0-9]*)"))
+        rule.fastMatch = FastMatch::Number;
+    else if (pattern == QLatin1String(R"(\b[A-Za-z0-9_]+(?=\s*\())"))
+        rule.fastMatch = FastMatch::Call;
+    else if (pattern == QLatin1String(R"((?<![A-Za-z0-9_\-])[A-Za-z0-9_]+(?=\s*\())"))
+        rule.fastMatch = FastMatch::CallNotAfterDash;
+    else if (pattern == QLatin1String(R"((?<![A-Za-z0-9_])(\$)[A-Za-z0-9_]+)"))
+        rule.fastMatch = FastMatch::Variable;
+    else if (pattern == QLatin1String(R"(^[\s]*[@](.)*)"))
+        rule.fastMatch = FastMatch::Decorator;
+    else if (const QRegularExpressionMatch match = word.match(pattern); match.hasMatch())
+    {
+        rule.fastMatch = FastMatch::Word;
+        rule.fastWord = match.captured(1);
+    }
+    else if (const QRegularExpressionMatch match = nameAfterWord.match(pattern); match.hasMatch())
+    {
+        rule.fastMatch = FastMatch::NameAfterWord;
+        rule.fastWord = match.captured(1);
+    }
+}
+
+// Each shape below is matched as the expression engine runs it with a global match: the leftmost
+// match from the current offset, greedy, the next search from its end. On printable ASCII, \s is a
+// blank, \b a change between [A-Za-z0-9_] and anything else, and "." any character. No shape
+// gains from backtracking: a shorter name is followed by a name character, which neither \s nor
+// "(" accepts. Empty matches are left out, as they change nothing.
+template <typename Visit>
+void Highlighter::ForEachFastMatch(const HighlightingRule& rule, const QString& text, Visit visit)
+{
+    const int n = int(text.size());
+    const char16_t* c = reinterpret_cast<const char16_t*>(text.constData());
+    const auto isWordAt = [&](int i) { return i >= 0 && i < n && IsWordChar(c[i]); };
+    const auto runEnd = [&](int i)
+    {
+        while (i < n && IsWordChar(c[i]))
+            ++i;
+        return i;
+    };
+    const auto opensParenthesis = [&](int i)
+    {
+        while (i < n && IsBlank(c[i]))
+            ++i;
+        return i < n && c[i] == u'(';
+    };
+    switch (rule.fastMatch)
+    {
+    case FastMatch::Number:
+        for (int i = 0; i < n;)
+        {
+            if ((IsDigit(c[i]) || c[i] == u'.') && isWordAt(i - 1) != isWordAt(i))
+            {
+                int j = i;
+                while (j < n && IsDigit(c[j]))
+                    ++j;
+                if (j < n && c[j] == u'.')
+                    ++j;
+                while (j < n && IsDigit(c[j]))
+                    ++j;
+                visit(i, j - i);
+                i = j;
+            }
+            else
+            {
+                ++i;
+            }
+        }
+        break;
+    case FastMatch::Word:
+    case FastMatch::Call:
+    case FastMatch::CallNotAfterDash:
+        for (int i = 0; i < n;)
+        {
+            if (!IsWordChar(c[i]))
+            {
+                ++i;
+                continue;
+            }
+            const int end = runEnd(i);
+            if (rule.fastMatch == FastMatch::Word
+                    ? QStringView(c + i, end - i) == rule.fastWord
+                    : opensParenthesis(end) &&
+                          (rule.fastMatch == FastMatch::Call || i == 0 || c[i - 1] != u'-'))
+                visit(i, end - i);
+            i = end;
+        }
+        break;
+    case FastMatch::NameAfterWord:
+    {
+        const int k = int(rule.fastWord.size());
+        for (int from = 0;;)
+        {
+            const int found = int(text.indexOf(rule.fastWord, from));
+            if (found < 0 || k == 0)
+                break;
+            const int blanks = found + k;
+            int name = blanks;
+            while (name < n && IsBlank(c[name]))
+                ++name;
+            const int end = runEnd(name);
+            if (!isWordAt(found - 1) && name > blanks && end > name && opensParenthesis(end))
+            {
+                visit(blanks, end - blanks);
+                from = end;
+            }
+            else
+            {
+                from = found + 1;
+            }
+        }
+        break;
+    }
+    case FastMatch::Variable:
+        for (int i = 0; i < n;)
+        {
+            const int end = c[i] == u'$' && !isWordAt(i - 1) ? runEnd(i + 1) : i + 1;
+            if (end > i + 1)
+                visit(i, end - i);
+            i = end;
+        }
+        break;
+    case FastMatch::Decorator:
+    {
+        int i = 0;
+        while (i < n && IsBlank(c[i]))
+            ++i;
+        if (i < n && c[i] == u'@')
+            visit(0, n);
+        break;
+    }
+    case FastMatch::None:
+        break;
+    }
+}
+
+template <typename Visit>
+void Highlighter::ForEachExpressionMatch(const HighlightingRule& rule, const QString& text, Visit visit)
+{
+    QRegularExpressionMatchIterator it = rule.pattern.globalMatch(text);
+    while (it.hasNext())
+    {
+        const QRegularExpressionMatch match = it.next();
+        // Empty matches (the number pattern yields one at every word boundary) change nothing.
+        if (match.capturedLength(0) > 0)
+            visit(int(match.capturedStart(0)), int(match.capturedLength(0)));
+    }
+}
+
+QList<QPair<int, int>> Highlighter::RuleMatches(const HighlightingRule& rule, const QString& text,
+                                                bool byExpression)
+{
+    QList<QPair<int, int>> matches;
+    const auto append = [&matches](int start, int length) { matches.append({start, length}); };
+    if (byExpression || rule.fastMatch == FastMatch::None || !IsPlainLine(text))
+        ForEachExpressionMatch(rule, text, append);
+    else
+        ForEachFastMatch(rule, text, append);
+    return matches;
 }
 
 Highlighter::MultiLineHighlightingRule Highlighter::MakeMultiLineRule(const QString& start,
@@ -227,18 +550,48 @@ int Highlighter::GetActiveRuleIndex(const QString& text, int& index) const
 
 CodeEditorBlockData* Highlighter::CurrentBlockData() const
 {
-    return dynamic_cast<CodeEditorBlockData*>(currentBlockUserData());
+    return blockData ? blockData : dynamic_cast<CodeEditorBlockData*>(currentBlockUserData());
 }
 
+// The passes keep their order of priority (a later one overwrites an earlier one), but strings
+// and comments are found first, on their own layer above the others, so that the others can be
+// skipped on lines that lie wholly inside them, as in a long docstring or comment.
 void Highlighter::highlightBlock(const QString& text)
 {
+    if (IsOverBudget())
+    {
+        if (!stopped)
+            DeferFrom(currentBlock());
+        stopped = true;
+        KeepCurrentBlock();
+        return;
+    }
+    lastHighlighted = currentBlock();
+    const int n = int(text.size());
+    baseLayer.resize(n);
+    spanLayer.resize(n);
+    std::fill(baseLayer.begin(), baseLayer.end(), nullptr);
+    std::fill(spanLayer.begin(), spanLayer.end(), nullptr);
+    plainLine = IsPlainLine(text);
+    blockData = nullptr;
     ClearBlockData();
-    HighlightEarlyRules(text);
-    HighlightBuiltins(text);
-    HighlightKeywords(text);
-    HighlightRules(text);
+    blockData = CurrentBlockData();
+
+    paintLayer = &spanLayer;
     UpdateMultiLine(text);
+    if (!SpansCoverLine(text))
+    {
+        paintLayer = &baseLayer;
+        HighlightEarlyRules(text);
+        HighlightBuiltins(text);
+        HighlightKeywords(text);
+        HighlightRules(text);
+    }
+    paintLayer = &spanLayer;
     HighlightHiddenCharacters(text);
+    FlushFormats(n);
+    paintLayer = &baseLayer;
+    blockData = nullptr;
 }
 
 void Highlighter::ClearBlockData()
@@ -257,15 +610,52 @@ void Highlighter::ApplyRules(const QString& text, const QList<HighlightingRule>&
     {
         if (!rule.format || !CanMatch(rule, text))
             continue;
-        QRegularExpressionMatchIterator it = rule.pattern.globalMatch(text);
-        while (it.hasNext())
-        {
-            const QRegularExpressionMatch match = it.next();
-            // Empty matches (the number pattern yields one at every word boundary) change nothing.
-            if (match.capturedLength(0) > 0)
-                setFormat(int(match.capturedStart(0)), int(match.capturedLength(0)), *rule.format);
-        }
+        const auto paint = [this, &rule](int start, int length) { Paint(start, length, rule.format); };
+        if (plainLine && rule.fastMatch != FastMatch::None)
+            ForEachFastMatch(rule, text, paint);
+        else
+            ForEachExpressionMatch(rule, text, paint);
     }
+}
+
+void Highlighter::Paint(int start, int count, const QTextCharFormat* format)
+{
+    // Bounded as QSyntaxHighlighter::setFormat bounds it.
+    FormatLayer& layer = *paintLayer;
+    const int n = int(layer.size());
+    if (start < 0 || start >= n || count <= 0)
+        return;
+    const int end = qMin(n, start + count);
+    for (int i = start; i < end; ++i)
+        layer[i] = format;
+}
+
+void Highlighter::FlushFormats(int length)
+{
+    int i = 0;
+    while (i < length)
+    {
+        const QTextCharFormat* format = spanLayer[i] ? spanLayer[i] : baseLayer[i];
+        int end = i + 1;
+        while (end < length && (spanLayer[end] ? spanLayer[end] : baseLayer[end]) == format)
+            ++end;
+        if (format)
+            setFormat(i, end - i, *format);
+        i = end;
+    }
+}
+
+// True when strings and comments leave nothing but blanks: the passes before them would be
+// overwritten everywhere, by the spans or by the blanks' own format.
+bool Highlighter::SpansCoverLine(const QString& text) const
+{
+    const QChar* c = text.constData();
+    for (int i = 0; i < text.size(); ++i)
+    {
+        if (!spanLayer[i] && !(sWhitespaceFormat && IsBlank(c[i].unicode())))
+            return false;
+    }
+    return true;
 }
 
 void Highlighter::HighlightEarlyRules(const QString& text)
@@ -302,7 +692,7 @@ bool Highlighter::IsWordPlacementValid(const QString& text, int position, WordPl
 // A search of "\bword\b" for a word of word characters finds exactly the maximal runs of word
 // characters equal to the word. So one walk over the runs of the line, with the hits in a hash,
 // colours what a search per hit would, without building an expression per word.
-void Highlighter::FormatWordHits(const QString& text, const QList<WordHit>& hits)
+void Highlighter::FormatWordHits(const QString& text, const WordHits& hits)
 {
     if (hits.isEmpty())
         return;
@@ -316,19 +706,31 @@ void Highlighter::FormatWordHits(const QString& text, const QList<WordHit>& hits
             return;
         }
     }
+    // Most lines have a few hits, looked through in turn; a long line, with a hit for each
+    // occurrence, gets a hash of them. A word found twice gives the same hit twice.
     QHash<QStringView, const WordHit*> byWord;
-    byWord.reserve(hits.size());
-    for (const WordHit& hit : hits)
-        byWord.insert(hit.word, &hit);
+    if (hits.size() > 8)
+    {
+        for (const WordHit& hit : hits)
+            byWord.insert(hit.word, &hit);
+    }
+    const auto find = [&](QStringView run) -> const WordHit*
+    {
+        if (!byWord.isEmpty())
+            return byWord.value(run, nullptr);
+        for (const WordHit& hit : hits)
+        {
+            if (hit.word.size() == run.size() && hit.word == run)
+                return &hit;
+        }
+        return nullptr;
+    };
     ForEachPart(text, IsWordChar,
                 [&](int start, int length)
                 {
-                    const auto it = byWord.constFind(QStringView(text).mid(start, length));
-                    if (it == byWord.constEnd())
-                        return;
-                    const WordHit* hit = it.value();
-                    if (hit->format && IsWordPlacementValid(text, start, hit->placement))
-                        setFormat(start, length, *hit->format);
+                    const WordHit* hit = find(QStringView(text).mid(start, length));
+                    if (hit && hit->format && IsWordPlacementValid(text, start, hit->placement))
+                        Paint(start, length, hit->format);
                 });
 }
 
@@ -344,7 +746,7 @@ void Highlighter::FormatWordHitByExpression(const QString& text, const WordHit& 
     {
         const int position = int(it.next().capturedStart(0));
         if (IsWordPlacementValid(text, position, hit.placement))
-            setFormat(position, int(hit.word.size()), *hit.format);
+            Paint(position, int(hit.word.size()), hit.format);
     }
 }
 
@@ -357,6 +759,8 @@ int Highlighter::FindEnd(const MultiLineHighlightingRule& rule, const QString& t
     if (!rule.endText.isEmpty())
     {
         length = int(rule.endText.size());
+        if (length == 1)
+            return int(text.indexOf(rule.endText.front(), from));
         return int(text.indexOf(rule.endText, from));
     }
     const QRegularExpressionMatch match = rule.endPattern.match(text, from);
@@ -436,7 +840,7 @@ void Highlighter::UpdateMultiLine(const QString& text)
             length = n - startIndex;
         }
         if (rule->format)
-            setFormat(startIndex, length, *rule->format);
+            Paint(startIndex, length, rule->format);
         if (data)
         {
             const int last = startIndex + length - 1;
@@ -556,8 +960,7 @@ void Highlighter::HighlightHiddenCharacters(const QString& text)
         return;
     // Runs of blanks at once: the same formats as one call per character.
     const auto isBlank = [](char16_t c) { return c == u' ' || c == u'\t'; };
-    ForEachPart(text, isBlank,
-                [this](int start, int length) { setFormat(start, length, *sWhitespaceFormat); });
+    ForEachPart(text, isBlank, [this](int start, int length) { Paint(start, length, sWhitespaceFormat); });
 }
 
 void Highlighter::UsePreviousIndent()

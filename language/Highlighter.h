@@ -2,12 +2,16 @@
 
 #include "language/HighlighterWordIndex.h"
 
+#include <QtCore/QElapsedTimer>
 #include <QtCore/QList>
 #include <QtCore/QRegularExpression>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
+#include <QtCore/QVarLengthArray>
 #include <QtGui/QSyntaxHighlighter>
 #include <QtGui/QTextCharFormat>
+#include <QtGui/QTextBlock>
+#include <QtGui/QTextCursor>
 
 class CodeEditorBlockData;
 
@@ -22,6 +26,18 @@ class Highlighter : public QSyntaxHighlighter
     Q_OBJECT
 
 public:
+    enum class FastMatch
+    {
+        None,
+        Number,              // \b[0-9]*[.]?[0-9]*
+        Word,                // \bword\b
+        NameAfterWord,       // (?<=\bword)\s+[A-Za-z0-9_]+(?=\s*\()
+        Call,                // \b[A-Za-z0-9_]+(?=\s*\()
+        CallNotAfterDash,    // (?<![A-Za-z0-9_\-])[A-Za-z0-9_]+(?=\s*\()
+        Variable,            // (?<![A-Za-z0-9_])(\$)[A-Za-z0-9_]+
+        Decorator,           // ^[\s]*[@](.)*
+    };
+
     struct HighlightingRule
     {
         QRegularExpression pattern;
@@ -30,6 +46,11 @@ public:
         // A line without them is skipped without running the expression, which most lines are.
         QString requiredText;
         QString requiredCharacters;
+        // A pattern of a known shape is also matched by plain code on lines of printable ASCII,
+        // where the expression's classes (\s, \b, .) are plain character tests; it finds exactly
+        // the matches of the expression, which stays the reference for every other line.
+        FastMatch fastMatch = FastMatch::None;
+        QString fastWord;
     };
 
     struct MultiLineHighlightingRule
@@ -57,6 +78,10 @@ public:
     static bool IsEscaped(const QString& text, int position);
     static QString GetIndent(const QString& text);
     int GetActiveRuleIndex(const QString& text, int& index) const;
+    // The non-empty matches of a rule in a line, as (start, length): by the expression, or by the
+    // plain code where the line allows it.
+    static QList<QPair<int, int>> RuleMatches(const HighlightingRule& rule, const QString& text,
+                                              bool byExpression);
 
     const QList<HighlightingRule>& GetRules() const { return rules; }
     const QList<HighlightingRule>& GetEarlyRules() const { return earlyRules; }
@@ -75,6 +100,10 @@ public:
     static QTextCharFormat* sPythonKeywordFormat;
     static QTextCharFormat* sPythonBuiltinsFormat;
     static QTextCharFormat* sPythonMelCommandFormat;
+
+    // True while blocks wait for a re-highlight that an edit set off and that was cut short to keep
+    // the editor responsive; the rest follows in later turns of the event loop.
+    bool IsHighlightPending() const { return pending; }
 
 protected:
     void highlightBlock(const QString& text) override;
@@ -114,7 +143,8 @@ protected:
     };
     // Colours every whole-word occurrence of each hit in the line, as a search of "\bword\b"
     // would find it.
-    void FormatWordHits(const QString& text, const QList<WordHit>& hits);
+    using WordHits = QVarLengthArray<WordHit, 16>;
+    void FormatWordHits(const QString& text, const WordHits& hits);
     // Calls visit(start, length) for each maximal run of characters that isPartChar accepts.
     template <typename IsPartChar, typename Visit>
     static void ForEachPart(const QString& text, IsPartChar isPartChar, Visit visit);
@@ -131,11 +161,60 @@ protected:
     static HighlighterWordIndex& PythonBuiltinIndex();
     static HighlighterWordIndex& PythonMelCommandIndex();
 
+private slots:
+    void OnContentsChange(int from, int charsRemoved, int charsAdded);
+    void ContinueHighlighting();
+
 private:
+    // An edit re-highlights the blocks it touched and then every block below while their states
+    // change: at the top of a long buffer, an opened block comment or triple quote would colour
+    // the whole buffer before the key returns. So the work of one such pass is bounded; the block
+    // where it stops keeps its old colours and state, which ends the pass, and a later turn of the
+    // event loop goes on from there. The final colours are those of a full pass.
+    static constexpr int BUDGET_MS = 5;
+    static constexpr int BUDGET_MIN_BLOCKS = 256; // short passes always finish at once
+    static constexpr int CONTINUATION_BLOCKS = 256;
+    void Pass(int from, int charsRemoved, int charsAdded);
+    bool IsOverBudget();
+    void KeepCurrentBlock();
+    void DeferFrom(const QTextBlock& block);
+
+    bool canDefer = false;  // the base's reaction to edits could be taken over
+    bool bounded = false;   // inside a pass set off by an edit or a continuation
+    bool stopped = false;   // the current pass has put off its remaining blocks
+    int passBlocks = 0;
+    int passEnd = 0;        // end of the blocks that the current pass must redo whatever the states
+    QElapsedTimer passTimer;
+    bool pending = false;
+    bool continuationQueued = false;
+    QTextCursor pendingStart;
+    QTextCursor pendingEnd;
+    QTextBlock lastHighlighted;
+
+    // Formats are gathered per character and handed to QSyntaxHighlighter once per run at the end
+    // of the block: passes that overwrite one another then cost a pointer per character, not a
+    // format copy. Strings, comments and blanks go to a layer above the other passes, so they can
+    // be worked out first and the other passes skipped where they cover the whole line.
+    using FormatLayer = QVarLengthArray<const QTextCharFormat*, 256>;
+    void Paint(int start, int count, const QTextCharFormat* format);
+    void FlushFormats(int length);
+    bool SpansCoverLine(const QString& text) const;
+
     void ApplyRules(const QString& text, const QList<HighlightingRule>& list);
     int FindEnd(const MultiLineHighlightingRule& rule, const QString& text, int from, int& length) const;
     void FormatWordHitByExpression(const QString& text, const WordHit& hit);
     static bool IsWordPlacementValid(const QString& text, int position, WordPlacement placement);
+    static void RecogniseFastMatch(HighlightingRule& rule);
+    template <typename Visit>
+    static void ForEachFastMatch(const HighlightingRule& rule, const QString& text, Visit visit);
+    template <typename Visit>
+    static void ForEachExpressionMatch(const HighlightingRule& rule, const QString& text, Visit visit);
+
+    FormatLayer baseLayer;
+    FormatLayer spanLayer;
+    FormatLayer* paintLayer = &baseLayer;
+    CodeEditorBlockData* blockData = nullptr; // of the block being highlighted
+    bool plainLine = false;                   // the block holds printable ASCII and tabs only
 };
 
 template <typename IsPartChar, typename Visit>

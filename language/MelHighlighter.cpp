@@ -62,7 +62,7 @@ void MelHighlighter::FetchWords()
 
 void MelHighlighter::HighlightKeywords(const QString& text)
 {
-    QList<WordHit> hits;
+    WordHits hits;
     ForEachPart(text, IsPartChar,
                 [&](int start, int length)
                 {

@@ -129,8 +129,8 @@ void MelParser::NoEmptyLinesAtStartCheck()
     const int newline = static_cast<int>(script.indexOf(QLatin1Char('\n')));
     const int firstNonBlank = NextNonSpace(0);
     if (newline >= 0 && firstNonBlank >= 0 && newline < firstNonBlank)
-        AppendWarning(QStringLiteral("Empty line(s) at start of file. Line numbers in trace may be incorrect."),
-                      0, 0);
+        AppendWarning(
+            QStringLiteral("Empty line(s) at start of file. Line numbers in trace may be incorrect."), 0, 0);
 }
 
 void MelParser::AppendTodoInfo(int start, int end)
@@ -199,7 +199,8 @@ bool MelParser::ParseProcDeclaration(bool global)
 
     if (!LineStartsWith(position, global ? QLatin1String("global") : QLatin1String("proc")))
         return false;
-    const QRegularExpressionMatch match = (global ? globalProc : localProc).match(GetLineFromScript(position));
+    const QRegularExpressionMatch match =
+        (global ? globalProc : localProc).match(GetLineFromScript(position));
     if (!match.hasMatch() || match.capturedStart() != 0)
         return false;
     const int matchLength = static_cast<int>(match.capturedLength());
@@ -207,8 +208,8 @@ bool MelParser::ParseProcDeclaration(bool global)
         procDepth = braceDepth;
     if (inProc && (global || braceDepth >= 1))
     {
-        AppendError(QStringLiteral("Procedures cannot be nested within each other. Expected a '}'."), position,
-                    position + matchLength);
+        AppendError(QStringLiteral("Procedures cannot be nested within each other. Expected a '}'."),
+                    position, position + matchLength);
         return true;
     }
     const int offset = position + matchLength;

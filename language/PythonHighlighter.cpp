@@ -93,7 +93,7 @@ void PythonHighlighter::FetchWords()
 
 void PythonHighlighter::HighlightBuiltins(const QString& text)
 {
-    QList<WordHit> hits;
+    WordHits hits;
     ForEachPart(text, IsBuiltinPartChar,
                 [&](int start, int length)
                 {
@@ -106,7 +106,7 @@ void PythonHighlighter::HighlightBuiltins(const QString& text)
 
 void PythonHighlighter::HighlightKeywords(const QString& text)
 {
-    QList<WordHit> hits;
+    WordHits hits;
     ForEachPart(text, IsKeywordPartChar,
                 [&](int start, int length)
                 {

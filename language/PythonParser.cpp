@@ -155,7 +155,8 @@ void PythonParser::ParseCharacter(QChar c)
     case ']':
     case ')':
     {
-        int& depth = c == QLatin1Char('}') ? braceDepth : (c == QLatin1Char(']') ? bracketDepth : parenthesesDepth);
+        int& depth =
+            c == QLatin1Char('}') ? braceDepth : (c == QLatin1Char(']') ? bracketDepth : parenthesesDepth);
         if (depth < 1)
             UnexpectedParenthesesError(c, position, position + 1);
         else
@@ -221,7 +222,8 @@ void PythonParser::Newline(bool initial)
         return;
     atLineStart = true;
     lineStart = initial ? 0 : position + 1;
-    currentIndent.clear();
+    // Kept allocated: the next line's indent is written into the same buffer.
+    currentIndent.truncate(0);
 }
 
 void PythonParser::ParseNewIndent()
@@ -315,10 +317,10 @@ void PythonParser::ParseComment()
 
 void PythonParser::ParseString(QChar quote, int start, bool checkDocString)
 {
-    const QString triple(3, quote);
-    if (checkDocString && QStringView(script).mid(position, 3) == triple)
+    if (checkDocString && position + 2 < script.size() && script.at(position + 1) == quote &&
+        script.at(position + 2) == quote)
     {
-        ParseDocString(triple);
+        ParseDocString(QString(3, quote));
         return;
     }
     ParseQuotedString(quote, start);
@@ -467,7 +469,8 @@ bool PythonParser::ParseImport()
             return false;
     }
     for (const QString& part : parts)
-        AppendItem(part, ParserItemImport, listStart + static_cast<int>(list.indexOf(part)), GetIndentLevel());
+        AppendItem(part, ParserItemImport, listStart + static_cast<int>(list.indexOf(part)),
+                   GetIndentLevel());
     return true;
 }
 
@@ -526,7 +529,8 @@ bool PythonParser::ParseFromImport()
             shown = QStringLiteral("%1 = %2").arg(pieces.at(2), pieces.at(0));
             offset += static_cast<int>(part.size() - pieces.at(2).size());
         }
-        AppendItem(QStringLiteral("%1 (%2)").arg(shown, module), ParserItemFromImport, offset, GetIndentLevel());
+        AppendItem(QStringLiteral("%1 (%2)").arg(shown, module), ParserItemFromImport, offset,
+                   GetIndentLevel());
     }
     return true;
 }

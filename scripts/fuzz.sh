@@ -29,6 +29,7 @@ seed fuzz_PythonParser "$root"/fuzz/seeds/python/* "$root"/resources/bq2_python/
     $(ls -S /usr/lib/python3.11/*.py 2>/dev/null | tail -n 150)
 seed fuzz_IniReaders "$root"/fuzz/seeds/ini/*
 seed fuzz_Highlighters "$root"/fuzz/seeds/highlighters/*
+seed fuzz_WorkspaceReader "$root"/fuzz/seeds/workspace/*
 for target in $targets; do
     mkdir -p "$corpus/$target"
     echo "fuzzing $target for ${seconds}s"

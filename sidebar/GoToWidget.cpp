@@ -3,12 +3,12 @@
 #include "language/BaseParser.h"
 #include "settings/ColorSettings.h"
 #include "settings/Settings.h"
+#include "sidebar/GoToFilterProxyModel.h"
 #include "sidebar/HtmlDelegate.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QDirIterator>
 #include <QtCore/QFileInfo>
-#include <QtCore/QSortFilterProxyModel>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QKeyEvent>
 #include <QtGui/QScreen>
@@ -61,10 +61,7 @@ void GoToWidget::CreateWidgets()
 
     fileModel = new QStandardItemModel(this);
     itemModel = new QStandardItemModel(this);
-    proxyModel = new QSortFilterProxyModel(this);
-    proxyModel->setFilterRole(FilterRole);
-    proxyModel->setSortRole(FilterRole);
-    proxyModel->setFilterCaseSensitivity(Qt::CaseInsensitive);
+    proxyModel = new GoToFilterProxyModel(FilterRole, this);
     proxyModel->setSourceModel(fileModel);
 
     listView = new QListView(this);
@@ -129,8 +126,7 @@ void GoToWidget::Show(GoToFilterType filter, const QList<ParserItem>& symbols, i
         LoadCodeEditorProperties();
         lineEdit->hide();
         SetResultsVisible(true);
-        proxyModel->setFilterFixedString(QString());
-        proxyModel->sort(-1);
+        proxyModel->SetFilterText(QString());
         UpdateRect();
         // Row 0 is the current editor: the palette opens on the one before it, or the oldest.
         if (reverse)
@@ -235,11 +231,7 @@ void GoToWidget::Update(bool initial)
     }
 
     // A plain substring test; among the matches the order is alphabetical.
-    proxyModel->setFilterFixedString(filterText);
-    if (filterText.isEmpty())
-        proxyModel->sort(-1);
-    else
-        proxyModel->sort(0, Qt::AscendingOrder);
+    proxyModel->SetFilterText(filterText);
 
     UpdateRect();
     if (initial && filterText.isEmpty())
@@ -263,8 +255,7 @@ void GoToWidget::SelectTop(const QString& filterText)
         const int rows = proxyModel->rowCount();
         for (int row = 0; row < rows; ++row)
         {
-            const QString rowText = proxyModel->index(row, 0).data(FilterRole).toString();
-            if (rowText.startsWith(filterText, Qt::CaseSensitive))
+            if (proxyModel->GetKey(row).startsWith(filterText, Qt::CaseSensitive))
             {
                 selectedRow = row;
                 break;

@@ -14,7 +14,7 @@ class QHBoxLayout;
 class QLabel;
 class QLineEdit;
 class QListView;
-class QSortFilterProxyModel;
+class GoToFilterProxyModel;
 class QStandardItem;
 class QStandardItemModel;
 
@@ -110,7 +110,7 @@ private:
     QHBoxLayout* helpLayout = nullptr;
     QStandardItemModel* fileModel = nullptr;
     QStandardItemModel* itemModel = nullptr;
-    QSortFilterProxyModel* proxyModel = nullptr;
+    GoToFilterProxyModel* proxyModel = nullptr;
     int lineCount = 0;
     bool filesLoaded = false;
     bool symbolsLoaded = false;

@@ -7,6 +7,7 @@
 #include "settings/Settings.h"
 #include "tabs/CodeEditorGroup.h"
 
+#include <QtGui/QAbstractTextDocumentLayout>
 #include <QtGui/QTextBlock>
 #include <QtGui/QTextDocument>
 #include <QtTest/QtTest>
@@ -546,6 +547,38 @@ private slots:
         const int x = static_cast<int>(0.7 * (scrollBar->width() + 1));
         QCOMPARE(bar->geometry(), QRect(x, 12, scrollBar->width() - x, scrollBar->height() - 23));
         QVERIFY(bar->testAttribute(Qt::WA_TransparentForMouseEvents));
+    }
+
+    // Most blocks of a long buffer have never been laid out; the mark must still sit where the
+    // line is in the whole document.
+    void errorBarMarksLinesFarBelowTheViewport()
+    {
+        QStringList lines;
+        for (int index = 0; index < 3000; ++index)
+            lines << QStringLiteral("value_%1 = %1").arg(index);
+        const int line = 2400;
+        lines[line] = QStringLiteral("# TODO: here");
+        auto session = OpenSession(CodeEditorLanguage::PYTHON, lines.join(QLatin1Char('\n')));
+        QVERIFY(session);
+        TypeAtEnd(*session, QStringLiteral(" "));
+        CodeEditor* editor = session->editor;
+        QWidget* bar = editor->verticalScrollBar()->findChild<QWidget*>(QStringLiteral("errorBarOverlay"));
+        QVERIFY(bar);
+        const QImage image = bar->grab().toImage();
+        int markY = -1;
+        for (int y = 0; y < image.height() && markY < 0; ++y)
+            markY = CountResembling(image, QRect(0, y, image.width(), 1), CodeEditorErrorBarOverlay::INFO_COLOR) > 0 ? y : -1;
+
+        // The overlay's scale: the last block's top plus the first line's height.
+        QList<double> tops;
+        double y = 0.0;
+        for (QTextBlock block = editor->document()->firstBlock(); block.isValid(); block = block.next())
+        {
+            tops << y;
+            y += editor->document()->documentLayout()->blockBoundingRect(block).height();
+        }
+        const int expected = static_cast<int>(tops.at(line) * bar->height() / (tops.last() + tops.at(1)));
+        QVERIFY2(qAbs(markY - expected) <= 2, qPrintable(QStringLiteral("mark at %1, line at %2").arg(markY).arg(expected)));
     }
 };
 

@@ -1,6 +1,7 @@
 // The highlighters through a real editor: text typed key by key, then the colours each rule table
 // gives and the block data the same pass records.
 #include "HostFixture.h"
+#include "bench/BenchTexts.h"
 #include "editor/CodeEditor.h"
 #include "editor/CodeEditorBlockData.h"
 #include "language/MelHighlighter.h"
@@ -197,6 +198,96 @@ private slots:
         QVERIFY(!Highlighter::sPythonMelCommands.contains(QStringLiteral("xvGetMelInfo")));
         QVERIFY(Highlighter::sPythonKeywords.contains(QStringLiteral("lambda")));
         QVERIFY(Highlighter::sPythonBuiltins.contains(QStringLiteral("isinstance")));
+    }
+
+    // The plain matchers stand in for the expressions on lines of printable ASCII: over real code
+    // of both languages and lines made to sit on each shape's edges, they find the same matches.
+    void plainMatchersAgreeWithExpressions()
+    {
+        QStringList lines = BenchTexts::MelLines(400).split(QLatin1Char('\n'));
+        for (const char* name : {"argparse.py", "ast.py", "dataclasses.py", "tokenize.py", "_pydecimal.py"})
+        {
+            QFile file(QStringLiteral("/usr/lib/python3.11/") + QLatin1String(name));
+            if (file.open(QIODevice::ReadOnly))
+                lines += QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
+        }
+        QVERIFY(lines.size() > 5000);
+        lines << QStringLiteral("1.2.3 x1 .5 a.5 1. _1 9_ 0x1f 1e5 ..") << QStringLiteral("self.selfish(cls, self_)")
+              << QStringLiteral("class  Foo (x): classclass A( subclass B( class C\t(") << QStringLiteral("class")
+              << QStringLiteral("def\tf (a): def g: undef h( def  _ ( def 9x(") << QStringLiteral("@ deco(x)")
+              << QStringLiteral(" \t@x") << QStringLiteral("x @y") << QStringLiteral("$a$b $1 -$c x$d $ $_")
+              << QStringLiteral("global proc  p( proc q ( aproc r( proc") << QStringLiteral("a -b(c) -x (y)-z(")
+              << QStringLiteral("f(g(h (\t(") << QString() << QStringLiteral("caf\u00e9 $x f(1.5)")
+              << QStringLiteral("a\u0001b(\u000b1.5 $v") << QStringLiteral("\u00a0class\u00a0K(");
+        int rulesWithPlainMatchers = 0;
+        for (const QString& language : {QStringLiteral("mel"), QStringLiteral("python")})
+        {
+            NewEditor(language);
+            const Highlighter* highlighter = editor->document()->findChild<Highlighter*>();
+            QVERIFY(highlighter);
+            for (const Highlighter::HighlightingRule& rule :
+                 highlighter->GetEarlyRules() + highlighter->GetRules())
+            {
+                QVERIFY2(rule.fastMatch != Highlighter::FastMatch::None, qPrintable(rule.pattern.pattern()));
+                ++rulesWithPlainMatchers;
+                for (const QString& line : std::as_const(lines))
+                {
+                    QCOMPARE(Highlighter::RuleMatches(rule, line, false), Highlighter::RuleMatches(rule, line, true));
+                }
+            }
+        }
+        QCOMPARE(rulesWithPlainMatchers, 11);
+    }
+
+    // A span opened at the top of a long buffer recolours it in bounded steps, over several turns
+    // of the event loop; what those steps leave is what one full pass gives.
+    void boundedPassesEndAsAFullPass_data()
+    {
+        QTest::addColumn<QString>("language");
+        QTest::addColumn<QString>("keys");
+        QTest::newRow("mel block comment") << QStringLiteral("mel") << QStringLiteral("/*");
+        QTest::newRow("python triple quote") << QStringLiteral("python") << QStringLiteral("\"\"\"");
+    }
+
+    void boundedPassesEndAsAFullPass()
+    {
+        QFETCH(QString, language);
+        QFETCH(QString, keys);
+        // The error bar's measuring of every block is not what this is about.
+        const bool melErrors = std::exchange(Settings::melDisplayErrors, false);
+        const bool pythonErrors = std::exchange(Settings::pythonDisplayErrors, false);
+        NewEditor(language);
+        // No block comment closes below, so the one opened reaches the end.
+        editor->SetText(language == QLatin1String("mel")
+                            ? BenchTexts::MelLines(20000).remove(QStringLiteral("/* how many */"))
+                            : BenchTexts::PythonLines(20000));
+        const Highlighter* highlighter = editor->document()->findChild<Highlighter*>();
+        QVERIFY(highlighter);
+        QTRY_VERIFY_WITH_TIMEOUT(!highlighter->IsHighlightPending(), 60000);
+        editor->moveCursor(QTextCursor::Start);
+        QTest::keyClicks(editor.get(), keys);
+        QVERIFY(highlighter->IsHighlightPending()); // 20,000 lines do not fit in one step
+        QTRY_VERIFY_WITH_TIMEOUT(!highlighter->IsHighlightPending(), 60000);
+        const auto record = [this]
+        {
+            QStringList lines;
+            for (QTextBlock block = editor->document()->begin(); block.isValid(); block = block.next())
+            {
+                QString line = Describe(block);
+                for (const QTextLayout::FormatRange& range : block.layout()->formats())
+                    line += QStringLiteral(" %1+%2:%3").arg(range.start).arg(range.length).arg(KeyOfFormat(range.format));
+                lines.append(line);
+            }
+            return lines;
+        };
+        const QStringList bounded = record();
+        editor->document()->findChild<Highlighter*>()->rehighlight();
+        const QStringList full = record();
+        QCOMPARE(bounded.size(), full.size());
+        for (int i = 0; i < full.size(); ++i)
+            QCOMPARE(bounded.at(i), full.at(i));
+        Settings::melDisplayErrors = melErrors;
+        Settings::pythonDisplayErrors = pythonErrors;
     }
 
     void formats_data()

@@ -238,6 +238,41 @@ private slots:
         QVERIFY(ShownTexts(*bar).contains(QStringLiteral("Ln 0      Col 0      Sel 0")));
     }
 
+    // The parser's messages reach the editor's decorations after the pause in typing; the
+    // counts follow them, and the message is the one of the line under the cursor.
+    void countsAndLineMessageFollowTheDecorations()
+    {
+        BrindletEditor* editor = OpenEditor();
+        QVERIFY(editor);
+        StatusBar* bar = editor->GetStatusBar();
+        CodeEditorGroup* group = editor->GetActiveCodeEditorGroup();
+        group->SetCurrentIndex(1);
+        CodeEditor* python = editor->GetActiveCodeEditor();
+        QCOMPARE(python->GetLanguage(), CodeEditorLanguage::PYTHON);
+        python->setFocus();
+        // Put in as a paste would, so that neither a closing quote nor an indent rule changes it.
+        python->textCursor().insertText(QStringLiteral("x = 'abc\nif a:\n\t x = 1\n\t y = 2\n"));
+        // Labels left to right: interpreter, error icon and count, warning icon and count, message.
+        // Two errors on the first line, the parser's and the interpreter's syntax check, and one
+        // warning for the mixed indent.
+        QTRY_COMPARE_WITH_TIMEOUT(ShownTexts(*bar).at(2), QStringLiteral("2  "), 20000);
+        QCOMPARE(ShownTexts(*bar).at(4), QStringLiteral("1    "));
+
+        // The line's later message is the one shown.
+        python->SetCursorPosition(2);
+        QCOMPARE(ShownTexts(*bar).at(5), QStringLiteral("Unterminated string literal"));
+        python->SetCurrentLine(3);
+        QVERIFY(ShownTexts(*bar).at(5).contains(QStringLiteral("tabs and spaces")));
+        python->SetCurrentLine(2);
+        QCOMPARE(ShownTexts(*bar).at(5), QString());
+
+        // Mended, the counts go back to nothing.
+        python->SetText(QStringLiteral("x = 'abc'\n"));
+        QTRY_COMPARE_WITH_TIMEOUT(ShownTexts(*bar).at(2), QStringLiteral("0  "), 20000);
+        QCOMPARE(ShownTexts(*bar).at(4), QStringLiteral("0    "));
+        QCOMPARE(ShownTexts(*bar).at(5), QString());
+    }
+
 private:
     std::unique_ptr<HostFixture> fixture;
 };

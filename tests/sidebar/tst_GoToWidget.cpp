@@ -327,6 +327,39 @@ private slots:
         QVERIFY(!palette->isVisible());
     }
 
+    // The palette is as tall as its rows, up to twelve: it shrinks as typing narrows the list,
+    // down to the text line alone, and grows back as the text is deleted.
+    void paletteFollowsItsListsLength()
+    {
+        for (int i = 0; i < 15; ++i)
+            MakeFile(QStringLiteral("tools/%1_%2.py").arg(i < 3 ? "rig" : "anim").arg(i));
+        auto palette = ShowFiles();
+        QVERIFY(QTest::qWaitForWindowExposed(palette.get()));
+        const QListView* list = palette->GetListView();
+        const int rowHeight = list->sizeHintForRow(0);
+        QVERIFY(rowHeight > 0);
+        const auto listHeight = [&](int rows) { return rowHeight * rows + 2 * list->frameWidth(); };
+        QCOMPARE(list->height(), listHeight(GoToWidget::MaxVisibleRows));
+        const int fullHeight = palette->height();
+
+        QTest::keyClicks(palette->GetLineEdit(), QStringLiteral("rig_"));
+        QCOMPARE(palette->GetRowCount(), 3);
+        QCOMPARE(list->height(), listHeight(3));
+        QCOMPARE(palette->height(), fullHeight - listHeight(GoToWidget::MaxVisibleRows) + listHeight(3));
+        // Every row is seen whole: the list is in the palette and fills it to its last row.
+        QVERIFY(palette->rect().contains(list->geometry()));
+        QCOMPARE(list->visualRect(list->model()->index(2, 0)).bottom() + 1 + list->frameWidth(), list->height());
+
+        QTest::keyClicks(palette->GetLineEdit(), QStringLiteral("9"));
+        QCOMPARE(palette->GetRowCount(), 0);
+        QCOMPARE(palette->height(), fullHeight - listHeight(GoToWidget::MaxVisibleRows) + listHeight(0));
+
+        for (int i = 0; i < 5; ++i)
+            QTest::keyClick(palette->GetLineEdit(), Qt::Key_Backspace);
+        QCOMPARE(palette->GetRowCount(), 15);
+        QCOMPARE(palette->height(), fullHeight);
+    }
+
     void twentyThousandFiles()
     {
         // Twenty folders of a thousand files each.
@@ -460,6 +493,34 @@ private slots:
         QCOMPARE(codeEditor->GetCurrentLine(), 3);
         QTest::keyClick(palette->GetLineEdit(), Qt::Key_Return);
         QCOMPARE(codeEditor->GetCursorPosition(), text.indexOf(QStringLiteral("proc second")));
+    }
+
+    // The symbols of the buffer as the MEL parser found them, without global variables.
+    void symbolModeReadsTheParser()
+    {
+        BrindletEditor* editor = OpenEditor();
+        QVERIFY(editor);
+        editor->GetActiveCodeEditorGroup()->SetCurrentIndex(0);
+        CodeEditor* codeEditor = FocusActive(editor);
+        QVERIFY(codeEditor);
+        QCOMPARE(codeEditor->GetLanguage(), CodeEditorLanguage::MEL);
+        codeEditor->textCursor().insertText(
+            QStringLiteral("global proc alpha() {}\nglobal string $gName;\nproc beta() {}"));
+        // The parser runs after the pause in typing; on a loaded machine that may take a while.
+        QSignalSpy parsed(editor->GetActiveCodeEditorGroup(), SIGNAL(ParserUpdated(BaseParser*)));
+        QTRY_VERIFY_WITH_TIMEOUT(!parsed.isEmpty(), 20000);
+        GoToWidget* palette = editor->GetGoToWidget();
+        QVERIFY(FocusActive(editor));
+        editor->GoToSymbolInFile();
+        QVERIFY(palette->isVisible());
+        QCOMPARE(palette->GetLineEdit()->text(), QStringLiteral("@"));
+        QCOMPARE(ShownRows(*palette), (QStringList{QStringLiteral("alpha"), QStringLiteral("beta")}));
+        QTest::keyClicks(palette->GetLineEdit(), QStringLiteral("bet"));
+        QTest::keyClick(palette->GetLineEdit(), Qt::Key_Return);
+        QVERIFY(!palette->isVisible());
+        // The cursor stands at the start of the proc's line.
+        QCOMPARE(codeEditor->GetCurrentLine(), 3);
+        QCOMPARE(codeEditor->GetCursorPosition(), codeEditor->GetText().indexOf(QStringLiteral("proc beta")));
     }
 
     void fileJumpOpensTheFileAndActivatesItsEditor()

@@ -1,5 +1,7 @@
 #include "HostFixture.h"
 #include "editor/CodeEditor.h"
+#include "editor/FindReplaceWidget.h"
+#include "settings/ColorSettings.h"
 #include "settings/Settings.h"
 #include "shell/BrindletEditor.h"
 #include "sidebar/SearchResultsTreeWidget.h"
@@ -12,6 +14,7 @@
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QTimer>
+#include <QtGui/QTextCursor>
 #include <QtTest/QtTest>
 #include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QApplication>
@@ -316,6 +319,52 @@ private slots:
         // After the search text changes, replacing waits for the next search.
         Edit("searchEdit")->setText(QStringLiteral("sys"));
         QVERIFY(!View()->IsReplaceActive());
+    }
+
+    // What the user sees: the find bar's matches and those of the search in files are painted
+    // in the editor's text with the matching colour, and go when the bar closes or the search
+    // view hides.
+    void matchesArePaintedInTheEditor()
+    {
+        CodeEditor* codeEditor = editor->GetActiveCodeEditor();
+        QVERIFY(codeEditor);
+        const QString text = QStringLiteral("alpha os beta\nzz os gamma\nlast line");
+        codeEditor->SetText(text);
+        codeEditor->setFocus();
+        codeEditor->SetCursorPosition(static_cast<int>(text.indexOf(QStringLiteral("last"))));
+        const QColor matching =
+            ColorSettings::GetCodeEditorFormat(ColorSettings::FIND_REPLACE_MATCHING).background().color();
+        // The top of a character's cell, above the glyphs of lower-case letters.
+        const auto shade = [&](const QString& word, int from = 0)
+        {
+            QTextCursor cursor(codeEditor->document());
+            cursor.setPosition(static_cast<int>(text.indexOf(word, from)) + 1);
+            const QRect rect = codeEditor->cursorRect(cursor);
+            return codeEditor->viewport()->grab().toImage().pixelColor(rect.left() + 1, rect.top() + 1);
+        };
+        const int secondOs = static_cast<int>(text.indexOf(QStringLiteral("zz os"))) + 3;
+        QVERIFY(shade(QStringLiteral("os"), secondOs) != matching);
+
+        QTest::keyClick(codeEditor, Qt::Key_F, Qt::ControlModifier);
+        FindReplaceWidget* bar = editor->GetActiveCodeEditorGroup()->GetFindReplace();
+        QTRY_VERIFY(bar->isVisible());
+        auto* findEdit = bar->findChild<QLineEdit*>(QStringLiteral("searchLineEdit"));
+        findEdit->selectAll();
+        QTest::keyClicks(findEdit, QStringLiteral("os"));
+        // The first hit is selected; the other stands in the matching colour, the rest does not.
+        QCOMPARE(shade(QStringLiteral("os"), secondOs), matching);
+        QVERIFY(shade(QStringLiteral("gamma")) != matching);
+        QVERIFY(shade(QStringLiteral("beta")) != matching);
+        QTest::keyClick(findEdit, Qt::Key_Escape);
+        QTRY_VERIFY(!bar->isVisible());
+        QVERIFY(shade(QStringLiteral("os"), secondOs) != matching);
+
+        // The search in files marks its hits while its view shows.
+        SearchFor(QStringLiteral("gamma"));
+        QCOMPARE(shade(QStringLiteral("gamma")), matching);
+        QVERIFY(shade(QStringLiteral("os"), secondOs) != matching);
+        editor->SetSideBarVisible(false, false);
+        QVERIFY(shade(QStringLiteral("gamma")) != matching);
     }
 
     void folderOfManyEntries()

@@ -40,6 +40,9 @@ void HostFixture::StartHost()
     // Settings outlive a plug-in unload inside one process; a new session starts from defaults,
     // as a fresh Maya would.
     Settings::ResetToDefaults();
+    // A completion popup takes the keyboard while it is open; tests that type to edit do so
+    // without it, and the completion tests switch it on.
+    Settings::melCompleteOnLetters = Settings::pythonCompleteOnLetters = Settings::pythonCompleteOnDot = false;
     BrindletEditorCommand::firstCall = true;
     host = std::make_unique<HostApplication>(batch);
     // A user sees the host's window; widgets inside it only count as visible once it is shown.

@@ -1,0 +1,344 @@
+// The completion popup in a real CodeEditor on the real host: keys typed, rows read back.
+#include "HostFixture.h"
+#include "editor/CodeEditor.h"
+#include "language/AutoCompleter.h"
+#include "plugin/MayaUtil.h"
+#include "settings/Settings.h"
+
+#include <QtTest/QSignalSpy>
+#include <QtTest/QtTest>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QListView>
+#include <QtWidgets/QVBoxLayout>
+
+#include <memory>
+
+namespace
+{
+// In typed text, this character stands for Ctrl+Space.
+const QChar CTRL_SPACE = QLatin1Char('^');
+// In a buffer, this character marks the cursor.
+const QChar CURSOR = QLatin1Char('|');
+} // namespace
+
+class TestAutoCompleter : public QObject
+{
+    Q_OBJECT
+
+private:
+    std::unique_ptr<HostFixture> fixture;
+    std::unique_ptr<QWidget> window;
+    CodeEditor* editor = nullptr;
+
+    AutoCompleter* Completer() const { return editor->findChild<AutoCompleter*>(); }
+
+    void Show(CodeEditorLanguage language, QString buffer)
+    {
+        window = std::make_unique<QWidget>();
+        auto* layout = new QVBoxLayout(window.get());
+        CodeEditorProperties properties;
+        properties.language = language;
+        editor = new CodeEditor(properties, nullptr);
+        layout->addWidget(editor);
+        window->resize(700, 500);
+        window->show();
+        QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+        const int cursor = static_cast<int>(buffer.indexOf(CURSOR));
+        buffer.remove(CURSOR);
+        editor->SetText(buffer);
+        editor->SetCursorPosition(cursor < 0 ? static_cast<int>(buffer.size()) : cursor);
+        editor->setFocus();
+    }
+
+    // Keys go where the user's keys go: to the popup's list while it is open.
+    QWidget* KeyTarget() const
+    {
+        QWidget* popup = QApplication::activePopupWidget();
+        return popup && popup->focusWidget() ? popup->focusWidget() : editor;
+    }
+
+    void Type(const QString& text)
+    {
+        for (const QChar c : text)
+        {
+            if (c == CTRL_SPACE)
+                QTest::keyClick(KeyTarget(), Qt::Key_Space, Qt::ControlModifier);
+            else
+                QTest::keyClick(KeyTarget(), c.toLatin1());
+        }
+    }
+
+    void Press(Qt::Key key) { QTest::keyClick(KeyTarget(), key); }
+
+    QStringList Rows() const
+    {
+        const AutoCompleter* completer = Completer();
+        return completer && completer->isVisible() ? completer->VisibleRows() : QStringList();
+    }
+
+    QString SelectedText() const
+    {
+        const AutoCompleter* completer = Completer();
+        return completer->VisibleRows().value(completer->SelectedRow());
+    }
+
+    void CompareRows(const QStringList& contains, const QStringList& excludes)
+    {
+        const QStringList rows = Rows();
+        for (const QString& name : contains)
+            QVERIFY2(rows.contains(name), qPrintable(name + QStringLiteral(" missing from: ") +
+                                                     rows.mid(0, 40).join(QLatin1Char(' '))));
+        for (const QString& name : excludes)
+            QVERIFY2(!rows.contains(name), qPrintable(name + QStringLiteral(" offered")));
+    }
+
+private slots:
+    void initTestCase()
+    {
+        fixture = std::make_unique<HostFixture>();
+        QCOMPARE(fixture->LoadPlugin(), MStatus::kSuccess);
+        QVERIFY(MayaUtil::MelCommands().contains(QStringLiteral("polyCube")));
+    }
+
+    void init()
+    {
+        Settings::melCompleteOnLetters = true;
+        Settings::pythonCompleteOnLetters = true;
+        Settings::pythonCompleteOnDot = true;
+        Settings::pythonIncludeKeywords = true;
+        Settings::pythonIncludeBuiltins = false;
+        Settings::pythonNativeMayaAutoCompleteFallback = false;
+    }
+
+    void cleanup()
+    {
+        window.reset();
+        editor = nullptr;
+    }
+
+    void cleanupTestCase() { fixture.reset(); }
+
+    void rowsOffered_data()
+    {
+        QTest::addColumn<int>("language");
+        QTest::addColumn<QString>("buffer");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QStringList>("contains");
+        QTest::addColumn<QStringList>("excludes");
+        const int mel = static_cast<int>(CodeEditorLanguage::MEL);
+        const int python = static_cast<int>(CodeEditorLanguage::PYTHON);
+        const QString method = QStringLiteral("class Shape(object):\n"
+                                              "    def __init__(self):\n"
+                                              "        self.width = 1\n"
+                                              "        self.items = []\n\n"
+                                              "    def grow(self, step):\n"
+                                              "        |\n\n"
+                                              "    def shrink(self):\n"
+                                              "        pass\n");
+        QTest::newRow("mel command") << mel << QString() << "polyCu" << QStringList{"polyCube"}
+                                     << QStringList{"polySphere", "PolyCube"};
+        QTest::newRow("mel variable") << mel << "string $polyCube;\n|"
+                                      << "$polyCu" << QStringList() << QStringList{"polyCube"};
+        QTest::newRow("mel flag") << mel << "polyCube |"
+                                  << "-po" << QStringList() << QStringList{"polyCube"};
+        QTest::newRow("mel string") << mel << "print \"|\";"
+                                    << "polyCu" << QStringList() << QStringList{"polyCube"};
+        QTest::newRow("mel comment") << mel << "// |"
+                                     << "polyCu" << QStringList() << QStringList{"polyCube"};
+        QTest::newRow("module") << python << "import os\n|"
+                                << "os.pa" << QStringList{"path", "pardir"} << QStringList{"join", "_exit"};
+        QTest::newRow("module of module") << python << "import os\n|"
+                                          << "os.path.jo" << QStringList{"join"} << QStringList{"path"};
+        QTest::newRow("case-insensitive filter")
+            << python << "import os\n|"
+            << "os.PAT" << QStringList{"path", "pathsep"} << QStringList{"pardir"};
+        QTest::newRow("self in a method")
+            << python << method << "self." << QStringList{"width", "items", "grow", "shrink", "__init__"}
+            << QStringList{"step", "Shape"};
+        QTest::newRow("self member") << python << method << "self.items.ap" << QStringList{"append"}
+                                     << QStringList{"width"};
+        QTest::newRow("locals and arguments")
+            << python << method << "^" << QStringList{"step", "self", "Shape", "while"}
+            << QStringList{"width"};
+        QTest::newRow("def line") << python << "import os\nimport sys\n|"
+                                  << "def ^" << QStringList{"os", "sys"} << QStringList{"while", "def"};
+        QTest::newRow("call over lines")
+            << python << "names = []\nresult = max(1,\n    |\n    2)\nafter = 1\n"
+            << "names.ap" << QStringList{"append"} << QStringList();
+        QTest::newRow("bare module import")
+            << python << QString() << "import ma" << QStringList() << QStringList{"maya"};
+        QTest::newRow("from package import")
+            << python << QString() << "from maya import cm" << QStringList{"cmds"} << QStringList{"mel"};
+        QTest::newRow("maya.cmds") << python << "import maya.cmds as cmds\n|"
+                                   << "cmds.polyCu" << QStringList{"polyCube"}
+                                   << QStringList{"polySphere", "ls"};
+        QTest::newRow("name below the cursor")
+            << python << "early_value = 1\nearly_other = 2\n|\nlate_value = 2\n"
+            << "^" << QStringList{"early_value"} << QStringList{"late_value"};
+        QTest::newRow("from import alias") << python << "from os import path as osp\n|"
+                                           << "osp.jo" << QStringList{"join"} << QStringList();
+        QTest::newRow("import line") << python << QString() << "import os.pa" << QStringList{"path"}
+                                     << QStringList{"join"};
+        QTest::newRow("try block") << python
+                                   << "try:\n    import json\nexcept ImportError:\n    json = None\n|"
+                                   << "json.lo" << QStringList{"loads", "load"} << QStringList{"dumps"};
+        QTest::newRow("unfinished try") << python << "import os\ntry:\n    value = 1\n|"
+                                        << "val" << QStringList{"value"} << QStringList();
+        QTest::newRow("unfinished line") << python << "import os\nresult = max(|"
+                                         << "os.pa" << QStringList{"path"} << QStringList();
+        QTest::newRow("empty block above") << python << "def empty():\n\ndef work():\n    items = []\n    |\n"
+                                           << "items.ap" << QStringList{"append"} << QStringList();
+        QTest::newRow("syntax error elsewhere") << python << "import os\nbroken = = 1\n|"
+                                                << "os.pa" << QStringList{"path"} << QStringList();
+        QTest::newRow("python string") << python << "import os\nx = \"|\""
+                                       << "os.pa" << QStringList() << QStringList{"path"};
+        QTest::newRow("python comment") << python << "import os\n# |"
+                                        << "os.pa" << QStringList() << QStringList{"path"};
+    }
+
+    void rowsOffered()
+    {
+        QFETCH(int, language);
+        QFETCH(QString, buffer);
+        QFETCH(QString, typed);
+        QFETCH(QStringList, contains);
+        QFETCH(QStringList, excludes);
+        Show(static_cast<CodeEditorLanguage>(language), buffer);
+        Type(typed);
+        CompareRows(contains, excludes);
+        if (contains.isEmpty())
+            QVERIFY(!editor->AutoCompleterVisible());
+        // The prefix filter: every row starts with the word before the cursor.
+        const QString prefix = Completer() ? Completer()->GetPrefix() : QString();
+        const Qt::CaseSensitivity cs = language == static_cast<int>(CodeEditorLanguage::MEL)
+                                           ? Qt::CaseSensitive
+                                           : Qt::CaseInsensitive;
+        for (const QString& row : Rows())
+            QVERIFY2(row.startsWith(prefix, cs), qPrintable(row));
+    }
+
+    void keysMoveAcceptAndClose()
+    {
+        Settings::melAutoCompleteToQuickHelp = true;
+        Show(CodeEditorLanguage::MEL, QStringLiteral("|;"));
+        QSignalSpy quickHelp(editor, SIGNAL(QuickHelpChanged(QString, bool)));
+        Type(QStringLiteral("poly"));
+        const int broad = static_cast<int>(Rows().size());
+        Type(QStringLiteral("Cu"));
+        const QStringList rows = Rows();
+        QVERIFY(rows.size() >= 2 && rows.size() < broad);
+        QCOMPARE(SelectedText(), rows.first());
+
+        // Below the word being typed, on screen.
+        const QRect lineRect = editor->cursorRect();
+        const QPoint lineBottom = editor->viewport()->mapToGlobal(lineRect.bottomLeft());
+        QVERIFY(Completer()->geometry().top() > lineBottom.y());
+        const int left = Completer()->geometry().left();
+        QVERIFY(left >= editor->viewport()->mapToGlobal(QPoint(0, 0)).x() && left <= lineBottom.x() + 20);
+
+        Press(Qt::Key_Up);
+        QCOMPARE(Completer()->SelectedRow(), 0);
+        Press(Qt::Key_Down);
+        QCOMPARE(SelectedText(), rows.at(1));
+        for (int i = 0; i < rows.size() + 2; ++i)
+            Press(Qt::Key_Down);
+        QCOMPARE(SelectedText(), rows.last());
+
+        Press(Qt::Key_Escape);
+        QVERIFY(!editor->AutoCompleterVisible());
+        QCOMPARE(editor->GetText(), QStringLiteral("polyCu;"));
+
+        Type(QStringLiteral("b"));
+        QCOMPARE(Rows().first(), QStringLiteral("polyCube"));
+        Press(Qt::Key_Return);
+        QVERIFY(!editor->AutoCompleterVisible());
+        QCOMPARE(editor->GetText(), QStringLiteral("polyCube;"));
+        QVERIFY(editor->hasFocus());
+        QCOMPARE(quickHelp.size(), 1);
+        QCOMPARE(quickHelp.first().at(0).toString(), QStringLiteral("polyCube"));
+        QCOMPARE(quickHelp.first().at(1).toBool(), false);
+
+        // Tab takes the selected row, not the first.
+        Type(QStringLiteral(" poly"));
+        const QStringList polyRows = Rows();
+        Press(Qt::Key_Down);
+        Press(Qt::Key_Tab);
+        QCOMPARE(editor->GetText(), QStringLiteral("polyCube ") + polyRows.at(1) + QLatin1Char(';'));
+    }
+
+    void ctrlSpaceAppliesTheOnlyRow_data()
+    {
+        QTest::addColumn<int>("language");
+        QTest::addColumn<QString>("buffer");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("mel") << static_cast<int>(CodeEditorLanguage::MEL) << "polyCub|"
+                             << "polyCube";
+        QTest::newRow("python") << static_cast<int>(CodeEditorLanguage::PYTHON)
+                                << "import maya.cmds as cmds\ncmds.polyCub|"
+                                << "import maya.cmds as cmds\ncmds.polyCube";
+    }
+
+    void ctrlSpaceAppliesTheOnlyRow()
+    {
+        QFETCH(int, language);
+        QFETCH(QString, buffer);
+        QFETCH(QString, expected);
+        Settings::pythonAutoCompleteToQuickHelp = true;
+        Show(static_cast<CodeEditorLanguage>(language), buffer);
+        QSignalSpy quickHelp(editor, SIGNAL(QuickHelpChanged(QString, bool)));
+        Type(QString(CTRL_SPACE));
+        QVERIFY(!editor->AutoCompleterVisible());
+        QCOMPARE(editor->GetText(), expected);
+        QCOMPARE(quickHelp.size(), 1);
+
+        // With the letters switch off, Ctrl+Space does nothing.
+        Settings::melCompleteOnLetters = false;
+        Settings::pythonCompleteOnLetters = false;
+        Type(QStringLiteral("\b"));
+        editor->SetText(buffer.remove(CURSOR));
+        editor->SetCursorPosition(static_cast<int>(buffer.size()));
+        Type(QString(CTRL_SPACE));
+        QCOMPARE(editor->GetText(), buffer);
+    }
+
+    void popupIsClippedAtTheScreenEdge()
+    {
+        Show(CodeEditorLanguage::MEL, QString());
+        Type(QStringLiteral("poly"));
+        AutoCompleter* completer = Completer();
+        QVERIFY(completer->isVisible() && completer->RowCount() > 12);
+        const QRect screen = completer->screen()->geometry();
+        const QPoint corner(screen.right() - 40, screen.bottom() - 30);
+        completer->UpdateRect(QRect(corner, QSize(1, 14)));
+        QCOMPARE(completer->geometry().topLeft(), corner);
+        QCOMPARE(completer->geometry().right(), screen.right());
+        QCOMPARE(completer->geometry().bottom(), screen.bottom());
+        // Away from the edges: twelve rows high.
+        completer->UpdateRect(QRect(screen.topLeft(), QSize(1, 14)));
+        QCOMPARE(completer->geometry().height(), 12 * completer->findChild<QListView*>()->sizeHintForRow(0));
+    }
+
+    void popupClosesAndStays()
+    {
+        Show(CodeEditorLanguage::PYTHON, QStringLiteral("import os\n|"));
+        Type(QStringLiteral("os.pa"));
+        QVERIFY(editor->AutoCompleterVisible());
+        // A prefix that matches nothing closes the popup.
+        Type(QStringLiteral("qz"));
+        QVERIFY(!editor->AutoCompleterVisible());
+        // Backspace over a dot and the arrows close it too.
+        Type(QStringLiteral("\b\b\b\b\b"));
+        Type(QStringLiteral("."));
+        QVERIFY(editor->AutoCompleterVisible());
+        Press(Qt::Key_Backspace);
+        QVERIFY(!editor->AutoCompleterVisible());
+        Type(QStringLiteral(".p"));
+        QVERIFY(editor->AutoCompleterVisible());
+        Press(Qt::Key_Left);
+        QVERIFY(!editor->AutoCompleterVisible());
+        QCOMPARE(editor->GetText(), QStringLiteral("import os\nos.p"));
+    }
+};
+
+QTEST_MAIN(TestAutoCompleter)
+#include "tst_AutoCompleter.moc"
