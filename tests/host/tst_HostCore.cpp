@@ -1,8 +1,8 @@
 // The substitute host's API classes, plug-in registry, callbacks, output, option variables and
 // idle queue, driven through the same Maya API the plug-in uses.
+#include "HostCommandResult.h"
 #include "HostEvents.h"
 #include "HostIdleQueue.h"
-#include "HostCommandResult.h"
 #include "HostMel.h"
 #include "HostObjectHandle.h"
 #include "HostOptionVars.h"
@@ -210,7 +210,6 @@ private slots:
     void cleanup();
 
     void stringsAreUtf8();
-    void statusWords();
     void arraysAndResultsGuardTheirBounds();
     void pluginCommandsComeAndGo();
     void registrationRefusesDuplicatesAndStrangers();
@@ -222,11 +221,8 @@ private slots:
     void typedResults_data();
     void callbackIdsAndRemoval();
     void callbackMayRemoveItselfWhileCalled();
-    void eventCallbacksFireByName();
     void terminalShowsWhatMayaShows();
-    void historyKeepsReporterText();
     void melEchoAndResult();
-    void pythonEcho();
     void optionVarsSurviveRestart();
     void corruptPreferencesGiveNoValues();
     void idleQueueRunsInOrderOnLaterTurns();
@@ -282,19 +278,6 @@ void TestHostCore::stringsAreUtf8()
     QCOMPARE(joined, MString("v20.5"));
     QCOMPARE("pre" + MString("fix"), MString("prefix"));
     QCOMPARE(MString(static_cast<const char*>(nullptr)), MString(""));
-}
-
-void TestHostCore::statusWords()
-{
-    QCOMPARE(MStatus(MStatus::kFailure).errorString(), MString("Failure"));
-    QCOMPARE(MStatus(MStatus::kInvalidParameter).errorString(), MString("Invalid Parameter"));
-    QCOMPARE(MStatus(MStatus::kNotFound).errorString(), MString("Not Found"));
-    MStatus status(MStatus::kFailure);
-    QVERIFY(!status);
-    QVERIFY(status.error());
-    status.clear();
-    QVERIFY(status);
-    QVERIFY(status == MStatus::kSuccess);
 }
 
 void TestHostCore::arraysAndResultsGuardTheirBounds()
@@ -528,21 +511,6 @@ void TestHostCore::callbackMayRemoveItselfWhileCalled()
              (QStringList{QStringLiteral("first"), QStringLiteral("second")}));
 }
 
-void TestHostCore::eventCallbacksFireByName()
-{
-    CallbackLog log;
-    const int before = HostEvents::CallbackCount();
-    const MCallbackId id = MEventMessage::addEventCallback("quitApplication", QuitCallback, &log);
-    const MCallbackId idle = MEventMessage::addEventCallback("idle", QuitCallback, &log);
-    QCOMPARE(HostEvents::CallbackCount(), before + 2);
-    HostEvents::Fire(QStringLiteral("quitApplication"));
-    HostEvents::Fire(QStringLiteral("SceneOpened"));
-    QCOMPARE(log.calls, QStringList{QStringLiteral("quit")});
-    MMessage::removeCallback(id);
-    MMessage::removeCallback(idle);
-    QCOMPARE(HostEvents::CallbackCount(), before);
-}
-
 void TestHostCore::terminalShowsWhatMayaShows()
 {
     HostOutput::SetTerminalEchoEnabled(true);
@@ -561,20 +529,6 @@ void TestHostCore::terminalShowsWhatMayaShows()
     HostOutput::SetTerminalEchoEnabled(false);
     QCOMPARE(printed, QStringLiteral("raw|\ninfo\nWarning: careful\nError: broken\nResult: 5\nTraceback\n"));
     QVERIFY(StdoutOf([] { MGlobal::displayInfo("silent"); }).isEmpty());
-}
-
-void TestHostCore::historyKeepsReporterText()
-{
-    HostOutput::ClearHistory();
-    HostOutput::Emit(QStringLiteral("print 1;\n"), MCommandMessage::kHistory);
-    MGlobal::displayError("mel error");
-    HostOutput::Emit(QStringLiteral("print(1)\n"), MCommandMessage::kHistory);
-    MGlobal::displayWarning("python warning");
-    HostOutput::Emit(QStringLiteral("shown"), MCommandMessage::kDisplay);
-    QCOMPARE(HostOutput::History(), QStringLiteral("print 1;\n// Error: mel error //\nprint(1)\n"
-                                                   "# Warning: python warning #\nshown"));
-    HostOutput::ClearHistory();
-    QVERIFY(HostOutput::History().isEmpty());
 }
 
 void TestHostCore::melEchoAndResult()
@@ -600,28 +554,6 @@ void TestHostCore::melEchoAndResult()
         QCOMPARE(int(recorder.messages[i].type), expected[i].first);
         QCOMPARE(recorder.messages[i].text, expected[i].second);
     }
-}
-
-void TestHostCore::pythonEcho()
-{
-    Recorder recorder;
-    QVERIFY(MGlobal::executePythonCommand("bq2_core_value = 6 * 7", true));
-    int value = 0;
-    QVERIFY(MGlobal::executePythonCommand("bq2_core_value", value, true));
-    QCOMPARE(value, 42);
-    QVERIFY(MGlobal::executePythonCommand("bq2_core_value + 1", value, false));
-    QCOMPARE(value, 43);
-    QCOMPARE(recorder.Texts(MCommandMessage::kHistory),
-             (QStringList{QStringLiteral("bq2_core_value = 6 * 7\n"), QStringLiteral("bq2_core_value\n")}));
-
-    MString text;
-    QVERIFY(!MGlobal::executePythonCommand("bq2_core_value", text));
-    MStringArray list;
-    QVERIFY(MGlobal::executePythonCommand("['x', 'y']", list));
-    QCOMPARE(list.length(), 2u);
-    double real = 0.0;
-    QVERIFY(MGlobal::executePythonCommand("bq2_core_value / 4", real));
-    QCOMPARE(real, 10.5);
 }
 
 void TestHostCore::optionVarsSurviveRestart()

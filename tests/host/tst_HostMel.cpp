@@ -2,7 +2,6 @@
 // built-in commands the plug-in sends, all run from MEL text as Maya would run it.
 #include "HostCommandResult.h"
 #include "HostMel.h"
-#include "HostOptionVars.h"
 #include "HostOutput.h"
 #include "HostPlugins.h"
 #include "HostState.h"
@@ -60,7 +59,7 @@ QStringList MelArray(const QString& text)
     return list;
 }
 
-// A plug-in command for help and melInfo.
+// A plug-in command that answers with how it parsed its flags or arguments.
 class FlagsCommand : public MPxCommand
 {
 public:
@@ -164,14 +163,8 @@ private slots:
     void userProcedures();
     void catchAndCatchQuiet();
     void substitutesOnlyAfterDefinition();
-    void melInfoKeepsIndices();
     void historyProcedures();
     void sourceFindsScriptsAndRecordsThem();
-    void hostQueries();
-    void dpiSettingFollowsEnvironment();
-    void helpListsFlags();
-    void optionVarCommand();
-    void echoAndTraceSettings();
     void pythonCommand();
     void evalAndQuit();
     void runTimeCommands();
@@ -442,33 +435,6 @@ void TestHostMel::substitutesOnlyAfterDefinition()
     QCOMPARE(MelString(QStringLiteral("xvSubstituteProbe(\"a\", 1)")), QStringLiteral("a|1"));
 }
 
-void TestHostMel::melInfoKeepsIndices()
-{
-    QVERIFY(Mel(QString::fromLatin1(PLUGIN_SCRIPT)));
-    QVERIFY(Mel(QStringLiteral("global proc zzLastProcedure() {}")));
-    const QStringList all = MelArray(QStringLiteral("melInfo"));
-    QCOMPARE(all, HostMel::MelInfo());
-    QVERIFY(all.contains(QStringLiteral("melTestCommand")));
-    QVERIFY(all.contains(QStringLiteral("print")));
-
-    const QStringList commands = MelArray(QStringLiteral("xvGetMelInfo(1, 0, 0)"));
-    const QStringList procedures = MelArray(QStringLiteral("xvGetMelInfo(0, 0, 1)"));
-    const QStringList runTime = MelArray(QStringLiteral("xvGetMelInfo 0 1 0"));
-    QVERIFY(runTime.isEmpty());
-    QCOMPARE(procedures.size(), all.size()); // the last name is a procedure
-    QVERIFY(commands.size() < all.size());
-    QCOMPARE(commands.last(), all.at(commands.size() - 1));
-    for (int i = 0; i < all.size(); ++i)
-    {
-        const QString type = HostMel::WhatIs(all.at(i));
-        QCOMPARE(commands.value(i), type == QLatin1String("Command") ? all.at(i) : QString());
-        QCOMPARE(procedures.value(i),
-                 type.startsWith(QLatin1String("Mel procedure")) ? all.at(i) : QString());
-    }
-    QCOMPARE(MelString(QStringLiteral("whatIs melTestCommand")), QStringLiteral("Command"));
-    QCOMPARE(MelString(QStringLiteral("whatIs \"nothing at all\"")), QStringLiteral("Unknown"));
-}
-
 void TestHostMel::historyProcedures()
 {
     QVERIFY(Mel(QString::fromLatin1(PLUGIN_SCRIPT)));
@@ -507,89 +473,6 @@ void TestHostMel::sourceFindsScriptsAndRecordsThem()
     file.write(QByteArray("\x00\xff\x01\"{", 5));
     file.close();
     QVERIFY(!MGlobal::sourceFile(MString(path.toUtf8().constData())));
-}
-
-void TestHostMel::hostQueries()
-{
-    QCOMPARE(MelInt(QStringLiteral("about -batch")), 0);
-    QCOMPARE(MelString(QStringLiteral("about -version")), QStringLiteral("2026"));
-    QCOMPARE(MelString(QStringLiteral("internalVar -userPrefDir")),
-             appDir.path() + QStringLiteral("/2026/prefs/"));
-    QCOMPARE(MelString(QStringLiteral("internalVar -usd")), appDir.path() + QStringLiteral("/2026/scripts/"));
-    qputenv("BQ2_HOST_MEL_TEST", "value with spaces");
-    QCOMPARE(MelString(QStringLiteral("getenv \"BQ2_HOST_MEL_TEST\"")), QStringLiteral("value with spaces"));
-    QCOMPARE(MelString(QStringLiteral("getenv(\"BQ2_HOST_MEL_UNSET\")")), QString());
-    QCOMPARE(MelInt(QStringLiteral("exists melTestCommand")), 1);
-    QCOMPARE(MelInt(QStringLiteral("exists noSuchThing")), 0);
-}
-
-void TestHostMel::dpiSettingFollowsEnvironment()
-{
-    qunsetenv("BQ2_HOST_DPI_MODE");
-    qunsetenv("BQ2_HOST_DPI_SCALE");
-    HostCommandResult result;
-    QCOMPARE(MelInt(QStringLiteral("mayaDpiSetting -q -m;")), 0);
-    QVERIFY(HostMel::Execute(QStringLiteral("mayaDpiSetting -q -rsv;"), &result, false));
-    double scale = 0.0;
-    QVERIFY(result.getResult(scale));
-    QCOMPARE(scale, 1.0);
-    qputenv("BQ2_HOST_DPI_MODE", "2");
-    qputenv("BQ2_HOST_DPI_SCALE", "1.5");
-    QCOMPARE(MelInt(QStringLiteral("mayaDpiSetting -q -m;")), 2);
-    QVERIFY(HostMel::Execute(QStringLiteral("mayaDpiSetting -q -realScaleValue"), &result, false));
-    QVERIFY(result.getResult(scale));
-    QCOMPARE(scale, 1.5);
-    qunsetenv("BQ2_HOST_DPI_MODE");
-    qunsetenv("BQ2_HOST_DPI_SCALE");
-}
-
-void TestHostMel::helpListsFlags()
-{
-    const QString help = MelString(QStringLiteral("help -so melTestCommand"));
-    const QStringList parts = help.split(QStringLiteral("Flags:"), Qt::SkipEmptyParts);
-    QCOMPARE(parts.size(), 2);
-    QVERIFY(parts.first().contains(QLatin1String("Synopsis: melTestCommand")));
-    QCOMPARE(parts.last().split(QLatin1Char('\n'), Qt::SkipEmptyParts),
-             (QStringList{QStringLiteral("   -v -version"), QStringLiteral("   -of -openFile  String"),
-                          QStringLiteral("   -sz -size  Int Float")}));
-    QVERIFY(MelString(QStringLiteral("help -so about")).contains(QLatin1String("   -b -batch\n")));
-    Recorder recorder;
-    QVERIFY(!Mel(QStringLiteral("help -so noSuchCommand")));
-    QCOMPARE(recorder.Errors().size(), 1);
-}
-
-void TestHostMel::optionVarCommand()
-{
-    QVERIFY(Mel(QStringLiteral("optionVar -iv \"melOption\" 4 -sv \"melText\" \"a b\";")));
-    QCOMPARE(MelInt(QStringLiteral("optionVar -q \"melOption\"")), 4);
-    QCOMPARE(MelString(QStringLiteral("optionVar -q melText")), QStringLiteral("a b"));
-    QCOMPARE(MelInt(QStringLiteral("optionVar -exists melText")), 1);
-    QCOMPARE(MGlobal::optionVarIntValue("melOption"), 4);
-    QVERIFY(Mel(QStringLiteral("optionVar -remove melText")));
-    QCOMPARE(MelInt(QStringLiteral("optionVar -ex melText")), 0);
-    QCOMPARE(MelInt(QStringLiteral("optionVar -q neverSet")), 0);
-    HostOptionVars::Forget();
-    QCOMPARE(MelInt(QStringLiteral("optionVar -q \"melOption\"")), 4);
-}
-
-void TestHostMel::echoAndTraceSettings()
-{
-    QCOMPARE(MelInt(QStringLiteral("commandEcho -q -state")), 0);
-    QVERIFY(Mel(QStringLiteral("commandEcho -state 1; commandEcho -lineNumbers on; stackTrace -st 1;"
-                               "scriptEditorInfo -ssw 1")));
-    QCOMPARE(MelInt(QStringLiteral("commandEcho -q -state")), 1);
-    QCOMPARE(MelInt(QStringLiteral("commandEcho -q -lineNumbers")), 1);
-    QCOMPARE(MelInt(QStringLiteral("stackTrace -q -state")), 1);
-    QCOMPARE(MelInt(QStringLiteral("scriptEditorInfo -q -ssw")), 1);
-    QVERIFY(Mel(QStringLiteral("commandEcho -state 0; scriptEditorInfo -suppressStackWindow 0")));
-    QCOMPARE(MelInt(QStringLiteral("commandEcho -q -st")), 0);
-    QCOMPARE(MelInt(QStringLiteral("scriptEditorInfo -q -suppressStackWindow")), 0);
-    Recorder recorder;
-    QVERIFY(!Mel(QStringLiteral("commandEcho -state")));
-    QCOMPARE(recorder.Errors(),
-             QStringList{QStringLiteral("line 1: Flag '-state' must be passed an argument.")});
-    QVERIFY(!Mel(QStringLiteral("stackTrace -bogus 1")));
-    QCOMPARE(recorder.Errors().last(), QStringLiteral("line 1: Invalid flag '-bogus'"));
 }
 
 void TestHostMel::pythonCommand()

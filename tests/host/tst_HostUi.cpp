@@ -6,9 +6,7 @@
 #include "HostMainWindow.h"
 #include "HostMel.h"
 #include "HostPlugins.h"
-#include <QtCore/QRegularExpression>
 #include <QtCore/QTemporaryDir>
-#include <QtGui/QAction>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
 #include <QtWidgets/QAbstractButton>
@@ -17,7 +15,6 @@
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLayout>
 #include <QtWidgets/QLineEdit>
-#include <QtWidgets/QMenu>
 #include <QtWidgets/QPlainTextEdit>
 #include <QtWidgets/QToolBar>
 #include <QtWidgets/QToolButton>
@@ -110,14 +107,6 @@ private:
     bool consume;
 };
 
-// The text of a MEL string literal holding script, escaped as a caller of scriptToShelf does.
-QString MelLiteral(QString script)
-{
-    script.replace(QLatin1String("\\"), QLatin1String("\\\\"));
-    script.replace(QLatin1String("\n"), QLatin1String("\\n"));
-    script.replace(QLatin1String("\""), QLatin1String("\\\""));
-    return QLatin1Char('"') + script + QLatin1Char('"');
-}
 } // namespace
 
 class TestHostUi : public QObject
@@ -132,16 +121,11 @@ private slots:
     void workspaceControlCreateQueryEdit();
     void workspaceControlCloseAndRetain();
     void workspaceControlTitleBarClose();
-    void workspaceControlStateGeometry();
     void qtUtilLookups();
-    void menuItemSubstitute();
-    void symbolButtonEditQuery();
     void scriptEditorCommand();
     void quitVetoedThenCompleted();
     void userCloseRunsQuitOnce();
     void quitCommandIsQueued();
-    void scriptToShelfRecordsScript();
-    void showHelpRecorded();
     void commandLineRunsAndRecalls();
     void batchModeFailures();
 
@@ -149,10 +133,8 @@ private:
     MStatus Mel(const QString& text);
     int MelInt(const QString& text);
     QString MelString(const QString& text);
-    QStringList MelStrings(const QString& text);
     HostMainWindow* Window() const;
     void LoadTestPlugin();
-    void DefineProcedure(const QString& definition);
 
     std::unique_ptr<HostApplication> host;
     MCallbackId recorderId = 0;
@@ -209,20 +191,6 @@ QString TestHostUi::MelString(const QString& text)
     return MQtUtil::toQString(value);
 }
 
-QStringList TestHostUi::MelStrings(const QString& text)
-{
-    HostCommandResult result;
-    MStringArray values;
-    QStringList list;
-    if (HostMel::Execute(text, &result, false) == MStatus::kSuccess &&
-        result.getResult(values) == MStatus::kSuccess)
-    {
-        for (unsigned int index = 0; index < values.length(); ++index)
-            list.append(MQtUtil::toQString(values[index]));
-    }
-    return list;
-}
-
 HostMainWindow* TestHostUi::Window() const
 {
     return host->HostWindow();
@@ -232,11 +200,6 @@ void TestHostUi::LoadTestPlugin()
 {
     QCOMPARE(host->LoadPlugin(TEST_PLUGIN, InitializeTestPlugin, UninitializeTestPlugin), MStatus::kSuccess);
     pluginLog.clear();
-}
-
-void TestHostUi::DefineProcedure(const QString& definition)
-{
-    QCOMPARE(Mel(definition), MStatus::kSuccess);
 }
 
 void TestHostUi::workspaceControlCreateQueryEdit()
@@ -257,15 +220,7 @@ void TestHostUi::workspaceControlCreateQueryEdit()
     QCOMPARE(MelString(QStringLiteral("workspaceControl -q -l testPanel")), QStringLiteral("Test Panel"));
     QCOMPARE(host->WorkspaceControlUiScript(QStringLiteral("testPanel")), QStringLiteral("print 1"));
 
-    QCOMPARE(Mel(QStringLiteral("workspaceControl -e -visible 0 testPanel")), MStatus::kSuccess);
-    QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -visible testPanel")), 0);
-    QVERIFY(dock->isHidden());
-    QCOMPARE(Mel(QStringLiteral("workspaceControl -e -collapse 1 testPanel")), MStatus::kSuccess);
-    QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -clp testPanel")), 1);
-    QCOMPARE(Mel(QStringLiteral("workspaceControl -e -restore testPanel")), MStatus::kSuccess);
-    QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -visible testPanel")), 1);
-    QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -collapse testPanel")), 0);
-
+    // Hiding, collapsing and restoring are driven by the plug-in's own tests.
     QCOMPARE(Mel(QStringLiteral("workspaceControl -e -l \"Renamed\" -fl 1 -uiScript \"brindletEditor2\" "
                                 "testPanel")),
              MStatus::kSuccess);
@@ -332,22 +287,6 @@ void TestHostUi::workspaceControlTitleBarClose()
     QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -exists droppedPanel")), 0);
 }
 
-void TestHostUi::workspaceControlStateGeometry()
-{
-    // Remembered before the control exists, applied when it floats.
-    QCOMPARE(Mel(QStringLiteral("workspaceControlState -e -tlc 120 80 -width 300 -height 200 floatPanel")),
-             MStatus::kSuccess);
-    QCOMPARE(Mel(QStringLiteral("workspaceControl -floating 1 floatPanel")), MStatus::kSuccess);
-    auto* dock = Window()->findChild<QDockWidget*>(QStringLiteral("floatPanel"));
-    QVERIFY(dock && dock->isFloating());
-    // The corner and the size are the frame's, as in Maya.
-    QCOMPARE(dock->frameGeometry(), QRect(80, 120, 300, 200));
-
-    QCOMPARE(Mel(QStringLiteral("workspaceControlState -e -topLeftCorner 10 20 -w 250 -h 150 floatPanel")),
-             MStatus::kSuccess);
-    QCOMPARE(dock->frameGeometry(), QRect(20, 10, 250, 150));
-}
-
 void TestHostUi::qtUtilLookups()
 {
     QCOMPARE(MQtUtil::mainWindow(), static_cast<QWidget*>(host->MainWindow()));
@@ -388,77 +327,6 @@ void TestHostUi::qtUtilLookups()
     QCOMPARE(MQtUtil::toQString(MQtUtil::toMString(text)), text);
     QCOMPARE(QByteArray(MQtUtil::toMString(text).asUTF8()), text.toUtf8());
     QCOMPARE(MQtUtil::dpiScale(17), 17);
-}
-
-void TestHostUi::menuItemSubstitute()
-{
-    // Only a sourced definition makes the procedure callable.
-    QCOMPARE(Mel(QStringLiteral("xvCreateBrindletEditorMenuItem(\"Early\", \"hostUiTestCount\")")),
-             MStatus::kFailure);
-    DefineProcedure(QStringLiteral("global proc string xvCreateBrindletEditorMenuItem(string $label, "
-                                   "string $command) { return \"\"; }"));
-
-    QMenu* menu = Window()->GeneralEditorsMenu();
-    const int actionsBefore = int(menu->actions().size());
-    const QString name =
-        MelString(QStringLiteral("xvCreateBrindletEditorMenuItem(\"Brindlet Test\", \"hostUiTestCount\")"));
-    QVERIFY2(QRegularExpression(QStringLiteral("^menuItem\\d+$")).match(name).hasMatch(), qPrintable(name));
-    const QList<QAction*> actions = menu->actions();
-    QCOMPARE(actions.size(), actionsBefore + 2);
-    QVERIFY(actions.at(actions.size() - 2)->isSeparator());
-    QAction* item = actions.last();
-    QCOMPARE(item->text(), QStringLiteral("Brindlet Test"));
-    QCOMPARE(MQtUtil::findMenuItem(MQtUtil::toMString(name)), item);
-    QCOMPARE(Window()->WindowsMenu()->objectName(), QStringLiteral("mainWindowMenu"));
-
-    item->trigger();
-    QCOMPARE(countCalls, 1);
-
-    const QString other =
-        MelString(QStringLiteral("xvCreateBrindletEditorMenuItem(\"Another\", \"hostUiTestCount\")"));
-    QVERIFY(!other.isEmpty() && other != name);
-
-    QCOMPARE(Mel(QStringLiteral("deleteUI -mi %1").arg(name)), MStatus::kSuccess);
-    QVERIFY(!MQtUtil::findMenuItem(MQtUtil::toMString(name)));
-    QVERIFY(!menu->actions().contains(item));
-    QCOMPARE(menu->actions().last()->text(), QStringLiteral("Another"));
-    QCOMPARE(Mel(QStringLiteral("deleteUI -menuItem %1").arg(name)), MStatus::kFailure);
-}
-
-void TestHostUi::symbolButtonEditQuery()
-{
-    host->ShowMainWindow();
-    QVERIFY(QTest::qWaitForWindowExposed(Window()));
-    DefineProcedure(QStringLiteral("global proc string xvGetScriptEditorButtonName() { return \"\"; }"));
-
-    const QString name = MelString(QStringLiteral("xvGetScriptEditorButtonName()"));
-    QVERIFY(!name.isEmpty());
-    const QStringList buttons = MelStrings(QStringLiteral("lsUI -type symbolButton"));
-    QVERIFY(buttons.size() > 1);
-    QVERIFY(buttons.contains(name));
-    QCOMPARE(MelString(QStringLiteral("symbolButton -q -c %1").arg(name)), QStringLiteral("ScriptEditor"));
-
-    QCOMPARE(Mel(QStringLiteral("symbolButton -e -c \"hostUiTestCount\" %1").arg(name)), MStatus::kSuccess);
-    QCOMPARE(Mel(QStringLiteral("symbolButton -e -annotation \"Counting\" %1").arg(name)), MStatus::kSuccess);
-    QCOMPARE(MelString(QStringLiteral("symbolButton -q -command %1").arg(name)),
-             QStringLiteral("hostUiTestCount"));
-    QCOMPARE(MelString(QStringLiteral("symbolButton -q -ann %1").arg(name)), QStringLiteral("Counting"));
-    QCOMPARE(MelString(QStringLiteral("xvGetScriptEditorButtonName()")), QString());
-
-    auto* button = Window()->findChild<QToolButton*>(name);
-    QVERIFY(button && button->isVisible());
-    QCOMPARE(button->toolTip(), QStringLiteral("Counting"));
-    QTest::mouseClick(button, Qt::LeftButton);
-    QCOMPARE(countCalls, 1);
-
-    QCOMPARE(Mel(QStringLiteral("symbolButton -e -c \"ScriptEditor\" -ann \"Script Editor\" %1").arg(name)),
-             MStatus::kSuccess);
-    QCOMPARE(MelString(QStringLiteral("xvGetScriptEditorButtonName()")), name);
-
-    const int errorsBefore = ErrorCount();
-    QCOMPARE(Mel(QStringLiteral("symbolButton -q -c noSuchButton")), MStatus::kFailure);
-    QCOMPARE(Mel(QStringLiteral("symbolButton -e -ann \"x\" noSuchButton")), MStatus::kFailure);
-    QCOMPARE(ErrorCount(), errorsBefore + 2);
 }
 
 void TestHostUi::scriptEditorCommand()
@@ -541,44 +409,6 @@ void TestHostUi::quitCommandIsQueued()
     QVERIFY(host->HasQuit());
     QVERIFY(!HostPlugins::IsLoaded(TEST_PLUGIN));
     QCOMPARE(pluginLog, QStringList({QStringLiteral("quitApplication"), QStringLiteral("uninitialize")}));
-}
-
-void TestHostUi::scriptToShelfRecordsScript()
-{
-    const QString script = QStringLiteral("hostUiTestCount \"a\\\"b\\\\c\";\nhostUiTestCount;");
-    QCOMPARE(Mel(QStringLiteral("scriptToShelf(\"Shelf Test\", %1, 1)").arg(MelLiteral(script))),
-             MStatus::kSuccess);
-    QCOMPARE(host->ShelfButtons().size(), 1);
-    QCOMPARE(host->ShelfButtons().last(), qMakePair(QStringLiteral("Shelf Test"), script));
-
-    QCOMPARE(Mel(QStringLiteral("scriptToShelf \"Py\" \"print('x')\" 0")), MStatus::kSuccess);
-    QCOMPARE(host->ShelfButtons().last(), qMakePair(QStringLiteral("Py"), QStringLiteral("print('x')")));
-
-    QToolButton* shelfButton = nullptr;
-    const auto shelfButtons = Window()->ShelfBar()->findChildren<QToolButton*>();
-    for (QToolButton* candidate : shelfButtons)
-    {
-        if (candidate->text() == QLatin1String("Shelf Test"))
-            shelfButton = candidate;
-    }
-    QVERIFY(shelfButton);
-    host->ShowMainWindow();
-    QVERIFY(QTest::qWaitForWindowExposed(Window()));
-    QTest::mouseClick(shelfButton, Qt::LeftButton);
-    QCOMPARE(countCalls, 2);
-    QCOMPARE(countArguments, QStringList({QStringLiteral("a\"b\\c")}));
-}
-
-void TestHostUi::showHelpRecorded()
-{
-    QCOMPARE(Mel(QStringLiteral("showHelp DocsMelCommands")), MStatus::kSuccess);
-    QCOMPARE(Mel(QStringLiteral("showHelp -docs \"Commands/index.html\"")), MStatus::kSuccess);
-    QCOMPARE(host->ShownHelp(),
-             QStringList({QStringLiteral("DocsMelCommands"), QStringLiteral("Commands/index.html")}));
-    bool reported = false;
-    for (const auto& message : std::as_const(messages))
-        reported |= message.first == MCommandMessage::kInfo && message.second.contains("Commands/index.html");
-    QVERIFY(reported);
 }
 
 void TestHostUi::commandLineRunsAndRecalls()

@@ -16,6 +16,7 @@
 namespace
 {
 const QByteArray UNREADABLE = QByteArrayLiteral("<a folder where the file should be>");
+const QByteArray MISSING = QByteArrayLiteral("<no file at all>");
 
 QByteArray Garbage(int size)
 {
@@ -143,6 +144,7 @@ private slots:
         QTest::addColumn<QByteArray>("bytes");
         static const char withNuls[] = "[main]\0\0\0outputVisible=false\n[codeeditor]\0melKeywords=\0";
         const QList<QPair<const char*, QByteArray>> damages = {
+            {"missing", MISSING},
             {"empty", QByteArray()},
             {"binary", Garbage(20000)},
             {"truncated",
@@ -166,8 +168,9 @@ private slots:
         const QString defaults = Value(store);
         if (bytes == UNREADABLE)
             QVERIFY(QDir().mkpath(Path(store)));
-        else
+        else if (bytes != MISSING)
             QVERIFY(TestFiles::Write(Path(store), bytes));
+        QCOMPARE(QFileInfo::exists(Path(store)), bytes != MISSING);
         Read(store);
         QCOMPARE(Value(store), defaults);
 

@@ -149,6 +149,23 @@ void tst_PreferencesDialog::checkBoxReachesSettingAndFile_data()
 {
     QTest::addColumn<QString>("box");
     QTest::addColumn<QString>("key");
+    const QByteArray sameName = // boxes named after their setting
+        "codeEditorBackspaceToTabStop codeEditorDisplayIndentationGuides "
+        "codeEditorMouseWheelChangesFontSize codeEditorMatchedSelectionWordsOnly "
+        "outputMouseWheelChangesFontSize outputMatchedSelectionWordsOnly "
+        "outputDoubleClickIncludesDollarSign outputDisableEchoAllOnStartup outputWordWrapEnabled "
+        "outputSyntaxHighlightingEnabled melDisplayErrors melSmartIndent melIndentToParentheses "
+        "melInsertClosingParentheses melInsertClosingQuotes melTrimTrailingWhiteSpacesOnSave "
+        "melEnsureNewLineAtEofOnSave melDoubleClickIncludesDollarSign melAutoCompleteToQuickHelp "
+        "melCompleteOnUser melCompleteOnLetters pythonDisplayErrors pythonSmartIndent "
+        "pythonIndentToParentheses pythonInsertClosingParentheses pythonInsertClosingQuotes "
+        "pythonTrimTrailingWhiteSpacesOnSave pythonEnsureNewLineAtEofOnSave pythonAutoCompleteToQuickHelp "
+        "pythonHideCompiledFiles pythonImportPyMelOnLoad pythonConfirmOverwriteModuleState "
+        "pythonDisableRevertModuleStateOnExecuteOnStartup pythonCompleteOnUser pythonCompleteOnLetters "
+        "pythonCompleteOnDot pythonIncludeKeywords pythonIncludeBuiltins "
+        "pythonNativeMayaAutoCompleteFallback pylintUseMinimalCheckers pylintShowErrors";
+    for (const QByteArray& name : sameName.split(' '))
+        QTest::newRow(name.constData()) << QString::fromLatin1(name) << QString::fromLatin1(name);
     const QList<QPair<const char*, const char*>> rows{
         {"saveOnExecuteChk", "saveAllOnExecute"},
         {"saveOnExitChk", "saveAllOnExit"},
@@ -161,48 +178,6 @@ void tst_PreferencesDialog::checkBoxReachesSettingAndFile_data()
         {"showTabBarMiniToolbarChk", "showTabBarMiniToolbar"},
         {"mouseWheelChangesActiveTabChk", "mouseWheelChangesActiveTab"},
         {"lockTabPositionsChk", "lockTabPositions"},
-        {"codeEditorBackspaceToTabStop", "codeEditorBackspaceToTabStop"},
-        {"codeEditorDisplayIndentationGuides", "codeEditorDisplayIndentationGuides"},
-        {"codeEditorMouseWheelChangesFontSize", "codeEditorMouseWheelChangesFontSize"},
-        {"codeEditorMatchedSelectionWordsOnly", "codeEditorMatchedSelectionWordsOnly"},
-        {"outputMouseWheelChangesFontSize", "outputMouseWheelChangesFontSize"},
-        {"outputMatchedSelectionWordsOnly", "outputMatchedSelectionWordsOnly"},
-        {"outputDoubleClickIncludesDollarSign", "outputDoubleClickIncludesDollarSign"},
-        {"outputDisableEchoAllOnStartup", "outputDisableEchoAllOnStartup"},
-        {"outputWordWrapEnabled", "outputWordWrapEnabled"},
-        {"outputSyntaxHighlightingEnabled", "outputSyntaxHighlightingEnabled"},
-        {"melDisplayErrors", "melDisplayErrors"},
-        {"melSmartIndent", "melSmartIndent"},
-        {"melIndentToParentheses", "melIndentToParentheses"},
-        {"melInsertClosingParentheses", "melInsertClosingParentheses"},
-        {"melInsertClosingQuotes", "melInsertClosingQuotes"},
-        {"melTrimTrailingWhiteSpacesOnSave", "melTrimTrailingWhiteSpacesOnSave"},
-        {"melEnsureNewLineAtEofOnSave", "melEnsureNewLineAtEofOnSave"},
-        {"melDoubleClickIncludesDollarSign", "melDoubleClickIncludesDollarSign"},
-        {"melAutoCompleteToQuickHelp", "melAutoCompleteToQuickHelp"},
-        {"melCompleteOnUser", "melCompleteOnUser"},
-        {"melCompleteOnLetters", "melCompleteOnLetters"},
-        {"pythonDisplayErrors", "pythonDisplayErrors"},
-        {"pythonSmartIndent", "pythonSmartIndent"},
-        {"pythonIndentToParentheses", "pythonIndentToParentheses"},
-        {"pythonInsertClosingParentheses", "pythonInsertClosingParentheses"},
-        {"pythonInsertClosingQuotes", "pythonInsertClosingQuotes"},
-        {"pythonTrimTrailingWhiteSpacesOnSave", "pythonTrimTrailingWhiteSpacesOnSave"},
-        {"pythonEnsureNewLineAtEofOnSave", "pythonEnsureNewLineAtEofOnSave"},
-        {"pythonAutoCompleteToQuickHelp", "pythonAutoCompleteToQuickHelp"},
-        {"pythonHideCompiledFiles", "pythonHideCompiledFiles"},
-        {"pythonImportPyMelOnLoad", "pythonImportPyMelOnLoad"},
-        {"pythonConfirmOverwriteModuleState", "pythonConfirmOverwriteModuleState"},
-        {"pythonDisableRevertModuleStateOnExecuteOnStartup",
-         "pythonDisableRevertModuleStateOnExecuteOnStartup"},
-        {"pythonCompleteOnUser", "pythonCompleteOnUser"},
-        {"pythonCompleteOnLetters", "pythonCompleteOnLetters"},
-        {"pythonCompleteOnDot", "pythonCompleteOnDot"},
-        {"pythonIncludeKeywords", "pythonIncludeKeywords"},
-        {"pythonIncludeBuiltins", "pythonIncludeBuiltins"},
-        {"pythonNativeMayaAutoCompleteFallback", "pythonNativeMayaAutoCompleteFallback"},
-        {"pylintUseMinimalCheckers", "pylintUseMinimalCheckers"},
-        {"pylintShowErrors", "pylintShowErrors"},
     };
     for (const auto& row : rows)
         QTest::newRow(row.first) << QString::fromLatin1(row.first) << QString::fromLatin1(row.second);

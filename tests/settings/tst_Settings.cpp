@@ -62,24 +62,6 @@ private:
         file.write(bytes);
     }
 
-    static void ExpectDefaults()
-    {
-        QCOMPARE(Settings::codeEditorVisible, true);
-        QCOMPARE(Settings::sideBarLeft, true);
-        QCOMPARE(Settings::outputOrientVertical, true);
-        QCOMPARE(Settings::outputBufferSize, 3000);
-        QCOMPARE(Settings::tabsSizePython, 4);
-        QCOMPARE(Settings::codeEditorFont.family(), QStringLiteral("Liberation Mono"));
-        QCOMPARE(Settings::codeEditorFont.pointSize(), 9);
-        QCOMPARE(Settings::outputFont.pointSize(), 9);
-        QCOMPARE(Settings::activeTabViewIndex, 0);
-        QCOMPARE(Settings::windowGeometry, QRect());
-        QCOMPARE(Settings::executeScriptOnIdle, false);
-        QCOMPARE(Settings::pythonRevertModuleStateOnExecute, false);
-        QVERIFY(Settings::recentFiles.isEmpty());
-        QVERIFY(Settings::workspacePath.isEmpty());
-    }
-
 private slots:
     void init() { fixture = std::make_unique<HostFixture>(); }
 
@@ -101,13 +83,6 @@ private slots:
         QCOMPARE(Settings::GetWorkspacePath(),
                  expected + QStringLiteral("/workspaces/default.bq2-workspace"));
         QVERIFY(QDir(expected + QStringLiteral("/workspaces")).exists());
-    }
-
-    void missingFileYieldsDefaults()
-    {
-        QVERIFY(!QFile::exists(ConfigPath()));
-        Settings::ReadUserConfig();
-        ExpectDefaults();
     }
 
     void valuesRoundTripThroughTheFile()

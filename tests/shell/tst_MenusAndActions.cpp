@@ -301,62 +301,25 @@ private slots:
         QTest::addColumn<QString>("before");
         QTest::addColumn<QString>("typed");
         QTest::addColumn<QString>("after");
-        QTest::newRow("undo") << "Edit/Undo"
-                              << "a|"
-                              << "b"
-                              << "a|";
-        QTest::newRow("select all") << "Edit/Select All"
-                                    << "a|b"
-                                    << ""
-                                    << "^ab|";
-        QTest::newRow("cut") << "Edit/Cut"
-                             << "^ab|c"
-                             << ""
-                             << "|c";
-        QTest::newRow("cut line") << "Edit/Cut"
-                                  << "a|b\nc"
-                                  << ""
-                                  << "|c";
-        QTest::newRow("increase indent") << "Edit/Line/Increase Indent"
-                                         << "a|b"
-                                         << ""
-                                         << "    a|b";
-        QTest::newRow("decrease indent") << "Edit/Line/Decrease Indent"
-                                         << "    a|b"
-                                         << ""
-                                         << "a|b";
-        QTest::newRow("copy line up") << "Edit/Line/Copy Line Up"
-                                      << "a|b"
-                                      << ""
-                                      << "a|b\nab";
-        QTest::newRow("copy line down") << "Edit/Line/Copy Line Down"
-                                        << "a|b"
-                                        << ""
-                                        << "ab\na|b";
-        QTest::newRow("move line up") << "Edit/Line/Move Line Up"
-                                      << "x\na|b"
-                                      << ""
-                                      << "a|b\nx";
-        QTest::newRow("move line down") << "Edit/Line/Move Line Down"
-                                        << "a|b\nx"
-                                        << ""
-                                        << "x\na|b";
-        QTest::newRow("delete line") << "Edit/Line/Delete Line"
-                                     << "a\nb|"
-                                     << ""
-                                     << "a\n|";
-        QTest::newRow("toggle comment") << "Edit/Comment/Toggle Comment"
-                                        << "a|"
-                                        << ""
-                                        << "# a|";
-        QTest::newRow("toggle block comment") << "Edit/Comment/Toggle Block Comment"
-                                              << "a|"
-                                              << ""
-                                              << "# a|";
-        QTest::newRow("convert tabs") << "Edit/Convert Tabs to Spaces"
-                                      << "\ta|"
-                                      << ""
-                                      << "    a|";
+        // Name, action, text with cursor (|) and anchor (^), typed keys, text afterwards.
+        const char* const rows[][5] = {
+            {"undo", "Edit/Undo", "a|", "b", "a|"},
+            {"select all", "Edit/Select All", "a|b", "", "^ab|"},
+            {"cut", "Edit/Cut", "^ab|c", "", "|c"},
+            {"cut line", "Edit/Cut", "a|b\nc", "", "|c"},
+            {"increase indent", "Edit/Line/Increase Indent", "a|b", "", "    a|b"},
+            {"decrease indent", "Edit/Line/Decrease Indent", "    a|b", "", "a|b"},
+            {"copy line up", "Edit/Line/Copy Line Up", "a|b", "", "a|b\nab"},
+            {"copy line down", "Edit/Line/Copy Line Down", "a|b", "", "ab\na|b"},
+            {"move line up", "Edit/Line/Move Line Up", "x\na|b", "", "a|b\nx"},
+            {"move line down", "Edit/Line/Move Line Down", "a|b\nx", "", "x\na|b"},
+            {"delete line", "Edit/Line/Delete Line", "a\nb|", "", "a\n|"},
+            {"toggle comment", "Edit/Comment/Toggle Comment", "a|", "", "# a|"},
+            {"toggle block comment", "Edit/Comment/Toggle Block Comment", "a|", "", "# a|"},
+            {"convert tabs", "Edit/Convert Tabs to Spaces", "\ta|", "", "    a|"},
+        };
+        for (const auto& row : rows)
+            QTest::newRow(row[0]) << row[1] << row[2] << row[3] << row[4];
     }
 
     void editActions()

@@ -89,18 +89,6 @@ private slots:
 
     void cleanup() { fixture.reset(); }
 
-    void startsEmpty()
-    {
-        StatusBar bar(nullptr);
-        bar.resize(800, 30);
-        bar.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&bar));
-        QCOMPARE(ShownTexts(bar),
-                 (QStringList{QString(), QStringLiteral("<icon>"), QStringLiteral("0"),
-                              QStringLiteral("<icon>"), QStringLiteral("0"), QString(),
-                              QStringLiteral("Ln 0      Col 0      Sel 0"), QStringLiteral("INS")}));
-    }
-
     void showsWhatItIsGiven()
     {
         StatusBar bar(nullptr);
