@@ -54,7 +54,9 @@ void GoToFilterProxyModel::OnSourceChanged()
 
 void GoToFilterProxyModel::OnSourceDestroyed()
 {
-    // The model is half gone: forget its rows without asking it anything.
+    // The model is half gone: let go of it first, so that no view asks it anything during the
+    // reset, then forget its rows.
+    QAbstractProxyModel::setSourceModel(nullptr);
     beginResetModel();
     keys.clear();
     foldedKeys.clear();
