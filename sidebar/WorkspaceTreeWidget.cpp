@@ -11,6 +11,8 @@
 #include <QtWidgets/QFileDialog>
 #include <QtWidgets/QMenu>
 
+#include <utility>
+
 WorkspaceTreeWidget::WorkspaceTreeWidget(QWidget* parent) : QTreeWidget(parent)
 {
     setHeaderHidden(true);
@@ -228,7 +230,7 @@ void WorkspaceTreeWidget::WatchDirectory(const QString& path)
 {
     if (watchedDirectories.contains(path))
         return;
-    if (watcher.addPath(path))
+    if (unclaimedWatches.remove(path) || watcher.addPath(path))
         watchedDirectories.insert(path);
 }
 
@@ -327,9 +329,15 @@ void WorkspaceTreeWidget::Refresh()
             top = top->parent();
         topPath = GetPath(top);
     }
-    ClearAll();
+    // The tree is made anew, but the watches stay: removing thousands of them and adding them
+    // back costs more than listing the folders. Those of folders no longer shown go at the end.
+    clear();
+    unclaimedWatches = std::exchange(watchedDirectories, {});
     for (const QString& folder : folders)
         AddTopLevelFolder(folder);
+    if (!unclaimedWatches.isEmpty())
+        watcher.removePaths(unclaimedWatches.values());
+    unclaimedWatches.clear();
     if (!currentPath.isEmpty())
         SetCurrentByPath(topPath, currentPath);
 }

@@ -89,6 +89,9 @@ private:
     QFileSystemWatcher watcher;
     // The watcher's paths as a set: asking the watcher costs a copy of its list each time.
     QSet<QString> watchedDirectories;
+    // While the tree is rebuilt, the watches of the old tree: a folder that is still shown takes
+    // its watch back, the rest are removed at the end.
+    QSet<QString> unclaimedWatches;
     QString copiedFilePath;
     QIcon melIcon;
     QIcon pythonIcon;
