@@ -76,6 +76,7 @@ private:
     QTreeWidgetItem* AddChild(QTreeWidgetItem* parent, const QFileInfo& info);
     QTreeWidgetItem* CreateChild(const QFileInfo& info) const;
     void WatchDirectory(const QString& path);
+    void WatchDirectories(const QStringList& paths);
     void RestoreExpandedState(QTreeWidgetItem* item);
     static QByteArray PathHash(const QString& path);
     static void AddPathHash(const QByteArray& hash);
