@@ -172,8 +172,8 @@ private:
     // where it stops keeps its old colours and state, which ends the pass, and a later turn of the
     // event loop goes on from there. The final colours are those of a full pass.
     static constexpr int BUDGET_MS = 5;
-    static constexpr int BUDGET_MIN_BLOCKS = 256; // short passes always finish at once
-    static constexpr int CONTINUATION_BLOCKS = 256;
+    static constexpr int BUDGET_MIN_BLOCKS = 96; // short passes always finish at once
+    static constexpr int CONTINUATION_BLOCKS = 96;
     void Pass(int from, int charsRemoved, int charsAdded);
     bool IsOverBudget();
     void KeepCurrentBlock();
