@@ -243,18 +243,6 @@ private slots:
         QVERIFY(!palette.isVisible());
     }
 
-    void symbolModeWithoutParserIsEmpty()
-    {
-        GoToWidget palette;
-        QSignalSpy seeks(&palette, SIGNAL(SeekPositionRequested(int, bool)));
-        palette.Show(GoToFilterSymbol, nullptr, 1, 0, 0, {}, false);
-        QCOMPARE(palette.GetRowCount(), 0);
-        QTest::keyClick(palette.GetLineEdit(), Qt::Key_Down);
-        QTest::keyClick(palette.GetLineEdit(), Qt::Key_Return);
-        QCOMPARE(seeks.count(), 0);
-        QVERIFY(!palette.isVisible());
-    }
-
     void deletingTheAtSwitchesBackToFiles()
     {
         MakeFile(QStringLiteral("one.mel"));
@@ -294,16 +282,27 @@ private slots:
                  QStringLiteral("Type a line between 1 and 7 to navigate to"));
     }
 
-    void emptyWorkspaceFolderListsNothing()
+    // An empty list, of files or of symbols without a parser: Down and Return only close it.
+    void emptyListsChooseNothing_data()
     {
-        auto palette = ShowFiles();
-        QSignalSpy opens(palette.get(), SIGNAL(OpenFileRequested(QString)));
-        QCOMPARE(palette->GetRowCount(), 0);
-        QVERIFY(palette->GetListView()->isVisibleTo(palette.get()));
-        QTest::keyClicks(palette->GetLineEdit(), QStringLiteral("x"));
-        QTest::keyClick(palette->GetLineEdit(), Qt::Key_Return);
-        QCOMPARE(opens.count(), 0);
-        QVERIFY(!palette->isVisible());
+        QTest::addColumn<int>("filter");
+        QTest::newRow("empty workspace folder") << int(GoToFilterFile);
+        QTest::newRow("no parser") << int(GoToFilterSymbol);
+    }
+
+    void emptyListsChooseNothing()
+    {
+        QFETCH(int, filter);
+        GoToWidget palette;
+        QSignalSpy opens(&palette, SIGNAL(OpenFileRequested(QString)));
+        QSignalSpy seeks(&palette, SIGNAL(SeekPositionRequested(int, bool)));
+        palette.Show(static_cast<GoToFilterType>(filter), nullptr, 1, 0, 0, {}, false);
+        QCOMPARE(palette.GetRowCount(), 0);
+        QVERIFY(palette.GetListView()->isVisibleTo(&palette));
+        QTest::keyClick(palette.GetLineEdit(), Qt::Key_Down);
+        QTest::keyClick(palette.GetLineEdit(), Qt::Key_Return);
+        QCOMPARE(opens.count() + seeks.count(), 0);
+        QVERIFY(!palette.isVisible());
     }
 
     // The palette is as tall as its rows, up to twelve: it shrinks as typing narrows the list,
