@@ -189,6 +189,24 @@ private slots:
         QCOMPARE(Region(close), blank);
     }
 
+    // A tab removed under the pointer takes the hover along: the next tab at that place shows
+    // no close button until the pointer moves again.
+    void removedTabTakesItsHoverAlong()
+    {
+        ShowBar(3, 500);
+        bar->SetTabsClosable(true);
+        bar->SetBackgroundColor(BACKGROUND);
+        const QRect close = bar->GetCloseRect(2);
+        const QImage blank = Region(close);
+        MoveMouse(bar.get(), close.center());
+        QVERIFY(Region(close) != blank);
+        bar->RemoveTab(2);
+        bar->InsertTab(-1, QStringLiteral("tab 2"));
+        bar->grab();
+        QCOMPARE(bar->GetCloseRect(2), close);
+        QCOMPARE(Region(close), blank);
+    }
+
     void closeButtonClickRequestsCloseWithoutActivating()
     {
         ShowBar(3, 500);
