@@ -73,6 +73,13 @@ void Time(Times& times, QWidget* shown, const std::function<void()>& action)
     times.cpu.append(CpuMilliseconds() - cpuStart);
 }
 
+// The watcher answers a new file with a rebuild of its own; it runs here, untimed, so that each
+// timed rebuild is one rebuild and not two.
+void LetTheWatcherRebuild()
+{
+    QTest::qWait(100);
+}
+
 void Report(const char* name, const Times& times, double target)
 {
     const double cpu = Median(times.cpu);
@@ -110,9 +117,11 @@ int main(int argc, char** argv)
         Time(showRoot, tree.get(), [&] { tree->AddTopLevelFolder(root); });
         QFile::remove(QStringLiteral("%1/added_%2.mel").arg(root).arg(run));
         QFile(QStringLiteral("%1/added_%2.mel").arg(root).arg(run)).open(QIODevice::WriteOnly);
+        LetTheWatcherRebuild();
         Time(rebuildClosed, tree.get(), [&] { tree->Refresh(); });
         Time(openRoot, tree.get(), [&] { tree->SetExpandedState(tree->topLevelItem(0), true); });
         QFile(QStringLiteral("%1/folder_0000/added_%2.mel").arg(root).arg(run)).open(QIODevice::WriteOnly);
+        LetTheWatcherRebuild();
         Time(rebuildOpen, tree.get(), [&] { tree->Refresh(); });
         if (tree->topLevelItem(0)->childCount() != folders + run + 1)
         {

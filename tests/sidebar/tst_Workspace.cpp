@@ -292,6 +292,9 @@ private slots:
                      .toVariantList(),
                  (QVariantList{Disk("second")}));
         QVERIFY(QFileInfo::exists(Disk("first")));
+        // The next rebuild lets go of the removed root's watch and keeps the other.
+        view->GetTreeWidget()->Refresh();
+        QCOMPARE(Watched(), QStringList{"second"});
     }
 
     void firstStartShowsScriptsFolderWithoutWriting()
