@@ -238,6 +238,19 @@ private slots:
         QCOMPARE(TestFiles::Read(Ws("a.txt")), QByteArray("first os\n"));
     }
 
+    // A buffer that comes to match while the view shows gets its branch above the folders.
+    void bufferThatComesToMatchIsListedFirst()
+    {
+        SearchFor(QStringLiteral("proc os_proc"));
+        QCOMPARE(Tree()->topLevelItemCount(), 1);
+        CodeEditor* buffer = editor->GetActiveCodeEditor();
+        QVERIFY(buffer && buffer->GetType() == CodeEditorType::INTERNAL_BUFFER);
+        QTest::keyClicks(buffer, QStringLiteral("proc os_proc"));
+        QTRY_COMPARE(Tree()->topLevelItemCount(), 2);
+        QCOMPARE(Tree()->topLevelItem(0)->text(0), QStringLiteral("Internal"));
+        QCOMPARE(Tree()->topLevelItem(1)->text(0), RootText());
+    }
+
     void nextResultSelectsTheMatchInItsEditor()
     {
         SearchFor(QStringLiteral("os"));
