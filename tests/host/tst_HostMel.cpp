@@ -18,46 +18,17 @@
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
+#include "MelText.h"
 #include "OutputRecorder.h"
 
 namespace
 {
 using Recorder = OutputRecorder;
 
-MStatus Mel(const QString& text)
-{
-    return HostMel::Execute(text, nullptr, false);
-}
-
-QString MelString(const QString& text)
-{
-    HostCommandResult result;
-    MString value;
-    if (!HostMel::Execute(text, &result, false) || !result.getResult(value))
-        return QStringLiteral("<no string>");
-    return QString::fromUtf8(value.asChar());
-}
-
-int MelInt(const QString& text)
-{
-    HostCommandResult result;
-    int value = -12345;
-    if (!HostMel::Execute(text, &result, false) || !result.getResult(value))
-        return -12345;
-    return value;
-}
-
-QStringList MelArray(const QString& text)
-{
-    HostCommandResult result;
-    MStringArray values;
-    QStringList list;
-    if (!HostMel::Execute(text, &result, false) || !result.getResult(values))
-        return QStringList{QStringLiteral("<no array>")};
-    for (unsigned int i = 0; i < values.length(); ++i)
-        list.append(QString::fromUtf8(values[i].asChar()));
-    return list;
-}
+constexpr auto Mel = &MelText::Run;
+constexpr auto MelString = &MelText::String;
+constexpr auto MelInt = &MelText::Int;
+constexpr auto MelArray = &MelText::Array;
 
 // A plug-in command that answers with how it parsed its flags or arguments.
 class FlagsCommand : public MPxCommand

@@ -6,6 +6,8 @@
 #include "HostMainWindow.h"
 #include "HostMel.h"
 #include "HostPlugins.h"
+#include "MelText.h"
+#include "OutputRecorder.h"
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
@@ -30,6 +32,10 @@
 
 namespace
 {
+constexpr auto Mel = &MelText::Run;
+constexpr auto MelString = &MelText::String;
+constexpr auto MelInt = &MelText::Int;
+
 const QString TEST_PLUGIN = QStringLiteral("hostUiTestPlugin");
 
 QStringList pluginLog;
@@ -37,7 +43,6 @@ bool loadedAfterQuitCommand = false;
 MCallbackId quitCallbackId = 0;
 int countCalls = 0;
 QStringList countArguments;
-QList<QPair<MCommandMessage::MessageType, QString>> messages;
 
 void OnQuitApplication(void*)
 {
@@ -71,19 +76,6 @@ MStatus UninitializeTestPlugin(MObject object)
     MMessage::removeCallback(quitCallbackId);
     pluginLog.append(QStringLiteral("uninitialize"));
     return plugin.deregisterCommand("hostUiTestQuit");
-}
-
-void RecordMessage(const MString& message, MCommandMessage::MessageType type, void*)
-{
-    messages.append({type, MQtUtil::toQString(message)});
-}
-
-int ErrorCount()
-{
-    int count = 0;
-    for (const auto& message : std::as_const(messages))
-        count += message.first == MCommandMessage::kError ? 1 : 0;
-    return count;
 }
 
 // Vetoes close events of the main window, as an unsaved-files dialog's Cancel does.
@@ -130,14 +122,12 @@ private slots:
     void batchModeFailures();
 
 private:
-    MStatus Mel(const QString& text);
-    int MelInt(const QString& text);
-    QString MelString(const QString& text);
     HostMainWindow* Window() const;
     void LoadTestPlugin();
 
     std::unique_ptr<HostApplication> host;
-    MCallbackId recorderId = 0;
+    std::unique_ptr<OutputRecorder> recorder;
+    int ErrorCount() const { return static_cast<int>(recorder->Errors().size()); }
 };
 
 void TestHostUi::initTestCase()
@@ -149,13 +139,12 @@ void TestHostUi::initTestCase()
                                  countArguments.append(call.positionals);
                                  return MStatus(MStatus::kSuccess);
                              });
-    recorderId = MCommandMessage::addCommandOutputCallback(RecordMessage);
 }
 
 void TestHostUi::init()
 {
     pluginLog.clear();
-    messages.clear();
+    recorder = std::make_unique<OutputRecorder>();
     countCalls = 0;
     countArguments.clear();
     host = std::make_unique<HostApplication>(false);
@@ -163,32 +152,9 @@ void TestHostUi::init()
 
 void TestHostUi::cleanup()
 {
+    recorder.reset();
     host.reset();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-}
-
-MStatus TestHostUi::Mel(const QString& text)
-{
-    return HostMel::Execute(text, nullptr, false);
-}
-
-int TestHostUi::MelInt(const QString& text)
-{
-    HostCommandResult result;
-    int value = -1;
-    if (HostMel::Execute(text, &result, false) != MStatus::kSuccess ||
-        result.getResult(value) != MStatus::kSuccess)
-        return -1;
-    return value;
-}
-
-QString TestHostUi::MelString(const QString& text)
-{
-    HostCommandResult result;
-    MString value("<failed>");
-    if (HostMel::Execute(text, &result, false) == MStatus::kSuccess)
-        result.getResult(value);
-    return MQtUtil::toQString(value);
 }
 
 HostMainWindow* TestHostUi::Window() const

@@ -35,28 +35,19 @@ private:
         return tabMark ? 8 : 10;
     }
 
-    static int MaxAlpha(const QImage& image)
+    // The lowest and the highest alpha of any pixel.
+    static QPair<int, int> AlphaRange(const QImage& image)
     {
-        int result = 0;
-        for (int y = 0; y < image.height(); ++y)
-        {
-            for (int x = 0; x < image.width(); ++x)
-                result = qMax(result, image.pixelColor(x, y).alpha());
-        }
-        return result;
-    }
-
-    static bool HasClearPixel(const QImage& image)
-    {
+        QPair<int, int> range(255, 0);
         for (int y = 0; y < image.height(); ++y)
         {
             for (int x = 0; x < image.width(); ++x)
             {
-                if (image.pixelColor(x, y).alpha() == 0)
-                    return true;
+                const int alpha = image.pixelColor(x, y).alpha();
+                range = {qMin(range.first, alpha), qMax(range.second, alpha)};
             }
         }
-        return false;
+        return range;
     }
 
     QTemporaryDir appDir;
@@ -65,7 +56,6 @@ private slots:
     void initTestCase()
     {
         qputenv("MAYA_APP_DIR", QFile::encodeName(appDir.path()));
-        QCOMPARE(IconNames().size(), 55);
         QCOMPARE(IconNames().removeDuplicates(), 0);
     }
 
@@ -83,17 +73,16 @@ private slots:
         QFETCH(QString, name);
         const QPixmap pixmap(IconPath(name));
         QVERIFY2(!pixmap.isNull(), qPrintable(IconPath(name)));
-        QCOMPARE(pixmap.width(), pixmap.height());
         QCOMPARE(pixmap.size(), QSize(32, 32));
 
         const QImage image = pixmap.toImage().convertToFormat(QImage::Format_ARGB32);
         QVERIFY(image.hasAlphaChannel());
-        QVERIFY2(MaxAlpha(image) == 255, "no opaque pixel");
-        QVERIFY2(HasClearPixel(image), "no transparent ground");
+        QVERIFY2(AlphaRange(image).second == 255, "no opaque pixel");
+        QVERIFY2(AlphaRange(image).first == 0, "no transparent ground");
 
         const int size = SmallestDrawnSize(name);
         const QImage small = image.scaled(size, size, Qt::KeepAspectRatio, Qt::SmoothTransformation);
-        QVERIFY2(MaxAlpha(small) >= 192, "fades away when drawn small");
+        QVERIFY2(AlphaRange(small).second >= 192, "fades away when drawn small");
     }
 
     // A file the code does not know by name is dead weight or a misspelt icon.

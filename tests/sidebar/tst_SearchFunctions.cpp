@@ -1,3 +1,4 @@
+#include "TestFiles.h"
 #include "sidebar/LiteralSearch.h"
 #include "sidebar/SearchFunctions.h"
 
@@ -47,12 +48,6 @@ Found ReferenceForFile(const QString& path, const QRegularExpression& regEx)
     for (QString line = stream.readLine(); !line.isNull(); line = stream.readLine())
         lines.append(line);
     return MatchLines(lines, regEx);
-}
-
-bool WriteFile(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly | QIODevice::Truncate) && file.write(bytes) == bytes.size();
 }
 
 const QStringList PATTERNS{"a",       "ab",      "^a",      "a$",      "\\ba\\b", "a\\s+b",  "[^x]+b",  "a(?=\\n)",
@@ -180,7 +175,7 @@ private slots:
         QFETCH(QStringList, patterns);
         QTemporaryDir dir;
         const QString path = dir.filePath(QStringLiteral("f.txt"));
-        QVERIFY(WriteFile(path, bytes));
+        QVERIFY(TestFiles::Write(path, bytes));
         for (const QString& pattern : patterns)
         {
             const QRegularExpression regEx(pattern);
@@ -211,7 +206,7 @@ private slots:
         QCOMPARE(mkfifo(fifo.toLocal8Bit().constData(), 0600), 0);
         QVERIFY(FindMatchingInFile(fifo, regEx).isEmpty());
         const QString locked = dir.filePath(QStringLiteral("locked.txt"));
-        QVERIFY(WriteFile(locked, "a\n"));
+        QVERIFY(TestFiles::Write(locked, "a\n"));
         QVERIFY(QFile::setPermissions(locked, QFileDevice::Permissions()));
         // Root reads it anyway; anyone else gets nothing, and nobody a crash.
         QCOMPARE(FindMatchingInFile(locked, regEx).size(), geteuid() == 0 ? 1 : 0);
@@ -274,10 +269,7 @@ private slots:
             const int length = static_cast<int>(random.bounded(60));
             for (int i = 0; i < length; ++i)
                 bytes += alphabet.at(static_cast<int>(random.bounded(alphabet.size())));
-            QFile file(path);
-            QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-            file.write(bytes);
-            file.close();
+            QVERIFY(TestFiles::Write(path, bytes));
             const QStringList lines = QString::fromLatin1(bytes).split(QLatin1Char('\n'));
             for (const QString& needle : needles)
             {

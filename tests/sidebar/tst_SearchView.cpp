@@ -1,4 +1,6 @@
+#include "EditorWindow.h"
 #include "HostFixture.h"
+#include "TestFiles.h"
 #include "editor/CodeEditor.h"
 #include "editor/FindReplaceWidget.h"
 #include "settings/ColorSettings.h"
@@ -25,19 +27,6 @@
 
 namespace
 {
-bool WriteFile(const QString& path, const QByteArray& bytes)
-{
-    QDir().mkpath(QFileInfo(path).absolutePath());
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly | QIODevice::Truncate) && file.write(bytes) == bytes.size();
-}
-
-QByteArray ReadFile(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 // The tree as the user reads it: one line per row, indented by level.
 QStringList Rows(const QTreeWidget* tree)
 {
@@ -96,23 +85,21 @@ private slots:
         QVERIFY(workspace.isValid());
         QDir(workspace.path()).removeRecursively();
         QDir().mkpath(workspace.path());
-        WriteFile(Ws("b.py"), "import os\nos.path  # os twice: os\n");
-        WriteFile(Ws("A/x.mel"), "// nothing\nproc os_proc() {}\n");
-        WriteFile(Ws("a.txt"), "first os\n");
-        WriteFile(Ws("c/deep/z.py"), "\n\nx = os\n");
-        WriteFile(Ws("c/bin.dat"), QByteArray("\0\0os\0\xff\xfe\nos", 10));
-        WriteFile(Ws("c/latin1.txt"), "caf\xe9 os\n");
-        WriteFile(Ws(".hidden/h.py"), "os\n");
+        TestFiles::Write(Ws("b.py"), "import os\nos.path  # os twice: os\n");
+        TestFiles::Write(Ws("A/x.mel"), "// nothing\nproc os_proc() {}\n");
+        TestFiles::Write(Ws("a.txt"), "first os\n");
+        TestFiles::Write(Ws("c/deep/z.py"), "\n\nx = os\n");
+        TestFiles::Write(Ws("c/bin.dat"), QByteArray("\0\0os\0\xff\xfe\nos", 10));
+        TestFiles::Write(Ws("c/latin1.txt"), "caf\xe9 os\n");
+        TestFiles::Write(Ws(".hidden/h.py"), "os\n");
         QVERIFY(QFile::link(Ws("c"), Ws("c/deep/loop")));
         QVERIFY(QFile::link(Ws("b.py"), Ws("link.py")));
         QCOMPARE(mkfifo(Ws("c/pipe").toLocal8Bit().constData(), 0600), 0);
 
         fixture = std::make_unique<HostFixture>();
         QVERIFY(fixture->LoadPlugin() == MStatus::kSuccess);
-        editor = fixture->OpenEditor();
+        editor = EditorWindow::Open(*fixture, QSize(1200, 800));
         QVERIFY(editor);
-        editor->window()->resize(1200, 800);
-        QVERIFY(QTest::qWaitForWindowExposed(editor->window()));
         Settings::workspaceFolders = {workspace.path()};
     }
 
@@ -248,7 +235,20 @@ private slots:
         code->selectAll();
         QTest::keyClicks(code, QStringLiteral("os"));
         QTRY_COMPARE(Tree()->topLevelItem(0)->child(0)->text(0), QStringLiteral("a.txt"));
-        QCOMPARE(ReadFile(Ws("a.txt")), QByteArray("first os\n"));
+        QCOMPARE(TestFiles::Read(Ws("a.txt")), QByteArray("first os\n"));
+    }
+
+    // A buffer that comes to match while the view shows gets its branch above the folders.
+    void bufferThatComesToMatchIsListedFirst()
+    {
+        SearchFor(QStringLiteral("proc os_proc"));
+        QCOMPARE(Tree()->topLevelItemCount(), 1);
+        CodeEditor* buffer = editor->GetActiveCodeEditor();
+        QVERIFY(buffer && buffer->GetType() == CodeEditorType::INTERNAL_BUFFER);
+        QTest::keyClicks(buffer, QStringLiteral("proc os_proc"));
+        QTRY_COMPARE(Tree()->topLevelItemCount(), 2);
+        QCOMPARE(Tree()->topLevelItem(0)->text(0), QStringLiteral("Internal"));
+        QCOMPARE(Tree()->topLevelItem(1)->text(0), RootText());
     }
 
     void nextResultSelectsTheMatchInItsEditor()
@@ -275,8 +275,8 @@ private slots:
 
     void replaceInFilesEditsBuffersAndLeavesDisksAlone()
     {
-        const QByteArray bBefore = ReadFile(Ws("b.py"));
-        const QByteArray zBefore = ReadFile(Ws("c/deep/z.py"));
+        const QByteArray bBefore = TestFiles::Read(Ws("b.py"));
+        const QByteArray zBefore = TestFiles::Read(Ws("c/deep/z.py"));
         editor->ReplaceInFiles();
         Edit("replaceEdit")->setText(QStringLiteral("sys"));
         SearchFor(QStringLiteral("os"), Ws("b.py") + QStringLiteral(", ") + Ws("c/deep"));
@@ -313,8 +313,8 @@ private slots:
         QCOMPARE(z->GetText(), QStringLiteral("\n\nx = sys\n"));
         QVERIFY(b->IsModified());
         QVERIFY(z->IsModified());
-        QCOMPARE(ReadFile(Ws("b.py")), bBefore);
-        QCOMPARE(ReadFile(Ws("c/deep/z.py")), zBefore);
+        QCOMPARE(TestFiles::Read(Ws("b.py")), bBefore);
+        QCOMPARE(TestFiles::Read(Ws("c/deep/z.py")), zBefore);
 
         // After the search text changes, replacing waits for the next search.
         Edit("searchEdit")->setText(QStringLiteral("sys"));

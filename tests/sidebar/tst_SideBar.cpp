@@ -1,4 +1,5 @@
 #include "DragSimulation.h"
+#include "EditorWindow.h"
 #include "HostFixture.h"
 #include "editor/CodeEditor.h"
 #include "settings/Settings.h"
@@ -105,18 +106,13 @@ private:
     OutlineView* Outline() const { return Explorer()->GetOutlineView(); }
     OutlineTreeWidget* OutlineTree() const { return Outline()->GetTreeWidget(); }
     OpenCodeEditorsView* OpenEditors() const { return Explorer()->GetOpenCodeEditorsView(); }
+    QStringList OutlineRows() const { return Rows(OutlineTree()->invisibleRootItem()); }
 
     BrindletEditor* Open()
     {
-        BrindletEditor* opened = fixture->OpenEditor();
-        if (!opened)
-            return nullptr;
-        QWidget* window = opened->window();
-        window->resize(1400, 900);
-        window->show();
-        if (!QTest::qWaitForWindowExposed(window))
-            return nullptr;
-        opened->ShowExplorer();
+        BrindletEditor* opened = EditorWindow::Open(*fixture, QSize(1400, 900));
+        if (opened)
+            opened->ShowExplorer();
         return opened;
     }
 
@@ -314,29 +310,10 @@ private slots:
         QVERIFY(view->GetSearchEdit()->text().isEmpty());
     }
 
-    void hostDescribesMayaCommandFlags_data()
-    {
-        QTest::addColumn<QString>("command");
-        QTest::addColumn<QString>("line");
-        QTest::newRow("polyCube") << "polyCube" << "   -ax -axis  Length Length Length\n";
-        QTest::newRow("ls") << "ls" << "   -sl -selection\n";
-        QTest::newRow("xform") << "xform" << "   -ws -worldSpace\n";
-        QTest::newRow("setAttr") << "setAttr" << "   -typ -type  String\n";
-    }
-
-    void hostDescribesMayaCommandFlags()
-    {
-        QFETCH(QString, command);
-        QFETCH(QString, line);
-        const QString help = fixture->MelString(QStringLiteral("help -so %1").arg(command));
-        QVERIFY2(help.contains(QStringLiteral("Flags:\n")), qPrintable(help));
-        QVERIFY2(help.contains(line), qPrintable(help));
-    }
-
     void outlineFollowsTypingAndSelects()
     {
         CodeEditor* mel = Buffer(CodeEditorLanguage::MEL, QString::fromLatin1(MEL_TEXT));
-        QTRY_COMPARE(Rows(OutlineTree()->invisibleRootItem()), (QStringList{"gamma", "alpha", "$gBeta"}));
+        QTRY_COMPARE(OutlineRows(), (QStringList{"gamma", "alpha", "$gBeta"}));
 
         // Typing reaches the outline through the editor's timer and the parser.
         QTextCursor cursor = mel->textCursor();
@@ -344,7 +321,7 @@ private slots:
         mel->setTextCursor(cursor);
         mel->setFocus();
         QTest::keyClicks(mel, QStringLiteral("proc delta() {}"));
-        QTRY_COMPARE(Rows(OutlineTree()->invisibleRootItem()), (QStringList{"gamma", "alpha", "$gBeta", "delta"}));
+        QTRY_COMPARE(OutlineRows(), (QStringList{"gamma", "alpha", "$gBeta", "delta"}));
 
         // A click on a symbol selects its name in the editor.
         QTreeWidgetItem* alpha = Find(OutlineTree(), QStringLiteral("alpha"));
@@ -352,17 +329,16 @@ private slots:
                           OutlineTree()->visualItemRect(alpha).center());
         QCOMPARE(mel->GetSelectedText(), QStringLiteral("alpha"));
 
-        // Filters hide kinds without a new parse; Show All brings them back.
+        // Sorted by name, also through the rebuild of a filter; filters hide kinds without a new
+        // parse, Show All brings them back; unsorted, the order of the source is back.
+        QTest::mouseClick(Outline()->GetSortButton(), Qt::LeftButton);
+        QCOMPARE(OutlineRows(), (QStringList{"$gBeta", "alpha", "delta", "gamma"}));
         Outline()->ToggleGlobalVariableVisibility();
-        QCOMPARE(Rows(OutlineTree()->invisibleRootItem()), (QStringList{"gamma", "alpha", "delta"}));
+        QCOMPARE(OutlineRows(), (QStringList{"alpha", "delta", "gamma"}));
         Outline()->ShowAllTypes();
-        QCOMPARE(Rows(OutlineTree()->invisibleRootItem()).size(), 4);
-
-        // Sorting by name, and back to the order of the source.
+        QCOMPARE(OutlineRows().size(), 4);
         QTest::mouseClick(Outline()->GetSortButton(), Qt::LeftButton);
-        QCOMPARE(Rows(OutlineTree()->invisibleRootItem()), (QStringList{"$gBeta", "alpha", "delta", "gamma"}));
-        QTest::mouseClick(Outline()->GetSortButton(), Qt::LeftButton);
-        QCOMPARE(Rows(OutlineTree()->invisibleRootItem()), (QStringList{"gamma", "alpha", "$gBeta", "delta"}));
+        QCOMPARE(OutlineRows(), (QStringList{"gamma", "alpha", "$gBeta", "delta"}));
     }
 
     void outlineKeepsExpandedNodesPerFile()
@@ -370,9 +346,9 @@ private slots:
         CodeEditor* python = Buffer(CodeEditorLanguage::PYTHON, QString::fromLatin1(PYTHON_TEXT));
         QTRY_VERIFY(Find(OutlineTree(), QStringLiteral("Rig")));
         // Imports are hidden at first.
-        QCOMPARE(Rows(OutlineTree()->invisibleRootItem()), (QStringList{"Rig", "  build", "  apply", "zeta", "alpha"}));
+        QCOMPARE(OutlineRows(), (QStringList{"Rig", "  build", "  apply", "zeta", "alpha"}));
         Outline()->ToggleImportVisibility();
-        QCOMPARE(Rows(OutlineTree()->invisibleRootItem()),
+        QCOMPARE(OutlineRows(),
                  (QStringList{"os", "p = path (sys)", "Rig", "  build", "  apply", "zeta", "alpha"}));
         QTreeWidgetItem* rig = Find(OutlineTree(), QStringLiteral("Rig"));
         QVERIFY(!rig->isExpanded());

@@ -1,4 +1,5 @@
 #include "HostFixture.h"
+#include "TestFiles.h"
 #include "plugin/MayaUtil.h"
 #include "settings/ColorSettings.h"
 #include "settings/KeyBindings.h"
@@ -26,19 +27,6 @@
 
 namespace
 {
-bool WriteFile(const QString& path, const QByteArray& bytes)
-{
-    QDir().mkpath(QFileInfo(path).absolutePath());
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly | QIODevice::Truncate) && file.write(bytes) == bytes.size();
-}
-
-QByteArray ReadFile(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 // Everything below a folder, as relative paths: what "changes nothing" compares.
 QStringList Listing(const QString& root)
 {
@@ -56,36 +44,15 @@ void Shell(const QString& command)
     QProcess::execute(QStringLiteral("sh"), {QStringLiteral("-c"), command});
 }
 
-// A folder that nobody, root included, can change; false where the platform can't do it.
-bool SetReadOnly(const QString& path, bool readOnly)
-{
-    if (!readOnly)
-    {
-        QProcess::execute(QStringLiteral("chattr"), {QStringLiteral("-i"), path});
-        return QFile::setPermissions(path, QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
-    }
-    QFile::setPermissions(path, QFileDevice::ReadOwner | QFileDevice::ExeOwner);
-    QFile probe(path + QStringLiteral("/.probe"));
-    if (!probe.open(QIODevice::WriteOnly))
-        return true;
-    probe.remove();
-    QProcess::execute(QStringLiteral("chattr"), {QStringLiteral("+i"), path});
-    QFile second(path + QStringLiteral("/.probe"));
-    if (!second.open(QIODevice::WriteOnly))
-        return true;
-    second.remove();
-    return false;
-}
-
 // Answers every modal dialog that opens: text into an input dialog, a button of a message box.
-struct DialogAnswer : QObject
+struct Answer : QObject
 {
     QString text;
     QMessageBox::StandardButton button = QMessageBox::Yes;
     QStringList seen;
-    DialogAnswer()
+    QTimer timer;
+    Answer()
     {
-        timer.setInterval(20);
         connect(&timer, &QTimer::timeout, this,
                 [this]
                 {
@@ -102,9 +69,8 @@ struct DialogAnswer : QObject
                         box->button(button)->click();
                     }
                 });
-        timer.start();
+        timer.start(20);
     }
-    QTimer timer;
 };
 
 QStringList ChildTexts(const QTreeWidgetItem* item)
@@ -142,6 +108,15 @@ private:
     std::unique_ptr<WorkspaceView> view;
 
     QString Disk(const QString& relative) const { return disk->filePath(relative); }
+    bool Put(std::initializer_list<std::pair<const char*, const char*>> files) const
+    {
+        for (const auto& [relative, text] : files)
+        {
+            if (!TestFiles::Write(Disk(QLatin1String(relative)), text))
+                return false;
+        }
+        return true;
+    }
     WorkspaceTreeWidget* Tree() const { return view->GetTreeWidget(); }
 
     // A shown view whose workspace is the given root folders, added to the workspace file that
@@ -149,7 +124,7 @@ private:
     bool MakeView(const QStringList& roots)
     {
         if (!QFileInfo::exists(Settings::GetWorkspacePath()) &&
-            !WriteFile(Settings::GetDefaultWorkspacePath(), "{\"folders\": []}"))
+            !TestFiles::Write(Settings::GetDefaultWorkspacePath(), "{\"folders\": []}"))
             return false;
         view = std::make_unique<WorkspaceView>(keyBindings.get());
         for (const QString& root : roots)
@@ -202,10 +177,10 @@ private slots:
 
     void foldersAreReadOnlyWhenOpened()
     {
-        QVERIFY(WriteFile(Disk("root/a/b/c/deep.mel"), "proc deep() {}"));
-        QVERIFY(WriteFile(Disk("root/a/one.py"), "x = 1"));
-        QVERIFY(WriteFile(Disk("root/Zeta.txt"), ""));
-        QVERIFY(WriteFile(Disk("root/alpha.mel"), ""));
+        QVERIFY(Put({{"root/a/b/c/deep.mel", "proc deep() {}"},
+                     {"root/a/one.py", "x = 1"},
+                     {"root/Zeta.txt", ""},
+                     {"root/alpha.mel", ""}}));
         QVERIFY(QDir().mkpath(Disk("root/empty")));
         QVERIFY(MakeView({Disk("root")}));
 
@@ -252,9 +227,9 @@ private slots:
 
     void changesOnDiskKeepOpenFoldersAndCurrentItem()
     {
-        QVERIFY(WriteFile(Disk("root/scripts/old.py"), "x = 1"));
-        QVERIFY(WriteFile(Disk("root/scripts/keep.mel"), ""));
-        QVERIFY(WriteFile(Disk("root/other/inside.txt"), ""));
+        QVERIFY(Put({{"root/scripts/old.py", "x = 1"},
+                     {"root/scripts/keep.mel", ""},
+                     {"root/other/inside.txt", ""}}));
         QVERIFY(MakeView({Disk("root")}));
         QTreeWidgetItem* root = Tree()->topLevelItem(0);
         Click(root);
@@ -290,7 +265,7 @@ private slots:
         const QString path = Settings::GetDefaultWorkspacePath();
         QCOMPARE(Settings::workspacePath, path);
         QCOMPARE(view->GetTitleText(), QStringLiteral("<strong>WORKSPACE</strong>"));
-        const QByteArray written = ReadFile(path);
+        const QByteArray written = TestFiles::Read(path);
         QVERIFY(written.contains("\n    \"folders\""));
         QCOMPARE(QJsonDocument::fromJson(written).object().value("folders").toArray().toVariantList(),
                  (QVariantList{Disk("first"), Disk("second")}));
@@ -310,7 +285,11 @@ private slots:
         // Removing a root rewrites the file at once; nothing on disk goes.
         view->GetTreeWidget()->setCurrentItem(view->GetTreeWidget()->topLevelItem(0));
         view->GetTreeWidget()->RemoveFolderFromWorkspace();
-        QCOMPARE(QJsonDocument::fromJson(ReadFile(rigging)).object().value("folders").toArray().toVariantList(),
+        QCOMPARE(QJsonDocument::fromJson(TestFiles::Read(rigging))
+                     .object()
+                     .value("folders")
+                     .toArray()
+                     .toVariantList(),
                  (QVariantList{Disk("second")}));
         QVERIFY(QFileInfo::exists(Disk("first")));
         // The next rebuild lets go of the removed root's watch and keeps the other.
@@ -352,7 +331,7 @@ private slots:
         QFETCH(QByteArray, content);
         QFETCH(QStringList, roots);
         QFETCH(QString, message);
-        QVERIFY(WriteFile(Disk("a/file.mel"), ""));
+        QVERIFY(TestFiles::Write(Disk("a/file.mel"), ""));
         QVERIFY(QDir().mkpath(Disk("kept")));
         QVERIFY(MakeView({Disk("kept")}));
         fixture->ClearMessages();
@@ -360,7 +339,7 @@ private slots:
         const QString path = Disk("team.bq2-workspace");
         content.replace("DISK", disk->path().toUtf8());
         if (content != "missing")
-            QVERIFY(WriteFile(path, content));
+            QVERIFY(TestFiles::Write(path, content));
         view->OpenWorkspace(path);
 
         QStringList shown;
@@ -382,18 +361,17 @@ private slots:
         }
         // A file that could not be read whole is never written over.
         if (roots.isEmpty() && content != "missing")
-            QCOMPARE(ReadFile(path), content);
+            QCOMPARE(TestFiles::Read(path), content);
         // The earlier workspace's roots stay known, for the search, until removed by the user.
         QVERIFY(Settings::workspaceFolders.contains(Disk("kept")));
     }
 
     void fileOperations()
     {
-        QVERIFY(WriteFile(Disk("root/unread/inside.txt"), ""));
-        QVERIFY(WriteFile(Disk("root/file.mel"), "proc a() {}"));
+        QVERIFY(Put({{"root/unread/inside.txt", ""}, {"root/file.mel", "proc a() {}"}}));
         QVERIFY(MakeView({Disk("root")}));
         QTreeWidgetItem* root = Tree()->topLevelItem(0);
-        DialogAnswer answer;
+        Answer answer;
 
         // A new file in a folder not yet read shows the folder whole, the new file with it.
         Tree()->setCurrentItem(root);
@@ -433,7 +411,7 @@ private slots:
         QTest::keyClick(editor, Qt::Key_Return);
         QTRY_COMPARE(moved.size(), 1);
         QCOMPARE(moved.first(), (QVariantList{Disk("root/file.mel"), Disk("root/tool.mel")}));
-        QCOMPARE(ReadFile(Disk("root/tool.mel")), QByteArray("proc a() {}"));
+        QCOMPARE(TestFiles::Read(Disk("root/tool.mel")), QByteArray("proc a() {}"));
 
         // Copy and paste into another folder, then delete with the question answered.
         QTRY_VERIFY(Child(Tree()->topLevelItem(0), "tool.mel"));
@@ -441,7 +419,11 @@ private slots:
         Tree()->Copy();
         Tree()->setCurrentItem(Child(Tree()->topLevelItem(0), "folder"));
         Tree()->Paste();
-        QCOMPARE(ReadFile(Disk("root/folder/tool.mel")), QByteArray("proc a() {}"));
+        QCOMPARE(TestFiles::Read(Disk("root/folder/tool.mel")), QByteArray("proc a() {}"));
+        fixture->ClearMessages();
+        Tree()->Paste();
+        QVERIFY(fixture->HasMessageContaining(
+            QStringLiteral("File already exists: %1").arg(Disk("root/folder/tool.mel"))));
         QSignalSpy deleted(Tree(), &WorkspaceTreeWidget::ItemDeleted);
         answer.button = QMessageBox::No;
         Tree()->Remove();
@@ -481,19 +463,19 @@ private slots:
         QFETCH(QString, operation);
         QFETCH(QString, message);
         message.replace(QStringLiteral("DISK"), disk->path());
-        QVERIFY(WriteFile(Disk("root/locked/in.mel"), "x"));
-        QVERIFY(WriteFile(Disk("root/locked/other.mel"), "y"));
-        QVERIFY(WriteFile(Disk("root/locked/sub/deep.mel"), "z"));
-        QVERIFY(WriteFile(Disk("root/source.mel"), "s"));
+        QVERIFY(Put({{"root/locked/in.mel", "x"},
+                     {"root/locked/other.mel", "y"},
+                     {"root/locked/sub/deep.mel", "z"},
+                     {"root/source.mel", "s"}}));
         QVERIFY(MakeView({Disk("root")}));
         Click(Tree()->topLevelItem(0));
         QTreeWidgetItem* locked = Child(Tree()->topLevelItem(0), "locked");
         Click(locked);
-        if (!SetReadOnly(Disk("root/locked"), true))
+        if (!TestFiles::MakeReadOnly(Disk("root/locked"), true))
             QSKIP("This platform cannot make a folder read-only.");
         const QStringList before = Listing(disk->path());
         fixture->ClearMessages();
-        DialogAnswer answer;
+        Answer answer;
         answer.text = QStringLiteral("new.mel");
 
         if (operation == QLatin1String("new file") || operation == QLatin1String("new folder"))
@@ -526,9 +508,9 @@ private slots:
             Tree()->Paste();
         }
         const QStringList after = Listing(disk->path());
-        QVERIFY(SetReadOnly(Disk("root/locked"), false));
+        QVERIFY(TestFiles::MakeReadOnly(Disk("root/locked"), false));
         QCOMPARE(after, before);
-        QCOMPARE(ReadFile(Disk("root/locked/sub/deep.mel")), QByteArray("z"));
+        QCOMPARE(TestFiles::Read(Disk("root/locked/sub/deep.mel")), QByteArray("z"));
         const QStringList errors = fixture->MessagesOfType(MCommandMessage::kError);
         QCOMPARE(errors.size(), 1);
         QVERIFY2(errors.first().contains(message), qPrintable(errors.first()));
@@ -536,8 +518,7 @@ private slots:
 
     void revealOpensTheWayToAFile()
     {
-        QVERIFY(WriteFile(Disk("root/a/b/c/target.py"), ""));
-        QVERIFY(WriteFile(Disk("root/z/other.py"), ""));
+        QVERIFY(Put({{"root/a/b/c/target.py", ""}, {"root/z/other.py", ""}}));
         QVERIFY(MakeView({Disk("root")}));
         view->Reveal(Disk("root/a/b/c/target.py"));
         QTreeWidgetItem* current = Tree()->currentItem();
@@ -558,10 +539,10 @@ private slots:
 
     void compiledPythonIsHidden()
     {
-        QVERIFY(WriteFile(Disk("root/__pycache__/m.cpython-311.pyc"), ""));
-        QVERIFY(WriteFile(Disk("root/only/old.PYC"), ""));
-        QVERIFY(WriteFile(Disk("root/m.py"), ""));
-        QVERIFY(WriteFile(Disk("root/m.pyc"), ""));
+        QVERIFY(Put({{"root/__pycache__/m.cpython-311.pyc", ""},
+                     {"root/only/old.PYC", ""},
+                     {"root/m.py", ""},
+                     {"root/m.pyc", ""}}));
         QVERIFY(MakeView({Disk("root")}));
         QTreeWidgetItem* root = Tree()->topLevelItem(0);
         Click(root);

@@ -107,6 +107,17 @@ private slots:
         QCOMPARE(bar->GetTabRect(2).left(), bar->GetTabRect(1).right() + 1);
     }
 
+    // The bar grows with the interface's scale; a scale that makes no sense leaves it as it is.
+    void heightFollowsTheInterfaceScale()
+    {
+        for (const auto& [scale, height] : {std::pair{2.0, 48}, {0.0, 24}, {-1.5, 24}})
+        {
+            Settings::customScaleValue = scale;
+            CustomTabBar scaled;
+            QCOMPARE(scaled.height(), height);
+        }
+    }
+
     void toolTipsFollowThePointer()
     {
         ShowBar(2, 400);
@@ -178,6 +189,24 @@ private slots:
         QCOMPARE(Region(close), blank);
     }
 
+    // A tab removed under the pointer takes the hover along: the next tab at that place shows
+    // no close button until the pointer moves again.
+    void removedTabTakesItsHoverAlong()
+    {
+        ShowBar(3, 500);
+        bar->SetTabsClosable(true);
+        bar->SetBackgroundColor(BACKGROUND);
+        const QRect close = bar->GetCloseRect(2);
+        const QImage blank = Region(close);
+        MoveMouse(bar.get(), close.center());
+        QVERIFY(Region(close) != blank);
+        bar->RemoveTab(2);
+        bar->InsertTab(-1, QStringLiteral("tab 2"));
+        bar->grab();
+        QCOMPARE(bar->GetCloseRect(2), close);
+        QCOMPARE(Region(close), blank);
+    }
+
     void closeButtonClickRequestsCloseWithoutActivating()
     {
         ShowBar(3, 500);
@@ -244,17 +273,11 @@ private slots:
         QCOMPARE(left, 0);
         QCOMPARE(bar->GetScrollBarValue(), 0);
 
-        // Held at the start, the button stops the timer at once.
+        // Held at the start, the button stops the timer at once; held elsewhere, the timer goes on.
         bar->BeginScrollingLeft();
         QVERIFY(!bar->IsScrolling());
-    }
-
-    void heldScrollRunsOnItsTimer()
-    {
-        ShowBar(10, 220);
         bar->BeginScrollingRight();
         const int afterFirstStep = bar->GetScrollBarValue();
-        QVERIFY(afterFirstStep > 0);
         QTRY_VERIFY_WITH_TIMEOUT(bar->GetScrollBarValue() > afterFirstStep, 5000);
         bar->EndScrolling();
         QVERIFY(!bar->IsScrolling());
@@ -339,15 +362,12 @@ private slots:
         std::unique_ptr<QMimeData> foreign(DragSimulation::TabMimeData(7, 5));
         DragSimulation::DragTo(bar.get(), end, foreign.get(), true);
         QCOMPARE(move.at(2), (QList<QVariant>{7, 5, 3, 4}));
-    }
 
-    void tabDraggedOntoItselfShowsNoZone()
-    {
-        ShowBar(3, 600);
-        std::unique_ptr<QMimeData> own(DragSimulation::TabMimeData(3, 1));
-        DragSimulation::DragTo(bar.get(), bar->GetTabRect(1).center(), own.get(), false);
+        // A tab over itself shows no zone.
+        std::unique_ptr<QMimeData> second(DragSimulation::TabMimeData(3, 1));
+        DragSimulation::DragTo(bar.get(), bar->GetTabRect(1).center(), second.get(), false);
         QVERIFY(!bar->GetDropZoneRect().isValid());
-        DragSimulation::DragTo(bar.get(), bar->GetTabRect(0).center(), own.get(), false);
+        DragSimulation::DragTo(bar.get(), bar->GetTabRect(0).center(), second.get(), false);
         QCOMPARE(bar->GetDropZoneRect(), bar->GetTabRect(0));
     }
 
