@@ -31,12 +31,8 @@ class TestStandaloneProgram : public QObject
 
 private slots:
     void initTestCase();
-    void versionThroughPython();
-    void editorOpensWithoutBatch();
-    void batchHasNoEditorCommand();
-    void batchExitCodes_data();
-    void batchExitCodes();
-    void helpFlag();
+    void runs_data();
+    void runs();
 
 private:
     RunResult Run(const QStringList& arguments);
@@ -72,79 +68,51 @@ RunResult TestStandaloneProgram::Run(const QStringList& arguments)
     return result;
 }
 
-void TestStandaloneProgram::versionThroughPython()
+void TestStandaloneProgram::runs_data()
 {
-    const RunResult result =
-        Run({QStringLiteral("-command"),
-             QStringLiteral(
-                 "python(\"import maya.mel; print(maya.mel.eval(\\\"brindletEditor2 -v\\\"))\"); quit -f")});
-    QVERIFY(result.finished);
-    QCOMPARE(result.exitCode, 0);
-    const QStringList lines = result.standardOutput.split(QLatin1Char('\n'));
-    QVERIFY2(lines.contains(Settings::VERSION_STRING),
-             qPrintable(result.standardOutput + result.standardError));
-}
-
-void TestStandaloneProgram::editorOpensWithoutBatch()
-{
-    // The program opens the editor before the command runs.
-    const RunResult result =
-        Run({QStringLiteral("-command"),
-             QStringLiteral(
-                 "print(\"visible=\" + `workspaceControl -q -visible BrindletEditor2Window` + \"\\n\"); "
-                 "quit -f")});
-    QVERIFY(result.finished);
-    QCOMPARE(result.exitCode, 0);
-    QVERIFY2(result.standardOutput.contains(QStringLiteral("visible=1")), qPrintable(result.standardOutput));
-}
-
-void TestStandaloneProgram::batchHasNoEditorCommand()
-{
-    const RunResult result = Run({QStringLiteral("-batch"), QStringLiteral("-command"),
-                                  QStringLiteral("brindletEditor2 -v; print \"not reached\\n\"")});
-    QVERIFY(result.finished);
-    QCOMPARE(result.exitCode, 1);
-    QVERIFY2(result.standardOutput.contains(QStringLiteral("Cannot find procedure")),
-             qPrintable(result.standardOutput));
-    QVERIFY(!result.standardOutput.contains(QStringLiteral("not reached")));
-}
-
-void TestStandaloneProgram::batchExitCodes_data()
-{
-    QTest::addColumn<QString>("command");
+    QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<int>("exitCode");
-    QTest::addColumn<QString>("printed");
-    QTest::newRow("mel print") << QStringLiteral("print \"batch ok\\n\"") << 0 << QStringLiteral("batch ok");
-    QTest::newRow("python print") << QStringLiteral("python(\"print('from ' + 'python')\")") << 0
-                                  << QStringLiteral("from python");
-    QTest::newRow("quit in command") << QStringLiteral("print \"before quit\\n\"; quit -f") << 0
-                                     << QStringLiteral("before quit");
-    QTest::newRow("error") << QStringLiteral("print \"partial\\n\"; error \"deliberate\"") << 1
-                           << QStringLiteral("deliberate");
-    QTest::newRow("no command") << QString() << 0 << QString();
+    QTest::addColumn<QStringList>("printed");
+    QTest::addColumn<QString>("notPrinted");
+    const QString batch = QStringLiteral("-batch");
+    const QString command = QStringLiteral("-command");
+    QTest::newRow("version through python")
+        << QStringList{command, "python(\"import maya.mel; print(maya.mel.eval(\\\"brindletEditor2 -v\\\"))\"); "
+                                "quit -f"}
+        << 0 << QStringList{Settings::VERSION_STRING + QLatin1Char('\n')} << "";
+    // Without -batch the program opens the editor before the command runs.
+    QTest::newRow("editor open")
+        << QStringList{command, "print(\"visible=\" + `workspaceControl -q -visible BrindletEditor2Window` + "
+                                "\"\\n\"); quit -f"}
+        << 0 << QStringList{"visible=1"} << "";
+    QTest::newRow("batch has no editor command")
+        << QStringList{batch, command, "brindletEditor2 -v; print \"not reached\\n\""} << 1
+        << QStringList{"Cannot find procedure"} << "not reached";
+    QTest::newRow("mel print") << QStringList{batch, command, "print \"batch ok\\n\""} << 0
+                               << QStringList{"batch ok"} << "";
+    QTest::newRow("python print") << QStringList{batch, command, "python(\"print('from ' + 'python')\")"} << 0
+                                  << QStringList{"from python"} << "";
+    QTest::newRow("quit in command") << QStringList{batch, command, "print \"before quit\\n\"; quit -f"} << 0
+                                     << QStringList{"before quit"} << "";
+    QTest::newRow("error") << QStringList{batch, command, "print \"partial\\n\"; error \"deliberate\""} << 1
+                           << QStringList{"partial", "deliberate"} << "";
+    QTest::newRow("no command") << QStringList{batch} << 0 << QStringList() << "";
+    QTest::newRow("help") << QStringList{"-help"} << 0 << QStringList{"-batch", "-command"} << "";
 }
 
-void TestStandaloneProgram::batchExitCodes()
+void TestStandaloneProgram::runs()
 {
-    QFETCH(QString, command);
+    QFETCH(QStringList, arguments);
     QFETCH(int, exitCode);
-    QFETCH(QString, printed);
-    QStringList arguments = {QStringLiteral("-batch")};
-    if (!command.isEmpty())
-        arguments << QStringLiteral("-command") << command;
+    QFETCH(QStringList, printed);
+    QFETCH(QString, notPrinted);
     const RunResult result = Run(arguments);
     QVERIFY(result.finished);
     QCOMPARE(result.exitCode, exitCode);
-    QVERIFY2(result.standardOutput.contains(printed), qPrintable(result.standardOutput));
-}
-
-void TestStandaloneProgram::helpFlag()
-{
-    const RunResult result = Run({QStringLiteral("-help")});
-    QVERIFY(result.finished);
-    QCOMPARE(result.exitCode, 0);
-    QVERIFY(result.standardOutput.contains(QStringLiteral("-batch")));
-    QVERIFY(result.standardOutput.contains(QStringLiteral("-command")));
+    for (const QString& text : printed)
+        QVERIFY2(result.standardOutput.contains(text), qPrintable(result.standardOutput + result.standardError));
+    if (!notPrinted.isEmpty())
+        QVERIFY(!result.standardOutput.contains(notPrinted));
 }
 
 QTEST_GUILESS_MAIN(TestStandaloneProgram)

@@ -1,11 +1,14 @@
+#include "EditorWindow.h"
 #include "HostApplication.h"
 #include "HostFixture.h"
+#include "TestFiles.h"
 #include "output/OutputTextEdit.h"
 #include "output/PanelGroup.h"
 #include "plugin/BrindletEditorCommand.h"
 #include "plugin/MayaUtil.h"
 #include "settings/Settings.h"
 #include "shell/BrindletEditor.h"
+#include "tabs/CodeEditorGroup.h"
 
 #include <maya/MGlobal.h>
 #include <maya/MQtUtil.h>
@@ -17,7 +20,7 @@
 #include <QtWidgets/QApplication>
 
 // The plug-in driven end to end through the substitute host: load, the command and its
-// flags, output formatting through the real callback, quit and unload.
+// flags, its panel, output formatting through the real callback, quit and unload.
 class TestPluginLifecycle : public QObject
 {
     Q_OBJECT
@@ -43,15 +46,48 @@ private:
         return BrindletEditorCommand::editorWidget->GetPanelGroup()->GetOutputTextEdit()->GetText();
     }
 
-private slots:
-    void firstFormattedMessageUsesTheMelCommentToken()
+    static int Collapsed()
     {
-        // Runs first: the comment token is kept from message to message for the process.
+        int collapsed = -1;
+        MayaUtil::ExecuteMelIntResult(
+            QStringLiteral("workspaceControl -q -collapse %1").arg(MayaUtil::workspaceControlName),
+            collapsed);
+        return collapsed;
+    }
+
+    static bool PythonHas(const QString& module)
+    {
+        int loaded = -1;
+        MayaUtil::ExecutePythonIntResult(QStringLiteral("int('%1' in sys.modules)").arg(module), loaded);
+        return loaded == 1;
+    }
+
+    static QRect EditorOnScreen(const BrindletEditor* editor)
+    {
+        return QRect(editor->mapToGlobal(QPoint(0, 0)), editor->size());
+    }
+
+private slots:
+    void firstCallInTheProcess()
+    {
+        // Runs first: the first call and the comment token are once per process.
         HostFixture fixture;
         QVERIFY(fixture.LoadPlugin() == MStatus::kSuccess);
+        // As Maya restores the panel from its layout before anybody runs the command.
+        QVERIFY(fixture.Mel(QStringLiteral("workspaceControl -collapse true %1")
+                                .arg(MayaUtil::workspaceControlName)) == MStatus::kSuccess);
         QVERIFY(fixture.OpenEditor());
+        QCOMPARE(Collapsed(), 1);
+        // Every later call brings it back.
+        QVERIFY(fixture.OpenEditor());
+        QCOMPARE(Collapsed(), 0);
+        // No echo yet: the first message is wrapped in MEL's comment token.
         MGlobal::displayInfo("hello");
-        QVERIFY(Output().endsWith(QStringLiteral("// hello //\n")));
+        QVERIFY2(Output().endsWith(QStringLiteral("// hello //\n")), qPrintable(Output()));
+        fixture.Mel(
+            QStringLiteral("workspaceControl -e -collapse true %1").arg(MayaUtil::workspaceControlName));
+        QVERIFY(fixture.OpenEditor());
+        QCOMPARE(Collapsed(), 0);
     }
 
     void loadInstallsCommandMenuButtonAndCallbacks()
@@ -105,75 +141,91 @@ private slots:
         QVERIFY(Output().contains(QStringLiteral("while hidden")));
     }
 
-    void firstFlagWins()
+    void commandFlags_data()
     {
-        HostFixture fixture;
-        fixture.LoadPlugin();
-        fixture.OpenEditor();
-        MGlobal::displayInfo("keep me");
-        QCOMPARE(fixture.MelString(QStringLiteral("brindletEditor2 -v -co")), QStringLiteral("2.7.6"));
-        QVERIFY(Output().contains(QStringLiteral("keep me")));
-        QVERIFY(fixture.Mel(QStringLiteral("brindletEditor2 -clearOutput")) == MStatus::kSuccess);
-        QVERIFY(!Output().contains(QStringLiteral("keep me")));
+        QTest::addColumn<bool>("editorOpen");
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<bool>("succeeds");
+        QTest::addColumn<QString>("told");
+        // Whether a line printed before the command is in the editor's output afterwards.
+        QTest::addColumn<bool>("earlierLineShown");
+        const QString gui = QStringLiteral("Brindlet Editor 2 GUI has not been initialized.");
+        QTest::newRow("the first flag wins") << true << "-v -co" << true << "" << true;
+        QTest::newRow("clear output") << true << "-clearOutput" << true << "" << false;
+        QTest::newRow("clear before the editor") << false << "-co" << true << "" << false;
+        QTest::newRow("open before the editor") << false << "" << true << "" << true;
+        QTest::newRow("unknown flag") << false << "-bogus" << false << "Invalid flag" << true;
+        QTest::newRow("open no file") << false << "-of \"\"" << true << "" << true;
+        QTest::newRow("open a missing file") << false << "-of \"DIR/none.py\"" << false
+                                             << "[BrindletEditor2] File not found: DIR/none.py" << true;
+        QTest::newRow("open a folder") << false << "-openFile \"DIR\"" << false << "Invalid file path: DIR"
+                                       << true;
+        QTest::newRow("open a file before the editor") << false << "-of \"DIR/a b.py\"" << false << gui << true;
+        QTest::newRow("revert before the editor") << false << "-rms" << true << "" << true;
     }
 
-    void unknownFlagFails()
+    void commandFlags()
     {
-        HostFixture fixture;
-        fixture.LoadPlugin();
-        QVERIFY(fixture.Mel(QStringLiteral("brindletEditor2 -bogus")) != MStatus::kSuccess);
-        QVERIFY(!fixture.MessagesOfType(MCommandMessage::kError).isEmpty());
-        QVERIFY(!BrindletEditorCommand::GuiAvailable());
-    }
-
-    void clearOutputBeforeTheEditorClearsTheHostHistory()
-    {
-        HostFixture fixture;
-        fixture.LoadPlugin();
-        MGlobal::displayInfo("before the editor");
-        QVERIFY(fixture.Mel(QStringLiteral("brindletEditor2 -co")) == MStatus::kSuccess);
-        MGlobal::displayInfo("after clearing");
-        fixture.OpenEditor();
-        QVERIFY(!Output().contains(QStringLiteral("before the editor")));
-        QVERIFY(Output().contains(QStringLiteral("after clearing")));
-    }
-
-    void outputBeforeTheEditorArrivesThroughTheHistory()
-    {
-        HostFixture fixture;
-        fixture.LoadPlugin();
-        MGlobal::executeCommand("print \"early line\\n\"", true);
-        fixture.OpenEditor();
-        QVERIFY(Output().contains(QStringLiteral("early line")));
-    }
-
-    void openFileChecksItsArgument()
-    {
-        HostFixture fixture;
-        fixture.LoadPlugin();
+        QFETCH(bool, editorOpen);
+        QFETCH(QString, command);
+        QFETCH(bool, succeeds);
+        QFETCH(QString, told);
+        QFETCH(bool, earlierLineShown);
         QTemporaryDir dir;
-        const QString file = dir.filePath(QStringLiteral("a b.py"));
-        QFile(file).open(QIODevice::WriteOnly);
-
-        QVERIFY(fixture.Mel(QStringLiteral("brindletEditor2 -of \"\"")) == MStatus::kSuccess);
-        QVERIFY(fixture.Mel(QStringLiteral("brindletEditor2 -of \"%1\"").arg(dir.filePath("none.py"))) !=
-                MStatus::kSuccess);
-        QVERIFY(fixture.HasMessageContaining(
-            QStringLiteral("[BrindletEditor2] File not found: %1").arg(dir.filePath("none.py"))));
-        QVERIFY(fixture.Mel(QStringLiteral("brindletEditor2 -openFile \"%1\"").arg(dir.path())) !=
-                MStatus::kSuccess);
-        QVERIFY(fixture.HasMessageContaining(QStringLiteral("Invalid file path: %1").arg(dir.path())));
-        QVERIFY(fixture.Mel(QStringLiteral("brindletEditor2 -of \"%1\"").arg(file)) != MStatus::kSuccess);
-        QVERIFY(
-            fixture.HasMessageContaining(QStringLiteral("Brindlet Editor 2 GUI has not been initialized.")));
-        QVERIFY(!BrindletEditorCommand::GuiAvailable());
+        QVERIFY(TestFiles::Write(dir.filePath(QStringLiteral("a b.py")), "x = 1\n"));
+        HostFixture fixture;
+        QVERIFY(fixture.LoadPlugin() == MStatus::kSuccess);
+        if (editorOpen)
+            QVERIFY(fixture.OpenEditor());
+        MGlobal::executeCommand("print \"earlier line\\n\"", true);
+        fixture.ClearMessages();
+        command.replace(QLatin1String("DIR"), dir.path());
+        told.replace(QLatin1String("DIR"), dir.path());
+        QCOMPARE(fixture.Mel(QStringLiteral("brindletEditor2 ") + command) == MStatus::kSuccess, succeeds);
+        // An error is printed exactly where one is expected, and it names the fault.
+        const QStringList errors = fixture.MessagesOfType(MCommandMessage::kError);
+        QVERIFY2(told.isEmpty() ? errors.isEmpty() : errors.join(QLatin1Char('\n')).contains(told),
+                 qPrintable(errors.join(QLatin1Char('\n'))));
+        // Only the plain call opens an editor.
+        QCOMPARE(BrindletEditorCommand::GuiAvailable(), editorOpen || command.isEmpty());
+        QVERIFY(fixture.OpenEditor());
+        QCOMPARE(Output().contains(QStringLiteral("earlier line")), earlierLineShown);
     }
 
-    void revertModuleStateWithoutEditorSucceeds()
+    void openFileWithAnEditorOpen()
     {
         HostFixture fixture;
-        fixture.LoadPlugin();
-        QVERIFY(fixture.Mel(QStringLiteral("brindletEditor2 -rms")) == MStatus::kSuccess);
+        QVERIFY(fixture.LoadPlugin() == MStatus::kSuccess);
+        QVERIFY(EditorWindow::Open(fixture));
+        QTemporaryDir dir;
+        const QString path = QDir(dir.path()).filePath(QStringLiteral("opened by command.py"));
+        QVERIFY(TestFiles::Write(path, "x = 1\n"));
+        QVERIFY(fixture.Mel(QStringLiteral("brindletEditor2 -openFile \"%1\"").arg(path)) ==
+                MStatus::kSuccess);
+        CodeEditorGroup* group = EditorWindow::Active(fixture);
+        QCOMPARE(group->GetCount(), 3);
+        QCOMPARE(group->GetFilePath(group->GetCurrentIndex()), path);
+        QCOMPARE(group->GetText(group->GetCurrentIndex()), QStringLiteral("x = 1\n"));
+        // A second call shows the same tab rather than a copy.
+        QVERIFY(fixture.Mel(QStringLiteral("brindletEditor2 -of \"%1\"").arg(path)) == MStatus::kSuccess);
+        QCOMPARE(fixture.Editor()->GetCodeEditorCount(), 3);
+    }
+
+    void revertModuleStateWithAnEditorOpen()
+    {
+        HostFixture fixture;
+        QVERIFY(fixture.LoadPlugin() == MStatus::kSuccess);
+        QVERIFY(EditorWindow::Open(fixture));
+        // The first show took the snapshot of the loaded modules.
+        fixture.Host().ProcessIdleQueue();
+        MayaUtil::ExecutePython(QStringLiteral("import sys\nsys.modules.pop('fractions', None)"));
+        MayaUtil::ExecutePython(QStringLiteral("import fractions"));
+        QVERIFY(PythonHas(QStringLiteral("fractions")));
+        QVERIFY(fixture.Mel(QStringLiteral("brindletEditor2 -revertModuleState")) == MStatus::kSuccess);
+        fixture.Host().ProcessIdleQueue();
+        QVERIFY(!PythonHas(QStringLiteral("fractions")));
+        QVERIFY(PythonHas(QStringLiteral("sys")));
+        QVERIFY(fixture.HasMessageContaining(QStringLiteral("Python module state reverted.")));
     }
 
     void messagesAreWrappedByTheLastEcho()
@@ -263,7 +315,6 @@ private slots:
         QVERIFY(!ButtonCommands().contains(QStringLiteral("brindletEditor2")));
         QVERIFY(!MayaUtil::WorkspaceControlVisible());
         QVERIFY(fixture.Mel(QStringLiteral("brindletEditor2 -v")) != MStatus::kSuccess);
-        QVERIFY(!fixture.HasMessageContaining(QStringLiteral("Failed to remove callbacks")));
         QVERIFY(!fixture.HasMessageContaining(QStringLiteral("Failed to remove")));
         QCOMPARE(MayaUtil::callbackIds.length(), 0u);
         // The settings reached the disk.
@@ -327,6 +378,45 @@ private slots:
         QCOMPARE(state, 0);
         qunsetenv("BQ2_HOST_DPI_MODE");
         qunsetenv("BQ2_HOST_DPI_SCALE");
+    }
+
+    // A floating panel across restarts: it comes back where the user left it, frame for frame.
+    void floatingPanelStaysPutAcrossRestarts_data()
+    {
+        QTest::addColumn<QRect>("frame");
+        QTest::newRow("where the user put it") << QRect(141, 70, 998, 679);
+        QTest::newRow("near the origin") << QRect(0, 0, 640, 480);
+    }
+
+    void floatingPanelStaysPutAcrossRestarts()
+    {
+        QFETCH(QRect, frame);
+        HostFixture fixture;
+        QCOMPARE(fixture.LoadPlugin(), MStatus::kSuccess);
+        BrindletEditor* editor = fixture.OpenEditor();
+        QVERIFY(editor);
+        QWidget* window = editor->window();
+        QVERIFY(window != editor && window != MayaUtil::GetMainWindow());
+        // The user drags and sizes the floating window: a move places its frame, a resize its inside.
+        window->move(frame.topLeft());
+        const QMargins margins(window->geometry().left() - window->frameGeometry().left(),
+                               window->geometry().top() - window->frameGeometry().top(),
+                               window->frameGeometry().right() - window->geometry().right(),
+                               window->frameGeometry().bottom() - window->geometry().bottom());
+        window->resize(frame.marginsRemoved(margins).size());
+        QCoreApplication::processEvents();
+        QCOMPARE(window->frameGeometry(), frame);
+        const QRect editorArea = EditorOnScreen(editor);
+        for (int restart = 1; restart <= 3; ++restart)
+        {
+            fixture.Restart();
+            QSettings file(Settings::GetUserConfigPath(), QSettings::IniFormat);
+            QCOMPARE(file.value(QStringLiteral("main/windowGeometry")).toRect(), frame);
+            editor = fixture.OpenEditor();
+            QVERIFY(editor);
+            QCOMPARE(editor->window()->frameGeometry(), frame);
+            QCOMPARE(EditorOnScreen(editor), editorArea);
+        }
     }
 };
 

@@ -241,53 +241,45 @@ private slots:
         QCOMPARE(SelectionNames(), QStringList({QStringLiteral("nine"), QStringLiteral("ten")}));
     }
 
-    void customRowsKeepOnlyWhatReads()
-    {
-        WriteRaw("[customhighlighting]\n0=\"a;;;b;;;c\"\n"
-                 "1=\"kept;;;4278190335;;;0;;;1;;;0;;;m;;;1;;;1;;;1\"\n2=@Point(1 2)\n");
-        ColorSettings::ReadUserConfig();
-        QCOMPARE(SelectionNames(), QStringList({QStringLiteral("kept")}));
-    }
-
-    void emptyCustomHighlightingGroupKeepsTheFactoryRows()
-    {
-        WriteRaw("[customhighlighting]\n\n[codeeditor]\nmelProcs=\"4278190335,0,400,0,0\"\n");
-        ColorSettings::ReadUserConfig();
-        QCOMPARE(SelectionNames(), FactorySelectionNames());
-        QCOMPARE(CodeEditorString(ColorSettings::MEL_PROCS), QStringLiteral("4278190335,0,400,0,0"));
-    }
-
     void malformedFilesFallBackToDefaults_data()
     {
         QTest::addColumn<QByteArray>("content");
         QTest::addColumn<QStringList>("changedKeys");
         // Rows under "customhighlighting" that do not read leave the user's list empty.
-        QTest::addColumn<bool>("customRowsUnread");
+        QTest::addColumn<QStringList>("customRows");
         const QStringList none;
         const QStringList plain = {QStringLiteral("plainText")};
         QTest::newRow("not a colour") << QByteArray("[codeeditor]\nmelKeywords=\"red,blue,bold,x,y\"\n"
                                                     "plainText=\"4278190335,0,400,0,0\"\n"
                                                     "[customhighlighting]\n0=\"a;;;b;;;c\"\n")
-                                      << plain << true;
+                                      << plain << none;
         QTest::newRow("wrong types") << QByteArray("[codeeditor]\nmelKeywords=@Rect(1 2 3 4)\n"
                                                    "melStrings=@ByteArray(\\0\\x1)\n"
                                                    "melNumbers=@Variant(\\0\\0\\0\\x7f\\0\\0\\0\\x1)\n"
                                                    "melProcs=@Invalid()\n"
                                                    "[customhighlighting]\n0=@Point(1 2)\n")
-                                     << none << true;
+                                     << none << none;
         QTest::newRow("truncated") << QByteArray("[main]\nversion=1\n\n[codeeditor]\n"
                                                  "plainText=\"4278190335,0,400,0,0\"\nmelKeywords=\"4291135")
-                                   << plain << false;
+                                   << plain << FactorySelectionNames();
         QTest::newRow("not utf-8") << QByteArray("[codeeditor]\nmelKeywords=\"\xff\xfe,\xc0,400,0,0\"\n"
                                                  "[customhighlighting]\n0=\"\xff;;;\xfe;;;0;;;1;;;0\"\n")
-                                   << none << true;
+                                   << none << none;
+        QTest::newRow("only the rows that read") << QByteArray(
+            "[customhighlighting]\n0=\"a;;;b;;;c\"\n"
+            "1=\"kept;;;4278190335;;;0;;;1;;;0;;;m;;;1;;;1;;;1\"\n2=@Point(1 2)\n")
+                                                 << none << QStringList{QStringLiteral("kept")};
+        QTest::newRow("empty custom group") << QByteArray("[customhighlighting]\n\n[codeeditor]\n"
+                                                          "melProcs=\"4278190335,0,400,0,0\"\n")
+                                            << QStringList{QStringLiteral("melProcs")}
+                                            << FactorySelectionNames();
     }
 
     void malformedFilesFallBackToDefaults()
     {
         QFETCH(QByteArray, content);
         QFETCH(QStringList, changedKeys);
-        QFETCH(bool, customRowsUnread);
+        QFETCH(QStringList, customRows);
         WriteRaw(content);
 
         ColorSettings::ReadUserConfig();
@@ -296,7 +288,7 @@ private slots:
             const bool same = CodeEditorString(key) == CodeEditorString(key, true);
             QVERIFY2(same != changedKeys.contains(key), qPrintable(key));
         }
-        QCOMPARE(SelectionNames(), customRowsUnread ? QStringList() : FactorySelectionNames());
+        QCOMPARE(SelectionNames(), customRows);
     }
 
     void pointersStayValidAndSeeEveryChange()

@@ -171,6 +171,7 @@ private slots:
         QTest::addColumn<bool>("stateKept");
         QTest::newRow("never both hidden") << false << false << false << true << false << true;
         QTest::newRow("output hidden stays") << false << true << false << true << false << true;
+        QTest::newRow("editors hidden stay") << false << false << true << false << true << true;
         QTest::newRow("always shows both") << true << true << false << true << true << false;
         QTest::newRow("always, both shown") << true << true << true << true << true << true;
     }
@@ -285,26 +286,27 @@ private slots:
     void booleanSpellings_data()
     {
         QTest::addColumn<QByteArray>("value");
-        QTest::addColumn<bool>("expected");
-        // The default of both keys read here is true.
-        QTest::newRow("true") << QByteArray("true") << true;
-        QTest::newRow("false") << QByteArray("false") << false;
-        QTest::newRow("one") << QByteArray("1") << true;
-        QTest::newRow("zero") << QByteArray("0") << false;
-        QTest::newRow("upper case, spaces") << QByteArray("\" FALSE \"") << false;
-        QTest::newRow("perhaps") << QByteArray("perhaps") << true;
-        QTest::newRow("empty") << QByteArray("") << true;
-        QTest::newRow("a rectangle") << QByteArray("@Rect(1 2 3 4)") << true;
+        QTest::addColumn<int>("expected");
+        // -1: not a boolean, each key keeps its default (sideBarLeft true, renderWhitespace false).
+        QTest::newRow("true") << QByteArray("true") << 1;
+        QTest::newRow("false") << QByteArray("false") << 0;
+        QTest::newRow("one") << QByteArray("1") << 1;
+        QTest::newRow("zero") << QByteArray("0") << 0;
+        QTest::newRow("upper case, spaces") << QByteArray("\" FALSE \"") << 0;
+        QTest::newRow("perhaps") << QByteArray("perhaps") << -1;
+        QTest::newRow("empty") << QByteArray("") << -1;
+        QTest::newRow("a rectangle") << QByteArray("@Rect(1 2 3 4)") << -1;
     }
 
     void booleanSpellings()
     {
         QFETCH(QByteArray, value);
-        WriteRaw("[main]\nsideBarLeft=" + value +
-                 "\nwindowGeometry=nonsense\n[preferences]\nsaveAllOnExit=" + value + "\n");
+        QFETCH(int, expected);
+        WriteRaw("[main]\nsideBarLeft=" + value + "\nrenderWhitespace=" + value +
+                 "\nwindowGeometry=nonsense\n");
         Settings::ReadUserConfig();
-        QTEST(Settings::sideBarLeft, "expected");
-        QTEST(Settings::saveAllOnExit, "expected");
+        QCOMPARE(Settings::sideBarLeft, expected < 0 || expected == 1);
+        QCOMPARE(Settings::renderWhitespace, expected == 1);
         QCOMPARE(Settings::windowGeometry, QRect());
     }
 

@@ -6,6 +6,7 @@
 #include "plugin/MayaUtil.h"
 #include "settings/KeyBindings.h"
 #include "settings/Settings.h"
+#include "editor/CodeEditor.h"
 #include "shell/BrindletEditor.h"
 #include "shell/StatusBar.h"
 #include "sidebar/ActivityBar.h"
@@ -13,6 +14,7 @@
 #include "tabs/CodeEditorGroup.h"
 #include "widgets/FlatButton.h"
 
+#include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtGui/QAction>
 #include <QtTest/QtTest>
@@ -80,6 +82,12 @@ private slots:
         QVERIFY(editor->GetActivityBar()->isVisible());
         QVERIFY(editor->GetStatusBar()->isVisible());
         QVERIFY(editor->windowTitle() == QStringLiteral("Brindlet Editor 2"));
+        // The two buffers are files of their own in the preferences folder.
+        const QStringList names = QDir(Settings::GetInternalBufferDirectoryPath()).entryList(QDir::Files);
+        QCOMPARE(names.size(), 2);
+        QCOMPARE(names.filter(QRegularExpression(QStringLiteral("^melBuffer_.{6}\\.mel$"))).size(), 1);
+        QCOMPARE(names.filter(QRegularExpression(QStringLiteral("^pythonBuffer_.{6}\\.py$"))).size(), 1);
+        QCOMPARE(editor->GetActiveCodeEditorGroup()->GetType(1), CodeEditorType::INTERNAL_BUFFER);
     }
 
     void sideBarTogglesAndComesBackAtAQuarter()
@@ -228,7 +236,10 @@ private slots:
         editor->ToggleCodeEditorLayout();
         const QString ini = Settings::GetUserConfigPath();
         QFile::remove(ini);
+        // Nothing is modified: nothing is asked, and the editor goes.
+        Settings::saveAllOnExit = false;
         QVERIFY(fixture->Host().Quit());
+        QVERIFY(!BrindletEditorCommand::GuiAvailable());
         QSettings raw(ini, QSettings::IniFormat);
         QCOMPARE(raw.value(QStringLiteral("main/codeEditorOrientVertical")).toBool(), true);
     }
@@ -306,15 +317,6 @@ private slots:
         editor->OnApplicationFocusChanged(outside, editor->GetActiveCodeEditorGroup());
         QVERIFY(!toggleSideBar->shortcuts().isEmpty());
         delete outside;
-    }
-
-    void closingTheHostWithNothingModifiedAsksNothing()
-    {
-        BrindletEditor* editor = Open();
-        QVERIFY(editor);
-        Settings::saveAllOnExit = false;
-        QVERIFY(fixture->Host().Quit());
-        QVERIFY(!BrindletEditorCommand::GuiAvailable());
     }
 
 private:

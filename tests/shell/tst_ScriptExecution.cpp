@@ -174,7 +174,9 @@ private slots:
         MayaUtil::ExecutePython(QStringLiteral("import sys\nsys.modules.pop('fractions', None)"));
         CodeEditor* python = FocusedBuffer(CodeEditorLanguage::PYTHON, QStringLiteral("import fractions"));
         QVERIFY(python);
+        // Off, the run leaves what it imported in place.
         editor->Execute();
+        fixture->Host().ProcessIdleQueue();
         int loaded = 0;
         QVERIFY(MayaUtil::ExecutePythonIntResult(QStringLiteral("int('fractions' in sys.modules)"), loaded));
         QCOMPARE(loaded, 1);

@@ -1,5 +1,6 @@
 #include "EditorWindow.h"
 #include "HostFixture.h"
+#include "TestFiles.h"
 #include "editor/CodeEditor.h"
 #include "plugin/MayaUtil.h"
 #include "settings/KeyBindings.h"
@@ -8,6 +9,7 @@
 #include "shell/StatusBar.h"
 #include "tabs/CodeEditorGroup.h"
 
+#include <QtCore/QTemporaryDir>
 #include <QtCore/QTimer>
 #include <QtGui/QAction>
 #include <QtTest/QtTest>
@@ -72,7 +74,8 @@ QAction* Action(const QMenu* menu, const QString& text)
 }
 } // namespace
 
-// The status bar alone, and at the foot of the main widget following the active editor.
+// The status bar alone, and at the foot of the main widget following the active editor and the
+// split groups as the user selects and closes them.
 class TestStatusBar : public QObject
 {
     Q_OBJECT
@@ -88,29 +91,6 @@ private slots:
     }
 
     void cleanup() { fixture.reset(); }
-
-    void showsWhatItIsGiven()
-    {
-        StatusBar bar(nullptr);
-        bar.resize(800, 30);
-        bar.show();
-        bar.SetInterpreter(CodeEditorLanguage::MEL);
-        bar.SetErrorAndWarningCount(3, 12);
-        bar.SetInfo(QStringLiteral("Syntax error: unexpected ';'"));
-        bar.SetCursorPosition(14, 7, 21);
-        bar.SetOverwriteEnabled(true);
-        QCOMPARE(ShownTexts(bar),
-                 (QStringList{QStringLiteral("MEL     "), QStringLiteral("<icon>"), QStringLiteral("3  "),
-                              QStringLiteral("<icon>"), QStringLiteral("12    "),
-                              QStringLiteral("Syntax error: unexpected ';'"),
-                              QStringLiteral("Ln 14      Col 7      Sel 21"), QStringLiteral("OVR")}));
-        bar.SetInterpreter(CodeEditorLanguage::PYTHON);
-        QCOMPARE(bar.GetInterpreterText(),
-                 QStringLiteral("Python %1 (64-bit)     ").arg(MayaUtil::GetPythonVersion()));
-        QVERIFY(!MayaUtil::GetPythonVersion().isEmpty());
-        bar.SetInterpreter(CodeEditorLanguage::TEXT);
-        QCOMPARE(bar.GetInterpreterText(), QString());
-    }
 
     // A long message is cut at the bar's edge; it never asks the window for more room.
     void longMessageNeverWidensTheBar()
@@ -271,6 +251,55 @@ private slots:
         QTRY_COMPARE_WITH_TIMEOUT(ShownTexts(*bar).at(2), QStringLiteral("0  "), 20000);
         QCOMPARE(ShownTexts(*bar).at(4), QStringLiteral("0    "));
         QCOMPARE(ShownTexts(*bar).at(5), QString());
+    }
+
+    void closingTheLastTabOfASplitGroupHandsOver_data()
+    {
+        QTest::addColumn<bool>("closeTheNewGroup");
+        QTest::newRow("the group split off") << true;
+        QTest::newRow("the group it came from") << false;
+    }
+
+    void closingTheLastTabOfASplitGroupHandsOver()
+    {
+        QFETCH(bool, closeTheNewGroup);
+        BrindletEditor* editor = OpenEditor();
+        QVERIFY(editor);
+        QTemporaryDir files;
+        const QString path = files.filePath(QStringLiteral("split.py"));
+        QVERIFY(TestFiles::Write(path, "x = 1\n") && editor->OpenFile(path));
+        CodeEditorGroup* first = editor->GetActiveCodeEditorGroup();
+        // Split: the file's tab moves into a group of its own, beside the first.
+        editor->OnMoveTabToZoneRequested(first->GetId(), first->GetCurrentIndex(), first->GetId(),
+                                         TabDropZoneAfter);
+        CodeEditorGroup* second = editor->GetCodeEditorGroupByPath(path);
+        QVERIFY(second && second != first);
+        QCOMPARE(editor->GetCodeEditorGroupIndex(second), 1);
+        CodeEditorGroup* closed = closeTheNewGroup ? second : first;
+        CodeEditorGroup* kept = closeTheNewGroup ? first : second;
+        // As the user closes them: the tabs' close requests (nothing is modified, so nothing asks).
+        while (closed->GetCount() > 0)
+            editor->OnCloseTabRequested(closed, 0);
+        QCoreApplication::processEvents();
+        QVERIFY(closed->isHidden());
+
+        CodeEditor* shown = kept->GetCodeEditor(kept->GetCurrentIndex());
+        QVERIFY(shown && shown->isVisible());
+        QCOMPARE(editor->GetActiveCodeEditorGroup(), kept);
+        QCOMPARE(editor->GetActiveCodeEditor(), shown);
+        QCOMPARE(editor->window()->windowTitle(), QStringLiteral("%1 - Brindlet Editor 2").arg(shown->GetLabel()));
+        QCOMPARE(editor->GetStatusBar()->GetInterpreterText().isEmpty(),
+                 shown->GetLanguage() == CodeEditorLanguage::TEXT);
+        // The keyboard goes to the editor the user sees.
+        QCOMPARE(QApplication::focusWidget(), shown);
+        const QString before = shown->GetText();
+        QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("#"));
+        QCOMPARE(shown->GetText().size(), before.size() + 1);
+        const QTextCursor cursor = shown->textCursor();
+        QVERIFY(ShownTexts(*editor->GetStatusBar())
+                    .contains(QStringLiteral("Ln %1      Col %2      Sel 0")
+                                  .arg(cursor.blockNumber() + 1)
+                                  .arg(cursor.positionInBlock() + 1)));
     }
 
 private:
