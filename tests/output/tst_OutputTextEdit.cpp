@@ -309,9 +309,10 @@ private slots:
         const QColor blue(0, 0, 255);
         const QColor green(0, 255, 0);
         auto& rules = ColorSettings::outputUserDefinedSelections;
-        rules.append(ExtraSelectionProperties(QStringLiteral("Words"), green, QColor(), QStringLiteral("a.b")));
-        rules.append(ExtraSelectionProperties(QStringLiteral("Mine"), blue, QColor(), QStringLiteral("a.b"), false,
-                                              true));
+        rules.append(
+            ExtraSelectionProperties(QStringLiteral("Words"), green, QColor(), QStringLiteral("a.b")));
+        rules.append(ExtraSelectionProperties(QStringLiteral("Mine"), blue, QColor(), QStringLiteral("a.b"),
+                                              false, true));
         edit->AppendText(QStringLiteral("has axb inside\nhas a.b and a.b inside\n"));
         QCoreApplication::processEvents();
         QCOMPARE(painted(blue), QStringList{QStringLiteral("has a.b and a.b inside")});
@@ -515,6 +516,12 @@ private slots:
         QCOMPARE(edit->palette().color(QPalette::Highlight),
                  ColorSettings::GetOutputFormat(ColorSettings::SELECTED_TEXT).background().color());
 
+        // Opening find takes the word under the cursor, and selects it.
+        QTextCursor cursor = edit->textCursor();
+        cursor.setPosition(5);
+        edit->setTextCursor(cursor);
+        edit->ShowFindReplace();
+        QCOMPARE(edit->GetSelectedText(), QStringLiteral("two"));
     }
 
     void contextMenuOffersCopySelectAllAndClear()
@@ -550,7 +557,6 @@ private slots:
         QCOMPARE(edit->GetSelectedText(), QStringLiteral("print(1)\u2029print(2)\u2029"));
         QCOMPARE(edit->GetSelectedTextForExecute(), QStringLiteral("print(1)\nprint(2)\n"));
     }
-
 };
 
 QTEST_MAIN(TestOutputTextEdit)
