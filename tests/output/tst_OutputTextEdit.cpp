@@ -516,12 +516,13 @@ private slots:
         QCOMPARE(edit->palette().color(QPalette::Highlight),
                  ColorSettings::GetOutputFormat(ColorSettings::SELECTED_TEXT).background().color());
 
-        // Opening find takes the word under the cursor, and selects it.
+        // Opening find takes the word under the cursor and selects it there, not at another match.
         QTextCursor cursor = edit->textCursor();
-        cursor.setPosition(5);
+        cursor.setPosition(19);
         edit->setTextCursor(cursor);
         edit->ShowFindReplace();
-        QCOMPARE(edit->GetSelectedText(), QStringLiteral("two"));
+        QCOMPARE(edit->GetSelectedText(), QStringLiteral("one"));
+        QCOMPARE(edit->GetSelectedStartPosition(), 18);
     }
 
     void contextMenuOffersCopySelectAllAndClear()
