@@ -7,6 +7,7 @@
 // as the peer, CPython's ast.parse of the same text in a separate python3.
 //
 // Run the default (RelWithDebInfo) or a Release build: QT_QPA_PLATFORM=offscreen build/bench/bench_Completion
+#include "BenchClock.h"
 #include "BenchTexts.h"
 #include "HostApplication.h"
 #include "HostPython.h"
@@ -27,7 +28,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <ctime>
 #include <functional>
 #include <vector>
 
@@ -35,13 +35,6 @@ namespace
 {
 constexpr int REPETITIONS = 5;
 constexpr int RUNS = 10;
-
-double CpuMs()
-{
-    timespec now{};
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
-    return now.tv_sec * 1e3 + now.tv_nsec / 1e6;
-}
 
 double Median(std::vector<double> values)
 {
@@ -68,11 +61,11 @@ Figures Measure(const std::function<void()>& prepare, const std::function<void()
         {
             prepare();
             QElapsedTimer timer;
-            const double cpuStart = CpuMs();
+            const double cpuStart = ProcessCpuMs();
             timer.start();
             request();
             runWall.push_back(timer.nsecsElapsed() / 1e6);
-            runCpu.push_back(CpuMs() - cpuStart);
+            runCpu.push_back(ProcessCpuMs() - cpuStart);
         }
         cpu.push_back(Median(runCpu));
         wall.push_back(Median(runWall));

@@ -3,6 +3,7 @@
 // which walks the folders, is measured apart.
 //
 // Run a Release build with QT_QPA_PLATFORM=offscreen.
+#include "BenchClock.h"
 #include "settings/ColorSettings.h"
 #include "settings/Settings.h"
 #include "sidebar/GoToWidget.h"
@@ -18,7 +19,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <ctime>
 #include <memory>
 
 namespace
@@ -26,15 +26,6 @@ namespace
 constexpr int FILE_COUNT = 20000;
 const char* const NAMES[] = {"rig", "anim", "shader", "export", "utils", "bake", "camera", "light"};
 const char* const SUFFIXES[] = {"mel", "py", "txt", "json"};
-
-// The process's processor time, in milliseconds: on a loaded machine the wall clock also counts
-// the time other programs ran.
-double CpuMilliseconds()
-{
-    timespec now{};
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
-    return static_cast<double>(now.tv_sec) * 1.0e3 + static_cast<double>(now.tv_nsec) / 1.0e6;
-}
 
 struct Times
 {
@@ -63,7 +54,7 @@ private:
     // One keystroke as the user makes it, and the paint that follows.
     Times Keystroke(Qt::Key key, QChar text = QChar())
     {
-        const double cpuStart = CpuMilliseconds();
+        const double cpuStart = ProcessCpuMs();
         QElapsedTimer timer;
         timer.start();
         if (text.isNull())
@@ -72,7 +63,7 @@ private:
             QTest::keyClick(palette->GetLineEdit(), text.toLatin1());
         palette->repaint();
         QCoreApplication::processEvents();
-        return {static_cast<double>(timer.nsecsElapsed()) / 1.0e6, CpuMilliseconds() - cpuStart};
+        return {static_cast<double>(timer.nsecsElapsed()) / 1.0e6, ProcessCpuMs() - cpuStart};
     }
 
     void Record(const Times& times)
@@ -112,7 +103,7 @@ private slots:
 
     void firstUseWalksTheWorkspace()
     {
-        const double cpuStart = CpuMilliseconds();
+        const double cpuStart = ProcessCpuMs();
         QElapsedTimer timer;
         timer.start();
         palette->Show(GoToFilterFile, nullptr, 1, 0, 0, {}, false);
@@ -120,7 +111,7 @@ private slots:
         const double ms = static_cast<double>(timer.nsecsElapsed()) / 1.0e6;
         QCOMPARE(palette->GetRowCount(), FILE_COUNT);
         std::printf("first use (walk of %d files): %.1f ms CPU, %.1f ms wall\n", FILE_COUNT,
-                    CpuMilliseconds() - cpuStart, ms);
+                    ProcessCpuMs() - cpuStart, ms);
     }
 
     // Types "shader_rig_1", then deletes it again, twenty times over; reports each keystroke.

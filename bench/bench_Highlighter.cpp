@@ -6,6 +6,7 @@
 //
 // Run a Release build with QT_QPA_PLATFORM=offscreen. The host is loaded, so that the word lists
 // are Maya's own.
+#include "BenchClock.h"
 #include "BenchTexts.h"
 #include "HostApplication.h"
 #include "editor/CodeEditor.h"
@@ -25,7 +26,6 @@
 #include <QtWidgets/QApplication>
 
 #include <cstdio>
-#include <ctime>
 #include <functional>
 #include <memory>
 
@@ -46,13 +46,6 @@ protected:
 private:
     QTextCharFormat format;
 };
-
-double ThreadCpuMs()
-{
-    timespec now{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
-    return double(now.tv_sec) * 1000.0 + double(now.tv_nsec) / 1e6;
-}
 
 // The best of three runs, by the wall clock and by this thread's processor time: the machine is
 // shared, and the processor time is what the highlighter itself costs.

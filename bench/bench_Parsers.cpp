@@ -2,6 +2,7 @@
 // the same run; sizes from 20,000 to 100,000 lines to show that the cost grows linearly.
 //
 // Run the default (RelWithDebInfo) build: build/bench/bench_Parsers [largest line count]
+#include "BenchClock.h"
 #include "language/MelParser.h"
 #include "language/PythonParser.h"
 
@@ -13,7 +14,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <ctime>
 
 namespace
 {
@@ -39,13 +39,6 @@ QString StandardLibraryText(int lineCount, int& lines)
         lines += moduleLines;
     }
     return text;
-}
-
-double ThreadCpuMs()
-{
-    timespec now{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
-    return double(now.tv_sec) * 1000.0 + double(now.tv_nsec) / 1e6;
 }
 
 // MEL as a rigging script is written: global procs with locals, globals, strings, comments.

@@ -5,6 +5,7 @@
 //
 // ripgrep comes from Debian's package: bench/setup_search_bench.sh installs it if it is missing.
 // Usage: bench_SearchInFiles [runs]
+#include "BenchClock.h"
 #include "HostApplication.h"
 #include "plugin/BrindletEditorCommand.h"
 #include "plugin/PluginMain.h"
@@ -30,7 +31,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <ctime>
 #include <fcntl.h>
 #include <sys/resource.h>
 #include <unistd.h>
@@ -69,15 +69,6 @@ const char* const MEL_LINES[] = {
 };
 
 using Match = std::tuple<QString, int, int>; // relative path, line, column (1-based, bytes)
-
-// Processor time of this process, and of the children it has waited for (ripgrep), in ms: on a
-// loaded machine the wall clock also counts the time other programs ran.
-double CpuMilliseconds()
-{
-    timespec now{};
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
-    return static_cast<double>(now.tv_sec) * 1.0e3 + static_cast<double>(now.tv_nsec) / 1.0e6;
-}
 
 double ChildrenCpuMilliseconds()
 {
@@ -274,12 +265,12 @@ int main(int argc, char** argv)
             {
                 if (cold)
                     DropFromCache(tree.path());
-                const double cpuStart = CpuMilliseconds();
+                const double cpuStart = ProcessCpuMs();
                 QElapsedTimer timer;
                 timer.start();
                 editor->Search(c.text, {}, {}, c.matchCase, false, c.regex);
                 ours.append(static_cast<double>(timer.nsecsElapsed()) / 1.0e6);
-                ourCpu.append(CpuMilliseconds() - cpuStart);
+                ourCpu.append(ProcessCpuMs() - cpuStart);
                 if (cold)
                     DropFromCache(tree.path());
                 double rgTime = 0.0;
@@ -290,11 +281,11 @@ int main(int argc, char** argv)
                 if (!cold)
                 {
                     // The share of reading and matching alone, without the result tree.
-                    const double readStart = CpuMilliseconds();
+                    const double readStart = ProcessCpuMs();
                     QDirIterator it(tree.path(), QDir::Files, QDirIterator::Subdirectories);
                     while (it.hasNext())
                         FindMatchingInFile(it.next(), Settings::globalSearchRegEx);
-                    readCpu.append(CpuMilliseconds() - readStart);
+                    readCpu.append(ProcessCpuMs() - readStart);
                 }
             }
             ourMatches = OurMatches(tree.path(), editor);

@@ -5,6 +5,7 @@
 //
 // "bench_Workspace [folders] [files-per-folder] [runs]"
 
+#include "BenchClock.h"
 #include "settings/Settings.h"
 #include "sidebar/WorkspaceTreeWidget.h"
 
@@ -17,7 +18,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <ctime>
 #include <functional>
 #include <memory>
 
@@ -46,14 +46,6 @@ double Median(QList<double> values)
     return values.isEmpty() ? 0.0 : values.at(values.size() / 2);
 }
 
-// The process's processor time in ms: on a loaded machine the wall clock counts other programs.
-double CpuMilliseconds()
-{
-    timespec now{};
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
-    return static_cast<double>(now.tv_sec) * 1.0e3 + static_cast<double>(now.tv_nsec) / 1.0e6;
-}
-
 struct Times
 {
     QList<double> cpu;
@@ -63,14 +55,21 @@ struct Times
 // Milliseconds of the action, with the events it posts handled and the tree painted.
 void Time(Times& times, QWidget* shown, const std::function<void()>& action)
 {
-    const double cpuStart = CpuMilliseconds();
+    const double cpuStart = ProcessCpuMs();
     QElapsedTimer timer;
     timer.start();
     action();
     shown->repaint();
     QCoreApplication::processEvents();
     times.wall.append(static_cast<double>(timer.nsecsElapsed()) / 1.0e6);
-    times.cpu.append(CpuMilliseconds() - cpuStart);
+    times.cpu.append(ProcessCpuMs() - cpuStart);
+}
+
+// The watcher answers a new file with a rebuild of its own; it runs here, untimed, so that each
+// timed rebuild is one rebuild and not two.
+void LetTheWatcherRebuild()
+{
+    QTest::qWait(100);
 }
 
 void Report(const char* name, const Times& times, double target)
@@ -110,9 +109,11 @@ int main(int argc, char** argv)
         Time(showRoot, tree.get(), [&] { tree->AddTopLevelFolder(root); });
         QFile::remove(QStringLiteral("%1/added_%2.mel").arg(root).arg(run));
         QFile(QStringLiteral("%1/added_%2.mel").arg(root).arg(run)).open(QIODevice::WriteOnly);
+        LetTheWatcherRebuild();
         Time(rebuildClosed, tree.get(), [&] { tree->Refresh(); });
         Time(openRoot, tree.get(), [&] { tree->SetExpandedState(tree->topLevelItem(0), true); });
         QFile(QStringLiteral("%1/folder_0000/added_%2.mel").arg(root).arg(run)).open(QIODevice::WriteOnly);
+        LetTheWatcherRebuild();
         Time(rebuildOpen, tree.get(), [&] { tree->Refresh(); });
         if (tree->topLevelItem(0)->childCount() != folders + run + 1)
         {

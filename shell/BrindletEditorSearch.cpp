@@ -293,7 +293,7 @@ void BrindletEditor::SearchFolder(const QString& topPath, const QString& relativ
         }
         else
         {
-            pending += FindMatchingInFile(filePath, Settings::globalSearchRegEx);
+            pending.append(FindMatchingInFile(filePath, Settings::globalSearchRegEx));
         }
     }
     if (!pending.isEmpty())

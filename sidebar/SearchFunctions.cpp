@@ -1,5 +1,7 @@
 #include "sidebar/SearchFunctions.h"
 
+#include "sidebar/LiteralSearch.h"
+
 #include <QtCore/QFile>
 #include <QtCore/QStringDecoder>
 #include <QtCore/QTextStream>
@@ -61,6 +63,17 @@ bool IsValidUtf16(QStringView text)
     return true;
 }
 
+// The expression with `^` and `$` at each line. A search asks for it once per file: the copy
+// shares the one compiled form. Searches run on the main thread only.
+QRegularExpression WholeTextRegEx(const QRegularExpression& regEx)
+{
+    static QRegularExpression cached;
+    const QRegularExpression::PatternOptions options = regEx.patternOptions() | QRegularExpression::MultilineOption;
+    if (cached.pattern() != regEx.pattern() || cached.patternOptions() != options)
+        cached = QRegularExpression(regEx.pattern(), options);
+    return cached;
+}
+
 // Finds the matches of one expression line by line in texts made of whole lines. Where the
 // pattern allows, one pass over the whole text finds the lines that can hold a match, and only
 // those are matched one by one; the results are the same as matching every line.
@@ -73,8 +86,7 @@ public:
     {
         if (IsLineSafePattern(regEx.pattern()))
         {
-            wholeTextRegEx = QRegularExpression(regEx.pattern(),
-                                                regEx.patternOptions() | QRegularExpression::MultilineOption);
+            wholeTextRegEx = WholeTextRegEx(regEx);
             useWholeText = wholeTextRegEx.isValid();
         }
     }
@@ -178,6 +190,7 @@ QList<SearchResult> FindMatchingInStream(QFile& file, const QString& fileName, c
     QList<SearchResult> results;
     LineMatcher matcher(fileName, fileName, regEx, results);
     file.seek(0);
+    file.setTextModeEnabled(true);
     QTextStream stream(&file);
     qint64 offset = 0;
     for (QString line = stream.readLine(); !line.isNull(); line = stream.readLine())
@@ -262,35 +275,49 @@ QList<SearchResult> FindMatchingInFile(const QString& path, const QRegularExpres
     if (!info.exists() || !info.isFile() || !IsSearchable(regEx))
         return {};
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+    // Read as bytes: carriage returns are dropped below, as a text-mode read would, but only in
+    // the blocks that hold one.
+    if (!file.open(QIODevice::ReadOnly))
         return {};
     const QString fileName = info.fileName();
 
     // Read in blocks cut after a line feed, so that memory stays bounded by the longest line.
     QList<SearchResult> results;
     LineMatcher matcher(fileName, fileName, regEx, results);
+    const LiteralSearch literal(regEx);
     QStringDecoder decoder(QStringDecoder::Utf8);
     QByteArray pending;
     qint64 offset = 0;
     bool first = true;
     while (true)
     {
-        const QByteArray block = file.read(READ_BLOCK_SIZE);
+        // A small file is read in one piece, not into a buffer of the largest block.
+        const qint64 left = file.size() - file.pos();
+        QByteArray block = file.read(left > 0 ? qMin(left + 1, READ_BLOCK_SIZE) : READ_BLOCK_SIZE);
         const bool atEnd = block.isEmpty();
         if (first && StartsWithByteOrderMark(block))
             return FindMatchingInStream(file, fileName, regEx);
         first = false;
         if (block.contains('\r'))
-            return FindMatchingInStream(file, fileName, regEx);
+            block.replace("\r", "");
         pending += block;
         // Only the new block can hold the last line feed.
         const qsizetype lastFeed = block.lastIndexOf('\n');
         const qsizetype cut = atEnd ? pending.size() : lastFeed < 0 ? 0 : pending.size() - block.size() + lastFeed + 1;
         if (cut > 0)
         {
-            const QString text = decoder.decode(QByteArrayView(pending).first(cut));
-            matcher.MatchText(text, offset, false);
-            offset += text.size();
+            const QByteArrayView lines = QByteArrayView(pending).first(cut);
+            if (literal.IsValid() && LiteralSearch::IsAscii(lines))
+            {
+                literal.Match(lines, offset, fileName, fileName, results);
+                offset += cut;
+            }
+            else
+            {
+                const QString text = decoder.decode(lines);
+                matcher.MatchText(text, offset, false);
+                offset += text.size();
+            }
             pending.remove(0, cut);
         }
         if (atEnd)

@@ -1,6 +1,7 @@
 #include "sidebar/SearchResultsTreeWidget.h"
 
 #include "settings/Settings.h"
+#include "sidebar/SearchMatchItem.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
@@ -110,10 +111,7 @@ QTreeWidgetItem* SearchResultsTreeWidget::CreateFileItem(const QString& path, co
 
 QTreeWidgetItem* SearchResultsTreeWidget::CreateMatchItem(const SearchResult& result, const QString& path)
 {
-    auto* item = new QTreeWidgetItem;
-    item->setText(0, result.lineText);
-    SetItemData(item, path, result.position);
-    return item;
+    return new SearchMatchItem(result.lineText, path, result.position);
 }
 
 void SearchResultsTreeWidget::Append(const QString& folder, const QString& relativeDir,

@@ -11,6 +11,8 @@
 #include <QtWidgets/QFileDialog>
 #include <QtWidgets/QMenu>
 
+#include <utility>
+
 WorkspaceTreeWidget::WorkspaceTreeWidget(QWidget* parent) : QTreeWidget(parent)
 {
     setHeaderHidden(true);
@@ -160,6 +162,7 @@ void WorkspaceTreeWidget::AddChildren(QTreeWidgetItem* item, const QFileInfo& in
     // otherwise relayout the view at each row.
     QList<QTreeWidgetItem*> children;
     QList<QTreeWidgetItem*> folders;
+    QStringList folderPaths;
     for (const QFileInfo& entry : entries)
     {
         QTreeWidgetItem* child = CreateChild(entry);
@@ -168,7 +171,7 @@ void WorkspaceTreeWidget::AddChildren(QTreeWidgetItem* item, const QFileInfo& in
         children.append(child);
         if (IsFolderItem(child))
         {
-            WatchDirectory(entry.absoluteFilePath());
+            folderPaths.append(entry.absoluteFilePath());
             if (!QDir(entry.absoluteFilePath())
                      .isEmpty(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden | QDir::System))
             {
@@ -179,6 +182,7 @@ void WorkspaceTreeWidget::AddChildren(QTreeWidgetItem* item, const QFileInfo& in
             }
         }
     }
+    WatchDirectories(folderPaths);
     item->addChildren(children);
     for (QTreeWidgetItem* folder : std::as_const(folders))
     {
@@ -226,10 +230,30 @@ QTreeWidgetItem* WorkspaceTreeWidget::AddChild(QTreeWidgetItem* parent, const QF
 
 void WorkspaceTreeWidget::WatchDirectory(const QString& path)
 {
-    if (watchedDirectories.contains(path))
+    WatchDirectories({path});
+}
+
+void WorkspaceTreeWidget::WatchDirectories(const QStringList& paths)
+{
+    // One call for the folders of a listing: the watcher's own work per call outweighs that of a path.
+    QStringList added;
+    for (const QString& path : paths)
+    {
+        if (watchedDirectories.contains(path))
+            continue;
+        if (unclaimedWatches.remove(path))
+            watchedDirectories.insert(path);
+        else
+            added.append(path);
+    }
+    if (added.isEmpty())
         return;
-    if (watcher.addPath(path))
-        watchedDirectories.insert(path);
+    const QStringList failed = watcher.addPaths(added);
+    for (const QString& path : std::as_const(added))
+    {
+        if (!failed.contains(path))
+            watchedDirectories.insert(path);
+    }
 }
 
 void WorkspaceTreeWidget::ClearAll()
@@ -327,9 +351,15 @@ void WorkspaceTreeWidget::Refresh()
             top = top->parent();
         topPath = GetPath(top);
     }
-    ClearAll();
+    // The tree is made anew, but the watches stay: removing thousands of them and adding them
+    // back costs more than listing the folders. Those of folders no longer shown go at the end.
+    clear();
+    unclaimedWatches = std::exchange(watchedDirectories, {});
     for (const QString& folder : folders)
         AddTopLevelFolder(folder);
+    if (!unclaimedWatches.isEmpty())
+        watcher.removePaths(unclaimedWatches.values());
+    unclaimedWatches.clear();
     if (!currentPath.isEmpty())
         SetCurrentByPath(topPath, currentPath);
 }

@@ -76,6 +76,7 @@ private:
     QTreeWidgetItem* AddChild(QTreeWidgetItem* parent, const QFileInfo& info);
     QTreeWidgetItem* CreateChild(const QFileInfo& info) const;
     void WatchDirectory(const QString& path);
+    void WatchDirectories(const QStringList& paths);
     void RestoreExpandedState(QTreeWidgetItem* item);
     static QByteArray PathHash(const QString& path);
     static void AddPathHash(const QByteArray& hash);
@@ -89,6 +90,9 @@ private:
     QFileSystemWatcher watcher;
     // The watcher's paths as a set: asking the watcher costs a copy of its list each time.
     QSet<QString> watchedDirectories;
+    // While the tree is rebuilt, the watches of the old tree: a folder that is still shown takes
+    // its watch back, the rest are removed at the end.
+    QSet<QString> unclaimedWatches;
     QString copiedFilePath;
     QIcon melIcon;
     QIcon pythonIcon;

@@ -1,3 +1,4 @@
+#include "sidebar/LiteralSearch.h"
 #include "sidebar/SearchFunctions.h"
 
 #include <QtCore/QFile>
@@ -233,6 +234,65 @@ private slots:
         QCOMPARE(results.first().position, 200 * 1024 * 1024 + 1);
         QCOMPARE(results.first().lineText, QStringLiteral("needle here"));
         QFile::remove(path);
+    }
+
+    void recognisesPlainStrings_data()
+    {
+        QTest::addColumn<QRegularExpression>("regEx");
+        QTest::addColumn<bool>("plain");
+        QTest::newRow("word") << CreateSearchRegEx("polyCube", true, false, false) << true;
+        QTest::newRow("escaped dots, any case") << CreateSearchRegEx("a.b(c)", false, false, false) << true;
+        QTest::newRow("whole words") << CreateSearchRegEx("a b", true, true, false) << true;
+        QTest::newRow("expression that is a word") << CreateSearchRegEx("setAttr", true, false, true) << true;
+        QTest::newRow("expression with a dot") << CreateSearchRegEx("a.b", true, false, true) << false;
+        QTest::newRow("class") << CreateSearchRegEx("\\d", true, false, true) << false;
+        QTest::newRow("inner boundary") << CreateSearchRegEx("a\\bb", true, false, true) << false;
+        QTest::newRow("not ascii") << CreateSearchRegEx(QStringLiteral("caf\u00e9"), true, false, false) << false;
+        QTest::newRow("multi-line option") << QRegularExpression("a", QRegularExpression::MultilineOption) << false;
+        QTest::newRow("empty") << QRegularExpression() << false;
+    }
+
+    void recognisesPlainStrings()
+    {
+        QFETCH(QRegularExpression, regEx);
+        QFETCH(bool, plain);
+        QCOMPARE(LiteralSearch(regEx).IsValid(), plain);
+    }
+
+    // Plain words are searched on the bytes of ASCII files. Random ASCII files, every needle with and without case and whole words: the file search
+    // gives what the expression gives on each line alone.
+    void fileMatchesEqualTheExpressionsOnEachLine()
+    {
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("f.mel"));
+        const QByteArray alphabet("aAbB_ .-x\t\n");
+        const QStringList needles{"a", "ab", "Ab", "a.b", "_a", ".a", "a b", "b-", "aa"};
+        QRandomGenerator random(5);
+        for (int round = 0; round < 300; ++round)
+        {
+            QByteArray bytes;
+            const int length = static_cast<int>(random.bounded(60));
+            for (int i = 0; i < length; ++i)
+                bytes += alphabet.at(static_cast<int>(random.bounded(alphabet.size())));
+            QFile file(path);
+            QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+            file.write(bytes);
+            file.close();
+            const QStringList lines = QString::fromLatin1(bytes).split(QLatin1Char('\n'));
+            for (const QString& needle : needles)
+            {
+                for (int options = 0; options < 4; ++options)
+                {
+                    const QRegularExpression regEx = CreateSearchRegEx(needle, options & 1, options & 2, false);
+                    QVERIFY(LiteralSearch(regEx).IsValid());
+                    if (Simplify(FindMatchingInFile(path, regEx)) != MatchLines(lines, regEx))
+                        QFAIL(qPrintable(QStringLiteral("%1 (options %2) in \"%3\"")
+                                             .arg(regEx.pattern())
+                                             .arg(options)
+                                             .arg(QString::fromLatin1(bytes))));
+                }
+            }
+        }
     }
 };
 

@@ -313,6 +313,9 @@ private slots:
         QCOMPARE(QJsonDocument::fromJson(ReadFile(rigging)).object().value("folders").toArray().toVariantList(),
                  (QVariantList{Disk("second")}));
         QVERIFY(QFileInfo::exists(Disk("first")));
+        // The next rebuild lets go of the removed root's watch and keeps the other.
+        view->GetTreeWidget()->Refresh();
+        QCOMPARE(Watched(), QStringList{"second"});
     }
 
     void firstStartShowsScriptsFolderWithoutWriting()
