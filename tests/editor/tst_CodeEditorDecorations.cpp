@@ -36,7 +36,7 @@ public:
     explicit BlockDataEditor(CodeEditorLanguage language) : CodeEditor(Properties(language), nullptr) {}
 };
 
-bool IsNear(QRgb pixel, QRgb color, int tolerance = 40)
+bool IsNear(QRgb pixel, QRgb color, int tolerance)
 {
     return qAbs(qRed(pixel) - qRed(color)) <= tolerance && qAbs(qGreen(pixel) - qGreen(color)) <= tolerance &&
            qAbs(qBlue(pixel) - qBlue(color)) <= tolerance;
@@ -51,26 +51,18 @@ bool Resembles(QRgb pixel, QRgb color)
     return p.hsvSaturation() > 90 && p.value() > 90 && qMin(hueDistance, 360 - hueDistance) <= 20;
 }
 
-int CountResembling(const QImage& image, const QRect& area, QRgb color)
+// The pixels in `area` that resemble `color`, or with a tolerance, that are near it.
+int CountResembling(const QImage& image, const QRect& area, QRgb color, int tolerance = -1)
 {
     int count = 0;
     const QRect clipped = area.intersected(image.rect());
     for (int y = clipped.top(); y <= clipped.bottom(); ++y)
     {
         for (int x = clipped.left(); x <= clipped.right(); ++x)
-            count += Resembles(image.pixel(x, y), color) ? 1 : 0;
-    }
-    return count;
-}
-
-int CountNear(const QImage& image, const QRect& area, QRgb color, int tolerance)
-{
-    int count = 0;
-    const QRect clipped = area.intersected(image.rect());
-    for (int y = clipped.top(); y <= clipped.bottom(); ++y)
-    {
-        for (int x = clipped.left(); x <= clipped.right(); ++x)
-            count += IsNear(image.pixel(x, y), color, tolerance) ? 1 : 0;
+        {
+            const QRgb pixel = image.pixel(x, y);
+            count += (tolerance < 0 ? Resembles(pixel, color) : IsNear(pixel, color, tolerance)) ? 1 : 0;
+        }
     }
     return count;
 }
@@ -290,8 +282,6 @@ private slots:
         QCOMPARE(SelectedTexts(*session->editor, &ColorSettings::errorFormat), QStringList());
         QWidget* gutter = session->editor->findChild<QWidget*>(QStringLiteral("lineNumbers"));
         QCOMPARE(CountResembling(gutter->grab().toImage(), gutter->rect(), CodeEditorErrorBarOverlay::ERROR_COLOR), 0);
-        // The symbols go on regardless.
-        QVERIFY(session->lastParser);
     }
 
     void plainTextHasNoParser()
@@ -508,7 +498,7 @@ private slots:
         const int firstGuideX = line1.left();
         const int secondGuideX = firstGuideX + editor.GetTabStopPixels();
         const auto column = [&](int x, const QRect& line) {
-            return CountNear(image, QRect(x - 1, line.top(), 3, line.height()), guide, 6);
+            return CountResembling(image, QRect(x - 1, line.top(), 3, line.height()), guide, 6);
         };
         QVERIFY(column(firstGuideX, line1) >= line1.height() / 2);
         QVERIFY(column(secondGuideX, line1) >= line1.height() / 2);
@@ -517,7 +507,7 @@ private slots:
         Settings::codeEditorDisplayIndentationGuides = false;
         editor.viewport()->update();
         const QImage without = editor.viewport()->grab().toImage();
-        QCOMPARE(CountNear(without, QRect(secondGuideX - 1, line1.top(), 3, line1.height()), guide, 6), 0);
+        QCOMPARE(CountResembling(without, QRect(secondGuideX - 1, line1.top(), 3, line1.height()), guide, 6), 0);
     }
 
     void gutterWidthFollowsTheLineCount()

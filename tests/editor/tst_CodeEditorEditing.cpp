@@ -49,6 +49,124 @@ void ApplySettings(const QString& switches)
             QTest::qFail(qPrintable(QStringLiteral("unknown switch ") + name), __FILE__, __LINE__);
     }
 }
+// A command's row: in a buffer of `language` with the `switches` applied, `command` takes the
+// state `before` to the state `after`.
+struct CommandRow
+{
+    const char* name;
+    CodeEditorLanguage language;
+    const char* switches;
+    const char* before;
+    const char* command;
+    const char* after;
+};
+
+constexpr CodeEditorLanguage TEXT = CodeEditorLanguage::TEXT;
+constexpr CodeEditorLanguage MEL = CodeEditorLanguage::MEL;
+constexpr CodeEditorLanguage PYTHON = CodeEditorLanguage::PYTHON;
+
+const CommandRow COMMAND_ROWS[] = {
+    // Return and its indent.
+    {"mel brace", MEL, "", "    if ($a) {|", "key:Return", "    if ($a) {\n        |"},
+    {"mel two braces", MEL, "", "{ {|", "key:Return", "{ {\n        |"},
+    {"mel between braces", MEL, "", "    {|}", "key:Return", "    {\n        |\n    }"},
+    {"mel closing two", MEL, "", "        } }|", "key:Return", "        } }\n    |"},
+    {"mel closing one", MEL, "", "        }|", "key:Return", "        }\n        |"},
+    {"mel statement", MEL, "", "    print 1;|", "key:Return", "    print 1;\n    |"},
+    {"mel parenthesis", MEL, "", "foo(|", "key:Return", "foo(\n    |"},
+    {"mel brace in comment", MEL, "", "// {|", "key:Return", "// {\n|"},
+    {"mel brace in string", MEL, "", "print \"{|", "key:Return", "print \"{\n|"},
+    {"mel tabs", MEL, "tabs", "\tif (1) {|", "key:Return", "\tif (1) {\n\t\t|"},
+    {"mel no smart", MEL, "noSmart", "  if (1) {|", "key:Return", "  if (1) {\n  |"},
+    {"mel no auto", MEL, "noAuto", "  if (1) {|", "key:Return", "  if (1) {\n|"},
+    {"mel to parenthesis", MEL, "toParentheses", "print(a,|", "key:Return", "print(a,\n\t  |"},
+    {"mel after closing parenthesis", MEL, "toParentheses", "    foo(a,\n          b) {|", "key:Return",
+     "    foo(a,\n          b) {\n        |"},
+    {"python def", PYTHON, "", "def f():|", "key:Return", "def f():\n    |"},
+    {"python statement", PYTHON, "", "    x = 1|", "key:Return", "    x = 1\n    |"},
+    {"python between", PYTHON, "", "foo(|)", "key:Return", "foo(\n    |\n)"},
+    {"python list", PYTHON, "", "x = [|", "key:Return", "x = [\n    |"},
+    {"python to bracket", PYTHON, "toParentheses", "x = [1,|", "key:Return", "x = [1,\n\t |"},
+    {"text keeps indent", TEXT, "", "    abc {|", "key:Return", "    abc {\n    |"},
+    {"return over selection", PYTHON, "", "    a^b|", "key:Return", "    a\n|"},
+    // Tab and Shift+Tab.
+    {"tab blank to stop", PYTHON, "", "  |", "key:Tab", "    |"},
+    {"tab in word pads", PYTHON, "", "ab|cd", "key:Tab", "ab  |cd"},
+    {"tab in word tabs", PYTHON, "tabs", "ab|cd", "key:Tab", "ab\t|cd"},
+    {"tab converts indent", PYTHON, "", "|\tx", "key:Tab", "        |x"},
+    {"tab to tabs", MEL, "tabs", "    |x", "key:Tab", "\t\t|x"},
+    {"tab lines", PYTHON, "", "a\n^b\nc\n|d", "key:Tab", "a\n^    b\n    c\n|d"},
+    {"tab lines keep empty", PYTHON, "", "^a\n\nb|", "key:Tab", "^    a\n\n    b|"},
+    {"tab lines tabs", MEL, "tabs", "^a\n  b|", "key:Tab", "^\ta\n\t  b|"},
+    {"indent action", PYTHON, "", "a|b", "IncreaseIndentLine", "    a|b"},
+    {"backtab to stop", PYTHON, "", "      |x", "key:Backtab", "    |x"},
+    {"backtab full", PYTHON, "", "    x|", "key:Backtab", "x|"},
+    {"backtab lines", PYTHON, "", "^    a\n      b|", "key:Backtab", "^a\n  b|"},
+    {"backtab tab", MEL, "tabs", "\t\t|x", "key:Backtab", "\t|x"},
+    {"backtab spaces in tab mode", MEL, "tabs", "  \t|x", "key:Backtab", "|x"},
+    // Brackets and quotes.
+    {"paren before letter", MEL, "", "|a", "type:(", "(|a"},
+    {"paren before space", MEL, "", "| a", "type:(", "(|) a"},
+    {"paren before paren", PYTHON, "", "|)", "type:(", "(|))"},
+    {"paren at end", PYTHON, "", "x|", "type:[", "x[|]"},
+    {"paren wraps", PYTHON, "", "^ab|", "type:(", "(^ab|)"},
+    {"paren wraps backwards", MEL, "", "|ab^", "type:{", "{|ab^}"},
+    {"paren in comment", PYTHON, "", "# |", "type:(", "# (|"},
+    {"paren no closing", PYTHON, "noClosing", "|", "type:(", "(|"},
+    {"closing steps over", PYTHON, "", "(|)", "type:)", "()|"},
+    {"closing replaces", PYTHON, "", "^ab|", "type:)", ")|"},
+    {"closing lines up", MEL, "", "    if (1) {\n        |", "type:}", "    if (1) {\n    }|"},
+    {"brace at line start", MEL, "noClosing", "{\n|", "type:{", "{\n    {|"},
+    {"quote after letter", PYTHON, "", "a|", "type:\"", "a\"|"},
+    {"quote after space", PYTHON, "", "a |", "type:\"", "a \"|\""},
+    {"quote steps over", PYTHON, "", "\"a|\"", "type:\"", "\"a\"|"},
+    {"quote wraps", PYTHON, "", "^ab|", "type:'", "'^ab|'"},
+    {"quote in comment", MEL, "", "// |", "type:\"", "// \"|"},
+    {"quote after underscore", PYTHON, "", "_|", "type:'", "_'|'"},
+    {"quote between parens", PYTHON, "", "(|)", "type:'", "('|')"},
+    {"backtick in mel", MEL, "", "|", "type:`", "`|`"},
+    {"quote off", PYTHON, "noQuotes", "a |", "type:\"", "a \"|"},
+    // Backspace.
+    {"backspace parens", PYTHON, "", "(|)", "key:Backspace", "|"},
+    {"backspace brackets", MEL, "", "x[|]", "key:Backspace", "x|"},
+    {"backspace quotes", PYTHON, "", "'|'", "key:Backspace", "|"},
+    {"backspace unmatched", PYTHON, "", "(|a", "key:Backspace", "|a"},
+    {"backspace to stop", PYTHON, "", "      |x", "key:Backspace", "    |x"},
+    {"backspace no stop", PYTHON, "noTabStop", "      |x", "key:Backspace", "     |x"},
+    {"backspace in comment", PYTHON, "", "# (|)", "key:Backspace", "# |)"},
+    // Comments.
+    {"comment aligned", MEL, "", "^    a\n        b|", "ToggleComment", "^    // a\n    //     b|"},
+    {"comment mixed", PYTHON, "", "^# a\nb|", "ToggleComment", "^# # a\n# b|"},
+    {"uncomment", MEL, "", "^    // a\n\n    //b|", "ToggleComment", "^    a\n\n    b|"},
+    {"comment line", PYTHON, "", "    fo|o", "ToggleComment", "    # fo|o"},
+    {"uncomment line", PYTHON, "", "  # fo|o", "ToggleComment", "  fo|o"},
+    {"comment text", TEXT, "", "fo|o", "ToggleComment", "fo|o"},
+    {"comment stops before the line the selection ends at", PYTHON, "", "^a\nb\n|c", "ToggleComment",
+     "^# a\n# b\n|c"},
+    {"block comment", MEL, "", "a ^b| c", "ToggleBlockComment", "a /*^b|*/ c"},
+    {"block comment backwards", MEL, "", "a |b^ c", "ToggleBlockComment", "a /*|b^*/ c"},
+    {"block comment empty", MEL, "", "ab|", "ToggleBlockComment", "ab/*|*/"},
+    {"block uncomment", MEL, "", "/* a| */", "ToggleBlockComment", " a| "},
+    {"block uncomment lines", MEL, "", "x /* a\nb| */", "ToggleBlockComment", "x  a\nb| "},
+    {"block in line comment", MEL, "", "// a|", "ToggleBlockComment", "a|"},
+    {"block python", PYTHON, "", "a|", "ToggleBlockComment", "# a|"},
+    // Lines.
+    {"move up", PYTHON, "", "a\nb|", "MoveLineUp", "b|\na"},
+    {"move down", PYTHON, "", "a|\nb", "MoveLineDown", "b\na|"},
+    {"move lines down", PYTHON, "", "a\n^b\nc|\nd", "MoveLineDown", "a\nd\n^b\nc|"},
+    {"move up at top", PYTHON, "", "a|\nb", "MoveLineUp", "a|\nb"},
+    {"copy down", PYTHON, "", "a|b\nc", "CopyLineDown", "ab\na|b\nc"},
+    {"copy up", PYTHON, "", "a|b", "CopyLineUp", "a|b\nab"},
+    {"copy lines to line start", PYTHON, "", "^a\n|b", "CopyLineDown", "a\n^a\n|b"},
+    {"delete line", PYTHON, "", "a\nb|\nc", "DeleteLines", "a\n|c"},
+    {"delete last line", PYTHON, "", "a\nb|", "DeleteLines", "a\n|"},
+    {"delete to line start", PYTHON, "", "^a\n|b", "DeleteLines", "|b"},
+    // Tidying.
+    {"convert tabs", PYTHON, "", "\ta\tb|", "ConvertTabsToSpaces", "    a   b|"},
+    {"trim", PYTHON, "", "a  \nb\t|  \nc ", "Trim", "a\nb|\nc"},
+    {"trim keeps inner", PYTHON, "", "a  |b  ", "TrimAndNewLine", "a  |b\n"},
+    {"trim only blanks", PYTHON, "", "a\u3000 |", "Trim", "a\u3000|"},
+};
 } // namespace
 
 class TestCodeEditorEditing : public QObject
@@ -156,387 +274,10 @@ private slots:
         QTest::addColumn<QString>("before");
         QTest::addColumn<QString>("command");
         QTest::addColumn<QString>("after");
-        const int text = int(CodeEditorLanguage::TEXT);
-        const int mel = int(CodeEditorLanguage::MEL);
-        const int python = int(CodeEditorLanguage::PYTHON);
-
-        // Return and its indent.
-        QTest::newRow("mel brace") << mel << ""
-                                   << "    if ($a) {|"
-                                   << "key:Return"
-                                   << "    if ($a) {\n        |";
-        QTest::newRow("mel two braces") << mel << ""
-                                        << "{ {|"
-                                        << "key:Return"
-                                        << "{ {\n        |";
-        QTest::newRow("mel between braces") << mel << ""
-                                            << "    {|}"
-                                            << "key:Return"
-                                            << "    {\n        |\n    }";
-        QTest::newRow("mel closing two") << mel << ""
-                                         << "        } }|"
-                                         << "key:Return"
-                                         << "        } }\n    |";
-        QTest::newRow("mel closing one") << mel << ""
-                                         << "        }|"
-                                         << "key:Return"
-                                         << "        }\n        |";
-        QTest::newRow("mel statement") << mel << ""
-                                       << "    print 1;|"
-                                       << "key:Return"
-                                       << "    print 1;\n    |";
-        QTest::newRow("mel parenthesis") << mel << ""
-                                         << "foo(|"
-                                         << "key:Return"
-                                         << "foo(\n    |";
-        QTest::newRow("mel brace in comment") << mel << ""
-                                              << "// {|"
-                                              << "key:Return"
-                                              << "// {\n|";
-        QTest::newRow("mel brace in string") << mel << ""
-                                             << "print \"{|"
-                                             << "key:Return"
-                                             << "print \"{\n|";
-        QTest::newRow("mel tabs") << mel << "tabs"
-                                  << "\tif (1) {|"
-                                  << "key:Return"
-                                  << "\tif (1) {\n\t\t|";
-        QTest::newRow("mel no smart") << mel << "noSmart"
-                                      << "  if (1) {|"
-                                      << "key:Return"
-                                      << "  if (1) {\n  |";
-        QTest::newRow("mel no auto") << mel << "noAuto"
-                                     << "  if (1) {|"
-                                     << "key:Return"
-                                     << "  if (1) {\n|";
-        QTest::newRow("mel to parenthesis") << mel << "toParentheses"
-                                            << "print(a,|"
-                                            << "key:Return"
-                                            << "print(a,\n\t  |";
-        QTest::newRow("mel after closing parenthesis") << mel << "toParentheses"
-                                                       << "    foo(a,\n          b) {|"
-                                                       << "key:Return"
-                                                       << "    foo(a,\n          b) {\n        |";
-        QTest::newRow("python def") << python << ""
-                                    << "def f():|"
-                                    << "key:Return"
-                                    << "def f():\n    |";
-        QTest::newRow("python statement") << python << ""
-                                          << "    x = 1|"
-                                          << "key:Return"
-                                          << "    x = 1\n    |";
-        QTest::newRow("python between") << python << ""
-                                        << "foo(|)"
-                                        << "key:Return"
-                                        << "foo(\n    |\n)";
-        QTest::newRow("python list") << python << ""
-                                     << "x = [|"
-                                     << "key:Return"
-                                     << "x = [\n    |";
-        QTest::newRow("python to bracket") << python << "toParentheses"
-                                           << "x = [1,|"
-                                           << "key:Return"
-                                           << "x = [1,\n\t |";
-        QTest::newRow("text keeps indent") << text << ""
-                                           << "    abc {|"
-                                           << "key:Return"
-                                           << "    abc {\n    |";
-        QTest::newRow("return over selection") << python << ""
-                                               << "    a^b|"
-                                               << "key:Return"
-                                               << "    a\n|";
-
-        // Tab and Shift+Tab.
-        QTest::newRow("tab blank to stop") << python << ""
-                                           << "  |"
-                                           << "key:Tab"
-                                           << "    |";
-        QTest::newRow("tab in word pads") << python << ""
-                                          << "ab|cd"
-                                          << "key:Tab"
-                                          << "ab  |cd";
-        QTest::newRow("tab in word tabs") << python << "tabs"
-                                          << "ab|cd"
-                                          << "key:Tab"
-                                          << "ab\t|cd";
-        QTest::newRow("tab converts indent") << python << ""
-                                             << "|\tx"
-                                             << "key:Tab"
-                                             << "        |x";
-        QTest::newRow("tab to tabs") << mel << "tabs"
-                                     << "    |x"
-                                     << "key:Tab"
-                                     << "\t\t|x";
-        QTest::newRow("tab lines") << python << ""
-                                   << "a\n^b\nc\n|d"
-                                   << "key:Tab"
-                                   << "a\n^    b\n    c\n|d";
-        QTest::newRow("tab lines keep empty") << python << ""
-                                              << "^a\n\nb|"
-                                              << "key:Tab"
-                                              << "^    a\n\n    b|";
-        QTest::newRow("tab lines tabs") << mel << "tabs"
-                                        << "^a\n  b|"
-                                        << "key:Tab"
-                                        << "^\ta\n\t  b|";
-        QTest::newRow("indent action") << python << ""
-                                       << "a|b"
-                                       << "IncreaseIndentLine"
-                                       << "    a|b";
-        QTest::newRow("backtab to stop") << python << ""
-                                         << "      |x"
-                                         << "key:Backtab"
-                                         << "    |x";
-        QTest::newRow("backtab full") << python << ""
-                                      << "    x|"
-                                      << "key:Backtab"
-                                      << "x|";
-        QTest::newRow("backtab lines") << python << ""
-                                       << "^    a\n      b|"
-                                       << "key:Backtab"
-                                       << "^a\n  b|";
-        QTest::newRow("backtab tab") << mel << "tabs"
-                                     << "\t\t|x"
-                                     << "key:Backtab"
-                                     << "\t|x";
-        QTest::newRow("backtab spaces in tab mode") << mel << "tabs"
-                                                    << "  \t|x"
-                                                    << "key:Backtab"
-                                                    << "|x";
-
-        // Brackets and quotes.
-        QTest::newRow("paren before letter") << mel << ""
-                                             << "|a"
-                                             << "type:("
-                                             << "(|a";
-        QTest::newRow("paren before space") << mel << ""
-                                            << "| a"
-                                            << "type:("
-                                            << "(|) a";
-        QTest::newRow("paren before paren") << python << ""
-                                            << "|)"
-                                            << "type:("
-                                            << "(|))";
-        QTest::newRow("paren at end") << python << ""
-                                      << "x|"
-                                      << "type:["
-                                      << "x[|]";
-        QTest::newRow("paren wraps") << python << ""
-                                     << "^ab|"
-                                     << "type:("
-                                     << "(^ab|)";
-        QTest::newRow("paren wraps backwards") << mel << ""
-                                               << "|ab^"
-                                               << "type:{"
-                                               << "{|ab^}";
-        QTest::newRow("paren in comment") << python << ""
-                                          << "# |"
-                                          << "type:("
-                                          << "# (|";
-        QTest::newRow("paren no closing") << python << "noClosing"
-                                          << "|"
-                                          << "type:("
-                                          << "(|";
-        QTest::newRow("closing steps over") << python << ""
-                                            << "(|)"
-                                            << "type:)"
-                                            << "()|";
-        QTest::newRow("closing replaces") << python << ""
-                                          << "^ab|"
-                                          << "type:)"
-                                          << ")|";
-        QTest::newRow("closing lines up") << mel << ""
-                                          << "    if (1) {\n        |"
-                                          << "type:}"
-                                          << "    if (1) {\n    }|";
-        QTest::newRow("brace at line start") << mel << "noClosing"
-                                             << "{\n|"
-                                             << "type:{"
-                                             << "{\n    {|";
-        QTest::newRow("quote after letter") << python << ""
-                                            << "a|"
-                                            << "type:\""
-                                            << "a\"|";
-        QTest::newRow("quote after space") << python << ""
-                                           << "a |"
-                                           << "type:\""
-                                           << "a \"|\"";
-        QTest::newRow("quote steps over") << python << ""
-                                          << "\"a|\""
-                                          << "type:\""
-                                          << "\"a\"|";
-        QTest::newRow("quote wraps") << python << ""
-                                     << "^ab|"
-                                     << "type:'"
-                                     << "'^ab|'";
-        QTest::newRow("quote in comment") << mel << ""
-                                          << "// |"
-                                          << "type:\""
-                                          << "// \"|";
-        QTest::newRow("quote after underscore") << python << ""
-                                                << "_|"
-                                                << "type:'"
-                                                << "_'|'";
-        QTest::newRow("quote between parens") << python << ""
-                                              << "(|)"
-                                              << "type:'"
-                                              << "('|')";
-        QTest::newRow("backtick in mel") << mel << ""
-                                         << "|"
-                                         << "type:`"
-                                         << "`|`";
-        QTest::newRow("quote off") << python << "noQuotes"
-                                   << "a |"
-                                   << "type:\""
-                                   << "a \"|";
-
-        // Backspace.
-        QTest::newRow("backspace parens") << python << ""
-                                          << "(|)"
-                                          << "key:Backspace"
-                                          << "|";
-        QTest::newRow("backspace brackets") << mel << ""
-                                            << "x[|]"
-                                            << "key:Backspace"
-                                            << "x|";
-        QTest::newRow("backspace quotes") << python << ""
-                                          << "'|'"
-                                          << "key:Backspace"
-                                          << "|";
-        QTest::newRow("backspace unmatched") << python << ""
-                                             << "(|a"
-                                             << "key:Backspace"
-                                             << "|a";
-        QTest::newRow("backspace to stop") << python << ""
-                                           << "      |x"
-                                           << "key:Backspace"
-                                           << "    |x";
-        QTest::newRow("backspace no stop") << python << "noTabStop"
-                                           << "      |x"
-                                           << "key:Backspace"
-                                           << "     |x";
-        QTest::newRow("backspace in comment") << python << ""
-                                              << "# (|)"
-                                              << "key:Backspace"
-                                              << "# |)";
-
-        // Comments.
-        QTest::newRow("comment aligned") << mel << ""
-                                         << "^    a\n        b|"
-                                         << "ToggleComment"
-                                         << "^    // a\n    //     b|";
-        QTest::newRow("comment mixed") << python << ""
-                                       << "^# a\nb|"
-                                       << "ToggleComment"
-                                       << "^# # a\n# b|";
-        QTest::newRow("uncomment") << mel << ""
-                                   << "^    // a\n\n    //b|"
-                                   << "ToggleComment"
-                                   << "^    a\n\n    b|";
-        QTest::newRow("comment line") << python << ""
-                                      << "    fo|o"
-                                      << "ToggleComment"
-                                      << "    # fo|o";
-        QTest::newRow("uncomment line") << python << ""
-                                        << "  # fo|o"
-                                        << "ToggleComment"
-                                        << "  fo|o";
-        QTest::newRow("comment text") << text << ""
-                                      << "fo|o"
-                                      << "ToggleComment"
-                                      << "fo|o";
-        QTest::newRow("block comment") << mel << ""
-                                       << "a ^b| c"
-                                       << "ToggleBlockComment"
-                                       << "a /*^b|*/ c";
-        QTest::newRow("block comment backwards") << mel << ""
-                                                 << "a |b^ c"
-                                                 << "ToggleBlockComment"
-                                                 << "a /*|b^*/ c";
-        QTest::newRow("block comment empty") << mel << ""
-                                             << "ab|"
-                                             << "ToggleBlockComment"
-                                             << "ab/*|*/";
-        QTest::newRow("block uncomment") << mel << ""
-                                         << "/* a| */"
-                                         << "ToggleBlockComment"
-                                         << " a| ";
-        QTest::newRow("block uncomment lines") << mel << ""
-                                               << "x /* a\nb| */"
-                                               << "ToggleBlockComment"
-                                               << "x  a\nb| ";
-        QTest::newRow("block in line comment") << mel << ""
-                                               << "// a|"
-                                               << "ToggleBlockComment"
-                                               << "a|";
-        QTest::newRow("block python") << python << ""
-                                      << "a|"
-                                      << "ToggleBlockComment"
-                                      << "# a|";
-
-        // Lines.
-        QTest::newRow("move up") << python << ""
-                                 << "a\nb|"
-                                 << "MoveLineUp"
-                                 << "b|\na";
-        QTest::newRow("move down") << python << ""
-                                   << "a|\nb"
-                                   << "MoveLineDown"
-                                   << "b\na|";
-        QTest::newRow("move lines down") << python << ""
-                                         << "a\n^b\nc|\nd"
-                                         << "MoveLineDown"
-                                         << "a\nd\n^b\nc|";
-        QTest::newRow("move up at top") << python << ""
-                                        << "a|\nb"
-                                        << "MoveLineUp"
-                                        << "a|\nb";
-        QTest::newRow("copy down") << python << ""
-                                   << "a|b\nc"
-                                   << "CopyLineDown"
-                                   << "ab\na|b\nc";
-        QTest::newRow("copy up") << python << ""
-                                 << "a|b"
-                                 << "CopyLineUp"
-                                 << "a|b\nab";
-        QTest::newRow("copy lines to line start") << python << ""
-                                                  << "^a\n|b"
-                                                  << "CopyLineDown"
-                                                  << "a\n^a\n|b";
-        QTest::newRow("delete line") << python << ""
-                                     << "a\nb|\nc"
-                                     << "DeleteLines"
-                                     << "a\n|c";
-        QTest::newRow("delete last line") << python << ""
-                                          << "a\nb|"
-                                          << "DeleteLines"
-                                          << "a\n|";
-        QTest::newRow("delete to line start") << python << ""
-                                              << "^a\n|b"
-                                              << "DeleteLines"
-                                              << "|b";
-
-        // Tidying.
-        QTest::newRow("convert tabs") << python << ""
-                                      << "\ta\tb|"
-                                      << "ConvertTabsToSpaces"
-                                      << "    a   b|";
-        QTest::newRow("trim") << python << ""
-                              << "a  \nb\t|  \nc "
-                              << "Trim"
-                              << "a\nb|\nc";
-        QTest::newRow("trim keeps inner") << python << ""
-                                          << "a  |b  "
-                                          << "TrimAndNewLine"
-                                          << "a  |b\n";
-        QTest::newRow("trim only blanks") << python << ""
-                                          << "a\u3000 |"
-                                          << "Trim"
-                                          << "a\u3000|";
-        QTest::newRow("ensure newline") << python << ""
-                                        << "a|"
-                                        << "EnsureNewLineAtEof"
-                                        << "a|\n";
+        for (const CommandRow& row : COMMAND_ROWS)
+            QTest::newRow(row.name) << int(row.language) << QString::fromUtf8(row.switches)
+                                    << QString::fromUtf8(row.before) << QString::fromUtf8(row.command)
+                                    << QString::fromUtf8(row.after);
     }
 
     void commands()

@@ -49,13 +49,6 @@ private:
     std::unique_ptr<QTemporaryDir> dir;
     QString path;
 
-    // Lets the events of a finished change arrive, then forgets them.
-    static void Settle(QSignalSpy& spy)
-    {
-        QTest::qWait(200);
-        spy.clear();
-    }
-
 private slots:
     void initTestCase()
     {
@@ -73,26 +66,69 @@ private slots:
         QVERIFY(Write(path, "print 1;\n"));
     }
 
-    void changesAreReportedForFilesOnly_data()
+    void changesAreReported_data()
     {
-        QTest::addColumn<QString>("change");
-        QTest::addColumn<int>("type");
+        QTest::addColumn<QStringList>("steps");
         QTest::addColumn<bool>("reported");
-        const int file = int(CodeEditorType::FILE), buffer = int(CodeEditorType::INTERNAL_BUFFER);
-        QTest::newRow("file appended by another process") << "append" << file << true;
-        QTest::newRow("file deleted") << "delete" << file << true;
-        QTest::newRow("buffer appended by another process") << "append" << buffer << false;
-        QTest::newRow("buffer deleted") << "delete" << buffer << false;
+        // Each step: "append" (from another process), "delete", "save" (QSaveFile, a rename over the
+        // file), "rename" (a finished temporary file renamed over it, as other editors save), "move"
+        // (the buffer takes another path), "buffer" (it becomes an internal buffer); the last one is
+        // the change that is or is not reported.
+        QTest::newRow("file appended") << QStringList{"append"} << true;
+        QTest::newRow("file deleted") << QStringList{"delete"} << true;
+        QTest::newRow("buffer appended") << QStringList{"buffer", "append"} << false;
+        QTest::newRow("buffer deleted") << QStringList{"buffer", "delete"} << false;
+        QTest::newRow("append after saves") << QStringList{"save", "save", "rename", "append"} << true;
+        QTest::newRow("old path after a move") << QStringList{"move", "append"} << false;
+        QTest::newRow("new path after a move") << QStringList{"move", "append other"} << true;
+        QTest::newRow("moved, then a buffer") << QStringList{"move", "buffer", "append other"} << false;
     }
 
-    void changesAreReportedForFilesOnly()
+    void changesAreReported()
     {
-        QFETCH(QString, change);
-        QFETCH(int, type);
+        QFETCH(QStringList, steps);
         QFETCH(bool, reported);
-        CodeEditor editor(FileProperties(path, static_cast<CodeEditorType>(type)), nullptr);
+        const QString other = dir->filePath(QStringLiteral("other.mel"));
+        QVERIFY(Write(other, "print 5;\n"));
+        CodeEditor editor(FileProperties(path), nullptr);
         QSignalSpy spy(&editor, &CodeEditor::FileChanged);
-        QVERIFY(change == QLatin1String("append") ? AppendFromAnotherProcess(path) : QFile::remove(path));
+        QString watched = path;
+        for (const QString& step : std::as_const(steps))
+        {
+            const bool last = &step == &steps.constLast();
+            if (step == QLatin1String("buffer"))
+                editor.SetProperties(FileProperties(watched, CodeEditorType::INTERNAL_BUFFER));
+            else if (step == QLatin1String("move"))
+                editor.SetProperties(FileProperties(watched = other));
+            else if (step == QLatin1String("append"))
+                QVERIFY(AppendFromAnotherProcess(path));
+            else if (step == QLatin1String("append other"))
+                QVERIFY(AppendFromAnotherProcess(other));
+            else if (step == QLatin1String("delete"))
+                QVERIFY(QFile::remove(path));
+            else if (step == QLatin1String("save"))
+            {
+                QSaveFile file(path);
+                QVERIFY(file.open(QIODevice::WriteOnly));
+                file.write("print 2;\n");
+                QVERIFY(file.commit());
+            }
+            else if (step == QLatin1String("rename"))
+            {
+                const QString temporary = dir->filePath(QStringLiteral("watched.mel.tmp"));
+                QVERIFY(Write(temporary, "print 3;\n"));
+                QCOMPARE(std::rename(QFile::encodeName(temporary).constData(),
+                                     QFile::encodeName(path).constData()),
+                         0);
+            }
+            if (last)
+                break;
+            // A save is seen, and the watch goes on after it.
+            if (step == QLatin1String("save") || step == QLatin1String("rename"))
+                QTRY_VERIFY_WITH_TIMEOUT(spy.count() >= 1, NOTICE_TIMEOUT_MS);
+            QTest::qWait(200);
+            spy.clear();
+        }
         if (!reported)
         {
             QTest::qWait(QUIET_MS);
@@ -100,58 +136,7 @@ private slots:
             return;
         }
         QTRY_VERIFY_WITH_TIMEOUT(spy.count() >= 1, NOTICE_TIMEOUT_MS);
-        QCOMPARE(spy.value(0).value(0).toString(), path);
-    }
-
-    void saveThroughRenameKeepsTheWatch()
-    {
-        CodeEditor editor(FileProperties(path), nullptr);
-        QSignalSpy spy(&editor, &CodeEditor::FileChanged);
-        for (int save = 0; save < 2; ++save)
-        {
-            QSaveFile file(path);
-            QVERIFY(file.open(QIODevice::WriteOnly));
-            file.write("print 2;\n");
-            QVERIFY(file.commit());
-            QTRY_VERIFY_WITH_TIMEOUT(spy.count() >= 1, NOTICE_TIMEOUT_MS);
-            Settle(spy);
-        }
-
-        // A plain rename of a finished temporary file, as other editors save.
-        const QString temporary = dir->filePath(QStringLiteral("watched.mel.tmp"));
-        QVERIFY(Write(temporary, "print 3;\n"));
-        QCOMPARE(std::rename(QFile::encodeName(temporary).constData(), QFile::encodeName(path).constData()),
-                 0);
-        QTRY_VERIFY_WITH_TIMEOUT(spy.count() >= 1, NOTICE_TIMEOUT_MS);
-        Settle(spy);
-
-        QVERIFY(Write(path, "print 4;\n", QIODevice::Append));
-        QTRY_VERIFY_WITH_TIMEOUT(spy.count() >= 1, NOTICE_TIMEOUT_MS);
-        QCOMPARE(spy.last().first().toString(), path);
-    }
-
-    void newPathMovesTheWatch()
-    {
-        CodeEditor editor(FileProperties(path), nullptr);
-        const QString other = dir->filePath(QStringLiteral("other.mel"));
-        QVERIFY(Write(other, "print 5;\n"));
-        editor.SetProperties(FileProperties(other));
-        QSignalSpy spy(&editor, &CodeEditor::FileChanged);
-
-        QVERIFY(AppendFromAnotherProcess(path));
-        QTest::qWait(QUIET_MS);
-        QCOMPARE(spy.count(), 0);
-
-        QVERIFY(AppendFromAnotherProcess(other));
-        QTRY_VERIFY_WITH_TIMEOUT(spy.count() >= 1, NOTICE_TIMEOUT_MS);
-        QCOMPARE(spy.value(0).value(0).toString(), other);
-
-        // Saved under a new name as an internal buffer: no longer a file of the user's.
-        editor.SetProperties(FileProperties(other, CodeEditorType::INTERNAL_BUFFER));
-        Settle(spy);
-        QVERIFY(AppendFromAnotherProcess(other));
-        QTest::qWait(QUIET_MS);
-        QCOMPARE(spy.count(), 0);
+        QCOMPARE(spy.last().first().toString(), watched);
     }
 };
 

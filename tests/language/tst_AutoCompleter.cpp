@@ -318,6 +318,15 @@ private slots:
         QCOMPARE(completer->geometry().height(), 12 * completer->findChild<QListView*>()->sizeHintForRow(0));
     }
 
+    // The filter folds case; the row selected first is the first that matches the case typed.
+    void rowMatchingTheCaseIsSelected()
+    {
+        Show(CodeEditorLanguage::PYTHON, QStringLiteral("import os\n|"));
+        Type(QStringLiteral("os.Pat"));
+        QVERIFY(Rows().size() >= 2 && Rows().first() != QStringLiteral("PathLike"));
+        QCOMPARE(SelectedText(), QStringLiteral("PathLike"));
+    }
+
     void popupClosesAndStays()
     {
         Show(CodeEditorLanguage::PYTHON, QStringLiteral("import os\n|"));

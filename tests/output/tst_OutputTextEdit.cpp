@@ -12,10 +12,8 @@
 #include <QtGui/QTextDocument>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QtTest>
-#include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QScrollBar>
-#include <QtWidgets/QVBoxLayout>
 
 #include <memory>
 
@@ -35,21 +33,6 @@ private:
                 return nullptr;
         }
         return edit;
-    }
-
-    // What a plain document with the same cap holds after the same appends.
-    static QString CappedReference(const QStringList& chunks, int cap)
-    {
-        QTextDocument reference;
-        reference.setUndoRedoEnabled(false);
-        reference.setMaximumBlockCount(cap);
-        QTextCursor cursor(&reference);
-        for (const QString& chunk : chunks)
-        {
-            cursor.movePosition(QTextCursor::End);
-            cursor.insertText(chunk);
-        }
-        return reference.toPlainText();
     }
 
     static QStringList NumberedLines(int count, const QString& prefix = QStringLiteral("line "))
@@ -149,8 +132,6 @@ private slots:
         QVERIFY(!edit->textCursor().hasSelection());
         QVERIFY(edit->textCursor().atEnd());
         QVERIFY(edit->viewport()->rect().contains(edit->cursorRect()));
-        QVERIFY(edit->verticalScrollBar()->value() > 0);
-        QVERIFY(edit->toPlainText().endsWith(QStringLiteral("tail\n")));
     }
 
     void appendsOfOneTurnAreInsertedTogether()
@@ -166,7 +147,6 @@ private slots:
         QCoreApplication::processEvents();
         QCOMPARE(edit->toPlainText(), lines.join(QString()));
         QVERIFY(changes.count() <= 3);
-        QVERIFY(edit->textCursor().atEnd());
 
         // Reading the text does not wait for the turn to end.
         edit->AppendText(QStringLiteral("a"));
@@ -179,61 +159,56 @@ private slots:
         QTest::addColumn<bool>("turnPerAppend");
         QTest::addColumn<int>("cap");
         QTest::addColumn<int>("count");
-        QTest::newRow("one turn each, default cap") << true << 3000 << 3001;
-        QTest::newRow("one burst, default cap") << false << 3000 << 3001;
-        QTest::newRow("one burst, many times the cap") << false << 3000 << 20000;
-        QTest::newRow("one burst, small cap") << false << 7 << 100;
+        QTest::addColumn<bool>("chunked");
+        QTest::newRow("one turn each, default cap") << true << 3000 << 3001 << false;
+        QTest::newRow("one burst, default cap") << false << 3000 << 3001 << false;
+        QTest::newRow("one burst, many times the cap") << false << 3000 << 20000 << false;
+        QTest::newRow("one burst, small cap") << false << 7 << 100 << false;
+        // Chunks of several lines, with lines split across appends.
+        for (const int cap : {1, 2, 5, 50})
+            QTest::addRow("chunks, cap %d", cap) << false << cap << 2000 << true;
     }
 
+    // Capped, the pane holds what a plain document with the same cap holds after the same appends.
     void capTrimsFromTheTop()
     {
         QFETCH(bool, turnPerAppend);
         QFETCH(int, cap);
         QFETCH(int, count);
+        QFETCH(bool, chunked);
+        QStringList chunks{QStringLiteral("before\n")};
+        QRandomGenerator random(7);
+        for (int i = 0; i < count; ++i)
+        {
+            QString chunk;
+            const int lines = chunked ? static_cast<int>(random.bounded(4)) : 0;
+            for (int l = 0; l < lines; ++l)
+                chunk += QStringLiteral("c%1.%2\n").arg(i).arg(l);
+            chunks << chunk + QStringLiteral("line %1").arg(i) + (chunked ? QString() : QStringLiteral("\n"));
+        }
         auto edit = MakeEdit();
         QVERIFY(edit);
         edit->SetMaximumBlockCount(cap);
-        const QStringList lines = NumberedLines(count);
-        for (const QString& line : lines)
+        edit->AppendText(chunks.first());
+        QCoreApplication::processEvents();
+        for (const QString& chunk : std::as_const(chunks).mid(1))
         {
-            edit->AppendText(line);
+            edit->AppendText(chunk);
             if (turnPerAppend)
                 QCoreApplication::processEvents();
         }
         QCoreApplication::processEvents();
-        QCOMPARE(edit->document()->blockCount(), cap);
-        QCOMPARE(edit->toPlainText(), CappedReference(lines, cap));
-        QCOMPARE(edit->document()->firstBlock().text(), QStringLiteral("line %1").arg(count - cap + 2));
+        QTextDocument reference;
+        reference.setUndoRedoEnabled(false);
+        reference.setMaximumBlockCount(cap);
+        QTextCursor cursor(&reference);
+        for (const QString& chunk : std::as_const(chunks))
+        {
+            cursor.movePosition(QTextCursor::End);
+            cursor.insertText(chunk);
+        }
+        QCOMPARE(edit->toPlainText(), reference.toPlainText());
         QVERIFY(edit->textCursor().atEnd());
-    }
-
-    void cappedBurstMatchesPlainDocument()
-    {
-        // Chunks of several lines, with lines split across appends.
-        QRandomGenerator random(7);
-        QStringList chunks;
-        for (int i = 0; i < 2000; ++i)
-        {
-            QString chunk;
-            const int lines = static_cast<int>(random.bounded(4));
-            for (int l = 0; l < lines; ++l)
-                chunk += QStringLiteral("c%1.%2\n").arg(i).arg(l);
-            chunk += QStringLiteral("p%1").arg(i);
-            chunks << chunk;
-        }
-        for (const int cap : {1, 2, 5, 50})
-        {
-            auto edit = MakeEdit();
-            QVERIFY(edit);
-            edit->SetMaximumBlockCount(cap);
-            edit->AppendText(QStringLiteral("before\n"));
-            QCoreApplication::processEvents();
-            for (const QString& chunk : std::as_const(chunks))
-                edit->AppendText(chunk);
-            QCoreApplication::processEvents();
-            QCOMPARE(edit->toPlainText(),
-                     CappedReference(QStringList{QStringLiteral("before\n")} + chunks, cap));
-        }
     }
 
     void logHoldsExactlyWhatWasShown()
@@ -244,7 +219,6 @@ private slots:
         QVERIFY(edit);
         edit->AppendText(QStringLiteral("not logged\n"));
         QVERIFY(edit->BeginWriteToFile(path));
-        QVERIFY(edit->IsWriteToFileActive());
         edit->AppendText(QStringLiteral("// Result: 1 //\n"));
         QCoreApplication::processEvents();
         for (int i = 0; i < 100; ++i)
@@ -255,7 +229,6 @@ private slots:
         QVERIFY(file.open(QIODevice::ReadOnly));
         const QString logged = QString::fromUtf8(file.readAll());
         file.close();
-        QVERIFY(logged.startsWith(QStringLiteral("// Result: 1 //\n")));
         QCOMPARE(QStringLiteral("not logged\n") + logged, edit->GetText());
 
         edit->AppendText(QStringLiteral("last"));
@@ -311,59 +284,52 @@ private slots:
         QVERIFY(!edit->IsWriteToFileActive());
         QVERIFY(
             fixture->HasMessageContaining(QStringLiteral("Failed to open log file for write: %1").arg(path)));
-        edit->AppendText(QStringLiteral("still shown"));
-        QCOMPARE(edit->GetText(), QStringLiteral("still shown"));
     }
 
     void userRulesColourNewText()
     {
         auto edit = MakeEdit();
         QVERIFY(edit);
+        const auto painted = [&edit](const QColor& color)
+        {
+            QStringList texts;
+            for (const QTextEdit::ExtraSelection& selection : SelectionsWithForeground(edit.get(), color))
+                texts << selection.cursor.selectedText();
+            return texts;
+        };
+        // The factory rules colour whole lines that start with the marker.
         const QColor red(0xf4, 0x28, 0x28);
-        const QColor yellow(0xdf, 0xe5, 0x27);
         edit->AppendText(
             QStringLiteral("# Error: boom #\nplain\n// Warning: careful //\nx # Error: not at start\n"));
-        const QList<QTextEdit::ExtraSelection> errors = SelectionsWithForeground(edit.get(), red);
-        QCOMPARE(errors.size(), 1);
-        // The factory rules colour whole lines that start with the marker.
-        QCOMPARE(errors.first().cursor.selectedText(), QStringLiteral("# Error: boom #"));
-        const QList<QTextEdit::ExtraSelection> warnings = SelectionsWithForeground(edit.get(), yellow);
-        QCOMPARE(warnings.size(), 1);
-        QCOMPARE(warnings.first().cursor.selectedText(), QStringLiteral("// Warning: careful //"));
+        QCOMPARE(painted(red), QStringList{QStringLiteral("# Error: boom #")});
+        QCOMPARE(painted(QColor(0xdf, 0xe5, 0x27)), QStringList{QStringLiteral("// Warning: careful //")});
 
-        // Rules of the user's: plain text (the dot is no wildcard), per match or for the whole line.
+        // Rules of the user's: plain text (the dot is no wildcard), per match or for the whole line;
+        // later rules paint over earlier ones, so they come later in the list.
         const QColor blue(0, 0, 255);
         const QColor green(0, 255, 0);
-        ColorSettings::outputUserDefinedSelections.append(ExtraSelectionProperties(
-            QStringLiteral("Words"), green, QColor(), QStringLiteral("a.b"), false, false, true));
-        ColorSettings::outputUserDefinedSelections.append(ExtraSelectionProperties(
-            QStringLiteral("Mine"), blue, QColor(), QStringLiteral("a.b"), false, true, true));
-        edit->AppendText(QStringLiteral("has a.b and a.b inside\nhas axb inside\n"));
+        auto& rules = ColorSettings::outputUserDefinedSelections;
+        rules.append(
+            ExtraSelectionProperties(QStringLiteral("Words"), green, QColor(), QStringLiteral("a.b")));
+        rules.append(ExtraSelectionProperties(QStringLiteral("Mine"), blue, QColor(), QStringLiteral("a.b"),
+                                              false, true));
+        edit->AppendText(QStringLiteral("has axb inside\nhas a.b and a.b inside\n"));
         QCoreApplication::processEvents();
-        const QList<QTextEdit::ExtraSelection> mine = SelectionsWithForeground(edit.get(), blue);
-        QCOMPARE(mine.size(), 1);
-        QCOMPARE(mine.first().cursor.selectedText(), QStringLiteral("has a.b and a.b inside"));
-        const QList<QTextEdit::ExtraSelection> words = SelectionsWithForeground(edit.get(), green);
-        QCOMPARE(words.size(), 2);
-        QCOMPARE(words.at(1).cursor.selectedText(), QStringLiteral("a.b"));
-        // Later rules paint over earlier ones: they come later in the list.
-        int lastGreen = -1;
-        int firstBlue = -1;
+        QCOMPARE(painted(blue), QStringList{QStringLiteral("has a.b and a.b inside")});
+        QCOMPARE(painted(green), (QStringList{QStringLiteral("a.b"), QStringLiteral("a.b")}));
         const QList<QTextEdit::ExtraSelection> all = Shown(edit.get());
-        for (int i = 0; i < all.size(); ++i)
-        {
-            const QColor color = all.at(i).format.foreground().color();
-            lastGreen = color == green ? i : lastGreen;
-            firstBlue = color == blue && firstBlue < 0 ? i : firstBlue;
-        }
-        QVERIFY(firstBlue > lastGreen);
+        QCOMPARE(all.last().format.foreground().color(), blue);
 
-        // Both colours off: skipped although enabled.
-        ColorSettings::outputUserDefinedSelections.last() = ExtraSelectionProperties(
-            QStringLiteral("Mine"), QColor(), QColor(), QStringLiteral("a.b"), false, true, true);
+        // Switched off, or both colours off: skipped.
+        rules.last().enabled = false;
+        rules[rules.size() - 2].foregroundEnabled = false;
         edit->UpdateExtraSelections();
-        QVERIFY(SelectionsWithForeground(edit.get(), blue).isEmpty());
-        QCOMPARE(SelectionsWithForeground(edit.get(), red).size(), 1);
+        QVERIFY(painted(blue).isEmpty());
+        QVERIFY(painted(green).isEmpty());
+        QCOMPARE(painted(red).size(), 1);
+        rules.last().enabled = true;
+        edit->UpdateExtraSelections();
+        QCOMPARE(painted(blue).size(), 1);
 
         Settings::outputSyntaxHighlightingEnabled = false;
         edit->UpdateExtraSelections();
@@ -517,44 +483,6 @@ private slots:
         QVERIFY(edit->verticalScrollBar()->value() < value);
     }
 
-    void findWrapsBothWays()
-    {
-        auto edit = MakeEdit();
-        QVERIFY(edit);
-        edit->AppendText(QStringLiteral("Alpha beta\nalpha gamma\nbeta alpha"));
-        const auto selectionStart = [&] { return edit->GetSelectedStartPosition(); };
-
-        // With the cursor at the end, the first search wraps to the top.
-        edit->OnSearchChanged(QRegularExpression(QStringLiteral("alpha")), false, true);
-        QCOMPARE(edit->GetSelectedText(), QStringLiteral("alpha"));
-        QCOMPARE(selectionStart(), 11);
-        QVERIFY(edit->FindPrevious());
-        QCOMPARE(selectionStart(), 28);
-
-        // A selection that already matches stays where it is.
-        edit->OnSearchChanged(QRegularExpression(QStringLiteral("alpha")), false, true);
-        QCOMPARE(selectionStart(), 28);
-
-        edit->OnSearchChanged(
-            QRegularExpression(QStringLiteral("alpha"), QRegularExpression::CaseInsensitiveOption), false,
-            false);
-        QVERIFY(edit->FindNext());
-        QCOMPARE(selectionStart(), 0);
-
-        int current = 0;
-        int total = 0;
-        edit->GetSearchResults(QRegularExpression(QStringLiteral("beta")), current, total);
-        QCOMPARE(total, 2);
-        QCOMPARE(current, -1);
-        edit->GetSearchResults(QRegularExpression(QStringLiteral("[Aa]lpha")), current, total);
-        QCOMPARE(total, 3);
-        QCOMPARE(current, 1);
-
-        edit->OnSearchChanged(QRegularExpression(QStringLiteral("delta")), false, true);
-        QVERIFY(!edit->FindNext());
-        QCOMPARE(selectionStart(), 0);
-    }
-
     void findHighlightsMatchesWhileFindIsOpen()
     {
         auto edit = MakeEdit();
@@ -573,7 +501,6 @@ private slots:
         QCOMPARE(foundCount(), 0);
 
         edit->ShowFindReplace(false, true);
-        QVERIFY(edit->IsFindReplaceVisible());
         QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("one"));
         QCOMPARE(foundCount(), 3);
         const QColor selectedBackground =
@@ -581,21 +508,21 @@ private slots:
         QCOMPARE(edit->palette().color(QPalette::Highlight), selectedBackground);
         QCOMPARE(edit->palette().color(QPalette::HighlightedText), QColor(Qt::white));
 
-        // Escape closes find and drops the selection.
+        // Escape in the pane closes find and drops the selection.
         edit->setFocus();
         QTest::keyClick(edit.get(), Qt::Key_Escape);
-        QVERIFY(!edit->IsFindReplaceVisible());
         QVERIFY(!edit->textCursor().hasSelection());
         QCOMPARE(foundCount(), 0);
         QCOMPARE(edit->palette().color(QPalette::Highlight),
                  ColorSettings::GetOutputFormat(ColorSettings::SELECTED_TEXT).background().color());
 
-        // Opening find takes the word under the cursor.
+        // Opening find takes the word under the cursor and selects it there, not at another match.
         QTextCursor cursor = edit->textCursor();
-        cursor.setPosition(5);
+        cursor.setPosition(19);
         edit->setTextCursor(cursor);
         edit->ShowFindReplace();
-        QCOMPARE(edit->GetSelectedText(), QStringLiteral("two"));
+        QCOMPARE(edit->GetSelectedText(), QStringLiteral("one"));
+        QCOMPARE(edit->GetSelectedStartPosition(), 18);
     }
 
     void contextMenuOffersCopySelectAllAndClear()
@@ -604,7 +531,6 @@ private slots:
         QVERIFY(edit);
         edit->AppendText(QStringLiteral("some output\n"));
         QStringList texts;
-        QList<QKeySequence> keys;
         QTimer::singleShot(0, this,
                            [&]()
                            {
@@ -612,10 +538,7 @@ private slots:
                                if (!menu)
                                    return;
                                for (QAction* action : menu->actions())
-                               {
                                    texts << (action->isSeparator() ? QStringLiteral("-") : action->text());
-                                   keys << action->shortcut();
-                               }
                                menu->actions().last()->trigger();
                                menu->close();
                            });
@@ -623,10 +546,7 @@ private slots:
         QCOMPARE(texts,
                  (QStringList{QStringLiteral("Copy"), QStringLiteral("-"), QStringLiteral("Select All"),
                               QStringLiteral("-"), QStringLiteral("Clear Output")}));
-        QCOMPARE(keys.at(0), keyBindings.GetShortcut(KeySequenceType::Copy));
-        QCOMPARE(keys.at(4), keyBindings.GetShortcut(KeySequenceType::ClearOutput));
         QVERIFY(edit->GetText().isEmpty());
-        QVERIFY(!edit->GetText().isNull());
     }
 
     void selectedTextForExecuteUsesLineFeeds()
@@ -637,25 +557,6 @@ private slots:
         edit->selectAll();
         QCOMPARE(edit->GetSelectedText(), QStringLiteral("print(1)\u2029print(2)\u2029"));
         QCOMPARE(edit->GetSelectedTextForExecute(), QStringLiteral("print(1)\nprint(2)\n"));
-        QCOMPARE(edit->GetSelectedStartPosition(), 0);
-        QCOMPARE(edit->GetSelectedEndPosition(), 18);
-    }
-
-    void focusIsReported()
-    {
-        QWidget window;
-        auto* other = new QLineEdit(&window);
-        auto* edit = new OutputTextEdit(&keyBindings, &window);
-        auto* layout = new QVBoxLayout(&window);
-        layout->addWidget(other);
-        layout->addWidget(edit);
-        window.show();
-        window.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&window));
-        other->setFocus();
-        QSignalSpy focus(edit, SIGNAL(ReceivedFocus()));
-        QTest::mouseClick(edit->viewport(), Qt::LeftButton, {}, QPoint(10, 10));
-        QTRY_COMPARE(focus.count(), 1);
     }
 };
 
