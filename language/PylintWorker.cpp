@@ -10,6 +10,10 @@
 #include <QtCore/QTextStream>
 #include <QtCore/QThread>
 
+#if defined(Q_OS_UNIX)
+#include <unistd.h>
+#endif
+
 namespace
 {
 const char* const MESSAGE_TEMPLATE = "--msg-template='::{C}:$$:{line}:$$:{column}:$$:[{msg_id}]:$$:{msg}::'";
@@ -20,6 +24,9 @@ const char* const MINIMAL_ENABLE = "--enable=import-error,unreachable,duplicate-
 constexpr int FIELD_COUNT = 5;
 constexpr int KILL_WAIT_MS = 500;
 constexpr int START_WAIT_MS = 1000;
+// Ten steps below normal: the scheduler then gives a busy user interface about nine tenths of a
+// shared core.
+constexpr int PYLINT_NICENESS = 10;
 } // namespace
 
 int PylintWorker::sNextId = 0;
@@ -28,6 +35,11 @@ bool PylintWorker::sTempFileWriteFailed = false;
 
 PylintWorker::PylintWorker() : id(sNextId++), process(new QProcess(this))
 {
+#if defined(Q_OS_UNIX)
+    // A check runs for seconds at full speed: below the user interface's priority, it takes only
+    // the processor time that typing leaves.
+    process->setChildProcessModifier([] { [[maybe_unused]] const int niceness = ::nice(PYLINT_NICENESS); });
+#endif
     CreateTempFile();
 }
 

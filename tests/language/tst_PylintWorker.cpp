@@ -12,6 +12,8 @@
 
 #include <memory>
 
+#include <sys/resource.h>
+
 namespace
 {
 const QString PYLINT = QStringLiteral("/usr/bin/pylint");
@@ -104,6 +106,7 @@ private slots:
     void misbehavingExecutables_data();
     void misbehavingExecutables();
     void disabledCheckerDoesNothing();
+    void checksRunBelowTheInterfacesPriority();
     // Last: an unwritable worker file stops checks for the rest of the process.
     void unwritableWorkerFileStopsChecks();
 
@@ -287,6 +290,23 @@ void tst_PylintWorker::disabledCheckerDoesNothing()
     QTest::qWait(500);
     QVERIFY(!QFile::exists(scripts.filePath(QStringLiteral("ran"))));
     QVERIFY(collector.outputs.isEmpty());
+}
+
+void tst_PylintWorker::checksRunBelowTheInterfacesPriority()
+{
+    Settings::pylintEnabled = true;
+    const QString reported = scripts.filePath(QStringLiteral("niceness"));
+    // Field 19 of the process's stat line is its niceness.
+    Settings::pylintPath = WriteScript(QStringLiteral("niceness.sh"),
+                                       QStringLiteral("awk '{print $19}' /proc/$$/stat > '%1.part' && mv '%1.part' '%1'")
+                                           .arg(reported));
+    OutputCollector collector;
+    WorkerOnThread worker(&collector);
+    worker.Check(QStringLiteral("x = 1\n"), QString());
+    QTRY_VERIFY(QFile::exists(reported));
+    QFile file(reported);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll().trimmed().toInt(), qMin(19, getpriority(PRIO_PROCESS, 0) + 10));
 }
 
 void tst_PylintWorker::unwritableWorkerFileStopsChecks()
