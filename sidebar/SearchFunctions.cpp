@@ -184,7 +184,7 @@ bool IsSearchable(const QRegularExpression& regEx)
 }
 
 // The stream's own reading, line by line: the reference for what a file's lines are. Taken for
-// files with a byte order mark or carriage returns, whose lines the stream decodes its own way.
+// files with a byte order mark, whose encoding the stream finds itself.
 QList<SearchResult> FindMatchingInStream(QFile& file, const QString& fileName, const QRegularExpression& regEx)
 {
     QList<SearchResult> results;
