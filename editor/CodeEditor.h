@@ -334,6 +334,9 @@ protected:
 
     CodeEditorLineNumbers* lineNumbers = nullptr;         // child
     CodeEditorErrorBarOverlay* errorBarOverlay = nullptr; // child of the vertical scroll bar
+    // The block count of the last walk that measured the error bar's blocks; -1 when the next
+    // one must walk, whatever the count.
+    int errorBarMeasuredBlockCount = -1;
     QList<ParserMessage> errors;
     QList<ParserMessage> warnings;
     QList<ParserMessage> infos;

@@ -434,13 +434,24 @@ void CodeEditor::UpdateErrorBarBlockHeights()
 {
     if (!errorBarOverlay || !IsDisplayErrorsEnabled())
         return;
+    // Unwrapped, every block is one line high: once a walk has measured a line, only a new number
+    // of blocks moves the marks (the font and the wrap mode force a walk), and a key that keeps
+    // the count skips the walk over every block.
+    const int blockCount = document()->blockCount();
+    if (lineWrapMode() == QPlainTextEdit::NoWrap && blockCount == errorBarMeasuredBlockCount)
+        return;
     QList<int> positions;
-    positions.reserve(document()->blockCount());
+    positions.reserve(blockCount);
     // This runs on every edit. Measuring a block that has no layout yet would lay it out, and in
     // a long buffer that is every block below the viewport, or every block the highlighter just
     // recoloured: seconds per key. Such a block counts as the height of the last block measured,
     // which is exact for unwrapped text; Qt measures it for real once it is shown.
+    // Blocks above the first one measured count as high as the first shown line, when it is one.
     double lineHeight = QFontMetricsF(font()).height();
+    const QTextBlock shown = firstVisibleBlock();
+    if (shown.isValid() && shown.layout() && shown.layout()->lineCount() == 1 && shown.next().isValid())
+        lineHeight = blockBoundingRect(shown).height();
+    bool measured = false;
     double top = 0.0;
     for (QTextBlock block = document()->firstBlock(); block.isValid(); block = block.next())
     {
@@ -453,11 +464,15 @@ void CodeEditor::UpdateErrorBarBlockHeights()
             const double height = blockBoundingRect(block).height();
             top += height;
             if (layout->lineCount() == 1 && block.next().isValid())
+            {
                 lineHeight = height;
+                measured = true;
+            }
         }
         else
             top += lineHeight;
     }
+    errorBarMeasuredBlockCount = measured ? blockCount : -1;
     errorBarOverlay->UpdataBlockStartYPositions(positions);
 }
 

@@ -63,6 +63,7 @@ void CodeEditor::UpdateTextOptions()
     option.setFlags(flags);
     option.setTabStopDistance(tabStopPixels);
     document()->setDefaultTextOption(option);
+    errorBarMeasuredBlockCount = -1;
     UpdateErrorBarBlockHeights();
 }
 
