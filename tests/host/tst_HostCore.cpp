@@ -323,10 +323,11 @@ void TestHostCore::melEchoAndResult()
     QStringList shown;
     for (const OutputRecorder::Message& message : std::as_const(recorder.messages))
         shown.append(QStringLiteral("%1:%2").arg(int(message.type)).arg(message.text));
-    QCOMPARE(shown, (QStringList{QStringLiteral("0:hostTestCommand -tw 2;\n"), QStringLiteral("5:4"),
-                                 QStringLiteral("0:hostTestCommand -ls;\n"), QStringLiteral("5:a b c"),
-                                 QStringLiteral("0:hostTestCommand;\n"), QStringLiteral("0:hostTestCommand -f;\n"),
-                                 QStringLiteral("4:asked to fail")}));
+    QCOMPARE(shown,
+             (QStringList{QStringLiteral("0:hostTestCommand -tw 2;\n"), QStringLiteral("5:4"),
+                          QStringLiteral("0:hostTestCommand -ls;\n"), QStringLiteral("5:a b c"),
+                          QStringLiteral("0:hostTestCommand;\n"), QStringLiteral("0:hostTestCommand -f;\n"),
+                          QStringLiteral("4:asked to fail")}));
 }
 
 void TestHostCore::optionVarsSurviveRestart()

@@ -131,10 +131,9 @@ private slots:
     void userProcedures();
     void catchAndCatchQuiet();
     void substitutesOnlyAfterDefinition();
-    void historyProcedures();
+    void pluginScriptProcedures();
     void sourceFindsScriptsAndRecordsThem();
     void pythonCommand();
-    void runTimeCommands();
 
 private:
     QTemporaryDir appDir;
@@ -164,13 +163,14 @@ void TestHostMel::scripts_data()
     QTest::addColumn<bool>("ok");
     QTest::addColumn<QString>("printed");
     QTest::addColumn<QString>("error");
-    QTest::newRow("comments and escapes")
-        << "print \"a;b\"; // print \"comment\";\n/* print \"block\";\n */ print \"tab\\there\\n\";print(\"q\\\"\\\\\")"
-        << true << "a;btab\there\nq\"\\" << "";
+    QTest::newRow("comments and escapes") << "print \"a;b\"; // print \"comment\";\n/* print \"block\";\n */ "
+                                             "print \"tab\\there\\n\";print(\"q\\\"\\\\\")"
+                                          << true << "a;btab\there\nq\"\\"
+                                          << "";
     QTest::newRow("statement over lines") << ";;print\n  \"x\"\n  ;" << true << "x"
                                           << "";
     QTest::newRow("concatenation") << "print (\"a\" + \"b\"); print \"n=\" + 3 + \"\\n\"; print(\"f=\" + 1.5)"
-                                   << true << "ab""n=3\nf=1.5"
+                                   << true << "abn=3\nf=1.5"
                                    << "";
     QTest::newRow("control flow")
         << "int $total = 0;\n"
@@ -182,8 +182,9 @@ void TestHostMel::scripts_data()
            "print ($total + \" \" + $out + \" \" + $j + \" \" + (1 < 2 ? \"yes\" : \"no\"));"
         << true << "8 xy 2 yes"
         << "";
-    QTest::newRow("undeclared variable") << "print \"before\";\nprint $foo;\nprint \"after\";" << false << "before"
-                                         << "line 2: \"$foo\" is an undeclared variable.";
+    QTest::newRow("undeclared variable")
+        << "print \"before\";\nprint $foo;\nprint \"after\";" << false << "before"
+        << "line 2: \"$foo\" is an undeclared variable.";
     QTest::newRow("unknown procedure") << "noSuchCommand -flag 1;" << false << ""
                                        << "line 1: Cannot find procedure \"noSuchCommand\".";
     QTest::newRow("division by zero") << "int $z = 1 / 0;" << false << ""
@@ -378,7 +379,8 @@ void TestHostMel::substitutesOnlyAfterDefinition()
     QCOMPARE(MelString(QStringLiteral("xvSubstituteProbe(\"a\", 1)")), QStringLiteral("a|1"));
 }
 
-void TestHostMel::historyProcedures()
+// The plug-in's own script: its history procedures and its list of run time commands.
+void TestHostMel::pluginScriptProcedures()
 {
     QVERIFY(Mel(QString::fromLatin1(PLUGIN_SCRIPT)));
     MGlobal::displayWarning("kept");
@@ -389,6 +391,13 @@ void TestHostMel::historyProcedures()
     QCOMPARE(MelString(QStringLiteral("xvGetExistingHistory()")), QString());
     QVERIFY(Mel(QStringLiteral("print \"x\"; scriptEditorInfo -clearHistory;")));
     QVERIFY(HostOutput::History().isEmpty());
+
+    HostMel::RegisterRunTimeCommand(QStringLiteral("SayRunTime"), QStringLiteral("print \"run time\""));
+    Recorder recorder;
+    QVERIFY(Mel(QStringLiteral("SayRunTime")));
+    QCOMPARE(recorder.Printed(), QStringLiteral("run time"));
+    QCOMPARE(HostMel::WhatIs(QStringLiteral("SayRunTime")), QStringLiteral("Run Time Command"));
+    QCOMPARE(MelArray(QStringLiteral("xvGetMelInfo(0, 1, 0)")).last(), QStringLiteral("SayRunTime"));
 }
 
 void TestHostMel::sourceFindsScriptsAndRecordsThem()
@@ -430,17 +439,6 @@ void TestHostMel::pythonCommand()
     QVERIFY(!Mel(QStringLiteral("python(\"1/0\"); print \"not reached\"")));
     QVERIFY(!recorder.Errors().isEmpty());
     QVERIFY(!recorder.Printed().contains(QLatin1String("not reached")));
-}
-
-void TestHostMel::runTimeCommands()
-{
-    QVERIFY(Mel(QString::fromLatin1(PLUGIN_SCRIPT)));
-    HostMel::RegisterRunTimeCommand(QStringLiteral("SayRunTime"), QStringLiteral("print \"run time\""));
-    Recorder recorder;
-    QVERIFY(Mel(QStringLiteral("SayRunTime")));
-    QCOMPARE(recorder.Printed(), QStringLiteral("run time"));
-    QCOMPARE(HostMel::WhatIs(QStringLiteral("SayRunTime")), QStringLiteral("Run Time Command"));
-    QCOMPARE(MelArray(QStringLiteral("xvGetMelInfo(0, 1, 0)")).last(), QStringLiteral("SayRunTime"));
 }
 
 QTEST_GUILESS_MAIN(TestHostMel)
