@@ -22,6 +22,85 @@ LOCATOR_FUNCTION = "__bqdefloc__"
 LOCATOR_CLASS = "__bqclsloc__"
 
 
+# The statements of the last request's top-level parts, by their text: the next request parses
+# again only the parts that changed, mostly the one at the cursor.
+_parsed_parts = {}
+# The last part that did not parse alone: while it stands in the text, the whole text is parsed.
+_unparsed_parts = set()
+# A line that carries on the statement above it, though it starts in column 0.
+_CARRIED_ON = ("else", "elif", "except", "finally", "@")
+_NO_CUT_BEFORE = " \t\r\f#)]}"
+
+
+def _open_triple_quote(line, quote):
+    """The triple quote left open after the line, given the one open before it. A rough count
+    (a quote inside a one-line string or a comment misleads it) that costs time when wrong."""
+    if quote is None and '"""' not in line and "'''" not in line:
+        return None
+    index = 0
+    while True:
+        if quote is None:
+            found = [i for i in (line.find('"""', index), line.find("'''", index)) if i >= 0]
+            if not found:
+                return None
+            index = min(found)
+            quote = line[index:index + 3]
+            index += 3
+        else:
+            end = line.find(quote, index)
+            if end < 0:
+                return quote
+            quote = None
+            index = end + 3
+
+
+def _top_level_parts(source):
+    """The source cut before each line that may start a top-level statement. A cut that falls
+    inside a string, brackets or a continued line leaves a part that does not parse, and the
+    caller then parses the whole text: a wrong cut costs time, never a different result."""
+    parts = []
+    current = []
+    after_decorator = False
+    quote = None
+    for line in source.split("\n"):
+        first = line[:1]
+        starts_statement = quote is None and first and first not in _NO_CUT_BEFORE
+        if (current and starts_statement and not after_decorator and not line.startswith(_CARRIED_ON)):
+            parts.append("\n".join(current) + "\n")
+            current = []
+        current.append(line)
+        if starts_statement:
+            after_decorator = first == "@"
+        quote = _open_triple_quote(line, quote)
+    parts.append("\n".join(current))
+    return parts
+
+
+def _parse_module(source, filename):
+    global _parsed_parts, _unparsed_parts
+    parsed = {}
+    body = []
+    parts = _top_level_parts(source)
+    if not _unparsed_parts.isdisjoint(parts):
+        return ast.parse(source, filename)
+    for part in parts:
+        statements = parsed.get(part)
+        if statements is None:
+            statements = _parsed_parts.get(part)
+        if statements is None:
+            try:
+                statements = ast.parse(part, filename).body
+            except (SyntaxError, ValueError):
+                # A cut in the wrong place or a real error: the whole text decides, and this
+                # part is not tried alone again.
+                _unparsed_parts = {part}
+                return ast.parse(source, filename)
+        parsed[part] = statements
+        body.extend(statements)
+    _parsed_parts = parsed
+    return ast.Module(body=body, type_ignores=[])
+
+
 class _Kind(object):
     """Stands in for an ast node class that this Python no longer has."""
 
@@ -423,8 +502,7 @@ class BrindletEditorParser(ast.NodeVisitor):
     def parse(self, source, filename="<unknown>"):
         self.classes = []
         self.functions = []
-        tree = ast.parse(source, filename)
-        self.visit(tree)
+        self.visit(_parse_module(source, filename))
 
     # Per node class: its visitor's name, and the fields that hold statements.
     _visitors = {}

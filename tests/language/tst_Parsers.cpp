@@ -66,6 +66,10 @@ private slots:
         QTest::newRow("array return type")
             << QStringLiteral("global proc string[] foo()\n{\n}\n")
             << QStringList{QStringLiteral("1 foo@21/0")} << QStringList() << QStringList();
+        // A name that starts with a type word, after a tab: the head of the line ends at the last blank.
+        QTest::newRow("name begins with a type")
+            << QStringLiteral("global\tproc int\tintegerMax() {}") << QStringList{QStringLiteral("1 integerMax@16/0")}
+            << QStringList() << QStringList();
         QTest::newRow("two dots") << QStringLiteral("global proc foo..bar() {}") << QStringList()
                                   << QStringList() << QStringList();
         QTest::newRow("trailing dot")
@@ -88,7 +92,7 @@ private slots:
             << QStringLiteral("// TODO fix\nproc a() {}") << QStringList{QStringLiteral("2 a@17/0")}
             << QStringList() << QStringList{QStringLiteral("TODO: 1-11")};
         QTest::newRow("TODOS is no TODO")
-            << QStringLiteral("//TODOS") << QStringList() << QStringList() << QStringList();
+            << QStringLiteral("//TODOS x_TODO TODO1") << QStringList() << QStringList() << QStringList();
         QTest::newRow("block comment TODO")
             << QStringLiteral("/* TODO */ proc a() {}") << QStringList{QStringLiteral("2 a@16/0")}
             << QStringList() << QStringList{QStringLiteral("TODO: 1-8")};
