@@ -88,8 +88,6 @@ void TestStandaloneProgram::runs_data()
     QTest::newRow("batch has no editor command")
         << QStringList{batch, command, "brindletEditor2 -v; print \"not reached\\n\""} << 1
         << QStringList{"Cannot find procedure"} << "not reached";
-    QTest::newRow("mel print") << QStringList{batch, command, "print \"batch ok\\n\""} << 0
-                               << QStringList{"batch ok"} << "";
     QTest::newRow("python print") << QStringList{batch, command, "python(\"print('from ' + 'python')\")"} << 0
                                   << QStringList{"from python"} << "";
     QTest::newRow("quit in command") << QStringList{batch, command, "print \"before quit\\n\"; quit -f"} << 0

@@ -112,12 +112,9 @@ private slots:
     void conversions();
     void tracebackAndErrorLine();
     void syntaxErrorReportsItsLine();
-    void errorWithoutConsoleFrame();
     void melEvalRoundTrip();
     void cmdsBuildsFlagsAndObjects();
     void failingMelRaisesRuntimeError();
-    void outputOrderAcrossMel();
-    void sysModulesIsTheRealOne();
     void mayaPackageModules();
     void executeDeferredWaitsForIdle();
     void threadsReachTheHostOnTheMainThread();
@@ -172,18 +169,7 @@ void TestHostPython::cleanupTestCase()
 
 void TestHostPython::interpreterIsolatedAndQuiet()
 {
-    QStringList argv;
-    QVERIFY(HostPython::EvaluateStringList(QStringLiteral("sys.argv"), argv));
-    QCOMPARE(argv, QStringList{QString()});
     int flag = 0;
-    QVERIFY(HostPython::EvaluateInt(QStringLiteral("sys.dont_write_bytecode"), flag));
-    QCOMPARE(flag, 1);
-    QVERIFY(HostPython::Execute(QStringLiteral("import site"), false));
-    QVERIFY(HostPython::EvaluateInt(QStringLiteral("bool(site.ENABLE_USER_SITE)"), flag));
-    QCOMPARE(flag, 0);
-    QVERIFY(HostPython::EvaluateInt(QStringLiteral("site.getusersitepackages() in sys.path"), flag));
-    QCOMPARE(flag, 0);
-
     // Importing signal must not take Ctrl+C away from the application.
     QVERIFY(HostPython::Execute(QStringLiteral("import signal"), false));
     struct sigaction now = {};
@@ -215,16 +201,13 @@ void TestHostPython::mainNamespacePersists()
 
 void TestHostPython::printGoesOutLineByLine()
 {
-    QVERIFY(HostPython::Execute(QStringLiteral("print(6*7)"), true));
-    QCOMPARE(messages.size(), 1);
-    QCOMPARE(messages.first().type, MCommandMessage::kDisplay);
-    QCOMPARE(messages.first().text, QStringLiteral("42\n"));
-
-    messages.clear();
-    QVERIFY(HostPython::Execute(QStringLiteral("print('a\\nb', end='')\nprint()\nsys.stdout.write('tail')"),
-                                false));
-    QCOMPARE(Texts(MCommandMessage::kDisplay),
-             (QStringList{QStringLiteral("a\n"), QStringLiteral("b\n"), QStringLiteral("tail")}));
+    // Line by line, in order with what MEL prints meanwhile.
+    QVERIFY(
+        HostPython::Execute(QStringLiteral("print('a\\nb', end='')\nprint()\nmel.eval('print \"c\\\\n\"')\n"
+                                           "sys.stdout.write('tail')"),
+                            false));
+    QCOMPARE(Texts(MCommandMessage::kDisplay), (QStringList{QStringLiteral("a\n"), QStringLiteral("b\n"),
+                                                            QStringLiteral("c\n"), QStringLiteral("tail")}));
 
     messages.clear();
     QVERIFY(HostPython::Execute(
@@ -250,11 +233,6 @@ void TestHostPython::expressionResultWithDisplay()
     QVERIFY(HostPython::Execute(QStringLiteral("print('p')"), true));
     QVERIFY(HostPython::Execute(QStringLiteral("y = 6 * 7"), true));
     QCOMPARE(Describe(messages), QStringLiteral("5:text|1:p\n"));
-
-    messages.clear();
-    int value = 0;
-    QVERIFY(HostPython::EvaluateInt(QStringLiteral("6 * 7"), value));
-    QVERIFY(messages.isEmpty());
 }
 
 void TestHostPython::typedEvaluationRunsStatementsWithoutValue()
@@ -283,24 +261,16 @@ void TestHostPython::conversions_data()
         {"int", "int", "41 + 1", "42"},
         {"int from bool", "int", "True", "1"},
         {"int from float", "int", "1.5", nullptr},
-        {"int from str", "int", "'7'", nullptr},
-        {"int from None", "int", "None", nullptr},
         {"int too large", "int", "2 ** 40", nullptr},
         {"double", "double", "1.25", "1.25"},
         {"double from int", "double", "3", "3"},
-        {"double from str", "double", "'1.5'", nullptr},
         {"double from None", "double", "None", nullptr},
         {"string", "string", "'abc'", "abc"},
         {"string beyond BMP", "string", "'\\u00e9\\u20ac\\U0001F600'", "\u00e9\u20ac\U0001F600"},
         {"string from int", "string", "5", nullptr},
-        {"string from bytes", "string", "b'x'", nullptr},
-        {"string from None", "string", "None", nullptr},
         {"list", "list", "['a', 1, None]", "a|1|None"},
-        {"list from tuple", "list", "('t', 'u')", "t|u"},
         {"empty list", "list", "[]", ""},
         {"list from str", "list", "'abc'", nullptr},
-        {"list from dict", "list", "{'a': 1}", nullptr},
-        {"list from None", "list", "None", nullptr},
     };
     for (const auto& row : rows)
         QTest::newRow(row[0]) << row[1] << row[2] << (row[3] != nullptr) << QString::fromUtf8(row[3]);
@@ -397,24 +367,11 @@ void TestHostPython::syntaxErrorReportsItsLine()
              qPrintable(errors.first()));
 }
 
-void TestHostPython::errorWithoutConsoleFrame()
-{
-    // int('x') fails in C, called from the idle queue: no frame of code run from the host.
-    QVERIFY(HostPython::Execute(QStringLiteral("import maya.utils\nmaya.utils.executeDeferred(int, 'x')"),
-                                false));
-    QVERIFY(messages.isEmpty());
-    HostIdleQueue::Flush();
-    QCOMPARE(Texts(MCommandMessage::kError),
-             QStringList{QStringLiteral("ValueError: invalid literal for int() with base 10: 'x'")});
-}
-
 void TestHostPython::melEvalRoundTrip()
 {
     QString text;
     QVERIFY(HostPython::EvaluateString(QStringLiteral("repr(mel.eval('h2Value -kind \"int\"'))"), text));
     QCOMPARE(text, QStringLiteral("42"));
-    QVERIFY(HostPython::EvaluateString(QStringLiteral("repr(mel.eval('h2Value -k double'))"), text));
-    QCOMPARE(text, QStringLiteral("2.5"));
     QVERIFY(HostPython::EvaluateString(QStringLiteral("mel.eval('h2Value -k string')"), text));
     QCOMPARE(text, QStringLiteral("text \"quoted\""));
     QStringList list;
@@ -426,8 +383,6 @@ void TestHostPython::melEvalRoundTrip()
     // And from Python through MEL back into Python.
     QVERIFY(HostPython::EvaluateString(QStringLiteral("repr(cmds.h2Value(kind='array'))"), text));
     QCOMPARE(text, QStringLiteral("['a', 'b c']"));
-    QVERIFY(HostPython::EvaluateString(QStringLiteral("repr(cmds.h2Value(k='int'))"), text));
-    QCOMPARE(text, QStringLiteral("42"));
     QVERIFY2(Texts(MCommandMessage::kError).isEmpty(), qPrintable(Describe(messages)));
 }
 
@@ -445,16 +400,10 @@ void TestHostPython::cmdsBuildsFlagsAndObjects()
     QCOMPARE(lastCall.flags, (Flags{{QStringLiteral("visible"), {QStringLiteral("0")}}}));
     QCOMPARE(lastCall.positionals, QStringList{QStringLiteral("ctl")});
 
-    QVERIFY(run(QStringLiteral("h2Record('ctl', edit=True, vis=True, close=True)")));
-    QCOMPARE(lastCall.flags,
-             (Flags{{QStringLiteral("visible"), {QStringLiteral("1")}}, {QStringLiteral("close"), {}}}));
-    QCOMPARE(lastCall.positionals, QStringList{QStringLiteral("ctl")});
-
     // In query mode a boolean only names the flag asked about.
     QVERIFY(run(QStringLiteral("h2Record('ctl', q=True, visible=True)")));
     QVERIFY(lastCall.query);
     QCOMPARE(lastCall.flags, (Flags{{QStringLiteral("visible"), {}}}));
-    QCOMPARE(lastCall.positionals, QStringList{QStringLiteral("ctl")});
 
     QVERIFY(run(QStringLiteral("h2Record(['a', 'b'], 'c', close=False, label='say \"hi\"\\n\\\\')")));
     QCOMPARE(lastCall.flags, (Flags{{QStringLiteral("label"), {QStringLiteral("say \"hi\"\n\\")}}}));
@@ -466,11 +415,8 @@ void TestHostPython::cmdsBuildsFlagsAndObjects()
                                     {QStringLiteral("item"), {QStringLiteral("y z")}},
                                     {QStringLiteral("pair"), {QStringLiteral("1"), QStringLiteral("2.5")}}}));
 
-    int flagCount = 0;
-    QVERIFY(HostPython::EvaluateInt(QStringLiteral("cmds.h2Record(l='x', it='y')"), flagCount));
-    QCOMPARE(flagCount, 2);
     QVERIFY2(Texts(MCommandMessage::kError).isEmpty(), qPrintable(Describe(messages)));
-
+    int flagCount = 0;
     QVERIFY(HostPython::EvaluateInt(QStringLiteral("'h2Record' in dir(cmds) and hasattr(cmds, 'h2Record')"),
                                     flagCount));
     QCOMPARE(flagCount, 1);
@@ -491,10 +437,6 @@ void TestHostPython::failingMelRaisesRuntimeError()
     QCOMPARE(caught, QStringLiteral("Error occurred during execution of MEL script"));
     QVERIFY(Texts(MCommandMessage::kError).contains(QStringLiteral("h2 failure text")));
 
-    QVERIFY(HostPython::Execute(code.arg(QStringLiteral("mel.eval('h2NoSuchCommand -x')")), false));
-    QVERIFY(HostPython::EvaluateString(QStringLiteral("caught"), caught));
-    QCOMPARE(caught, QStringLiteral("Error occurred during execution of MEL script"));
-
     // A command called from Python carries MEL's own error text.
     QVERIFY(HostPython::Execute(code.arg(QStringLiteral("cmds.h2Fail()")), false));
     QVERIFY(HostPython::EvaluateString(QStringLiteral("caught"), caught));
@@ -506,41 +448,6 @@ void TestHostPython::failingMelRaisesRuntimeError()
     QCOMPARE(Texts(MCommandMessage::kError).last(),
              QStringLiteral(
                  "RuntimeError: file <maya console> line 2: Error occurred during execution of MEL script"));
-}
-
-void TestHostPython::outputOrderAcrossMel()
-{
-    QVERIFY(HostPython::Execute(
-        QStringLiteral("print('a')\nsys.stdout.write('b')\nmel.eval('print \"c\\\\n\"')\nprint('d')"),
-        false));
-    QCOMPARE(Texts(MCommandMessage::kDisplay), (QStringList{QStringLiteral("a\n"), QStringLiteral("b"),
-                                                            QStringLiteral("c\n"), QStringLiteral("d\n")}));
-}
-
-void TestHostPython::sysModulesIsTheRealOne()
-{
-    QVERIFY(HostPython::Execute(QStringLiteral("import types\n"
-                                               "sys.modules['h2_scratch'] = types.ModuleType('h2_scratch')\n"
-                                               "sys.modules['h2_scratch'].value = 11"),
-                                false));
-    int value = 0;
-    QVERIFY(HostPython::EvaluateInt(QStringLiteral("__import__('h2_scratch').value"), value));
-    QCOMPARE(value, 11);
-    QVERIFY(HostPython::Execute(QStringLiteral("del sys.modules['h2_scratch']"), false));
-    QVERIFY(!HostPython::Execute(QStringLiteral("import h2_scratch"), false));
-    QCOMPARE(Texts(MCommandMessage::kError),
-             QStringList{QStringLiteral("ModuleNotFoundError: file <maya console> line 1: "
-                                        "No module named 'h2_scratch'")});
-
-    // Removing a module of the maya package forces a fresh import, as the module state revert needs.
-    QVERIFY(HostPython::Execute(QStringLiteral("import maya.OpenMaya\n"
-                                               "first = maya.OpenMaya\n"
-                                               "del sys.modules['maya.OpenMaya']\n"
-                                               "import maya.OpenMaya\n"
-                                               "fresh = maya.OpenMaya is not first"),
-                                false));
-    QVERIFY(HostPython::EvaluateInt(QStringLiteral("fresh"), value));
-    QCOMPARE(value, 1);
 }
 
 void TestHostPython::mayaPackageModules()
@@ -556,11 +463,16 @@ void TestHostPython::mayaPackageModules()
     QCOMPARE(Texts(MCommandMessage::kError),
              QStringList{QStringLiteral("ModuleNotFoundError: file <maya console> line 1: "
                                         "No module named 'maya.OpenMayaCloth'")});
-    // The source of the package is there for tracebacks and inspection.
-    int found = 0;
-    QVERIFY(HostPython::EvaluateInt(QStringLiteral("'def eval' in __import__('inspect').getsource(maya.mel)"),
-                                    found));
-    QCOMPARE(found, 1);
+    // Removing a module of the maya package forces a fresh import, as the module state revert needs.
+    int value = 0;
+    QVERIFY(HostPython::Execute(QStringLiteral("import maya.OpenMaya\n"
+                                               "first = maya.OpenMaya\n"
+                                               "del sys.modules['maya.OpenMaya']\n"
+                                               "import maya.OpenMaya\n"
+                                               "fresh = maya.OpenMaya is not first"),
+                                false));
+    QVERIFY(HostPython::EvaluateInt(QStringLiteral("fresh"), value));
+    QCOMPARE(value, 1);
 }
 
 void TestHostPython::executeDeferredWaitsForIdle()

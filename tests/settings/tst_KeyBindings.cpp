@@ -1,4 +1,5 @@
 #include "HostFixture.h"
+#include "TestFiles.h"
 #include "settings/KeyBindings.h"
 
 #include <QtCore/QDir>
@@ -129,7 +130,9 @@ private slots:
         QCOMPARE(file.childKeys().size(), 78);
         for (const KeySequence* row : bindings.GetKeySequences())
             QCOMPARE(file.contains(row->key), !row->reserved);
-        QCOMPARE(file.value(QStringLiteral("replace")).toString(), QString());
+        // A removed shortcut is an empty value, which the next session reads as none; this
+        // process's QSettings cache would hide any other spelling, so the bytes are read.
+        QVERIFY(TestFiles::Read(BindingsPath()).contains("\nreplace=\n"));
     }
 
     void valuesAsFound_data()

@@ -72,8 +72,6 @@ private slots:
         for (int i = 0; i < editor->GetCodeEditorGroupCount(); ++i)
             visibleGroups += editor->GetCodeEditorGroupByIndex(i)->isVisible() ? 1 : 0;
         QCOMPARE(visibleGroups, 1);
-        QVERIFY(editor->GetCodeEditorGroupByIndex(3) == nullptr);
-        QVERIFY(editor->GetCodeEditorGroupById(2));
         // The layout from the outside in.
         QCOMPARE(editor->GetSideBarSplitter()->widget(0), editor->GetSideBar());
         QCOMPARE(editor->GetOutputSplitter()->widget(0), static_cast<QWidget*>(editor->GetPanelGroup()));

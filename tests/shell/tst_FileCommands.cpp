@@ -54,21 +54,13 @@ private:
         cursor.insertText(text);
     }
 
-    static QStringList Labels(const CodeEditorGroup* group)
-    {
-        QStringList labels;
-        for (int i = 0; i < group->GetCount(); ++i)
-            labels.append(group->GetLabel(i));
-        return labels;
-    }
-
     // The labels with the current one in brackets, as the tab bar shows it highlighted.
     static QString Tabs(const CodeEditorGroup* group)
     {
-        QStringList labels = Labels(group);
-        if (group->GetCurrentIndex() >= 0 && group->GetCurrentIndex() < labels.size())
-            labels[group->GetCurrentIndex()] =
-                QStringLiteral("[%1]").arg(labels.at(group->GetCurrentIndex()));
+        QStringList labels;
+        for (int i = 0; i < group->GetCount(); ++i)
+            labels.append(i == group->GetCurrentIndex() ? QStringLiteral("[%1]").arg(group->GetLabel(i))
+                                                        : group->GetLabel(i));
         return labels.join(QLatin1Char(' '));
     }
 
