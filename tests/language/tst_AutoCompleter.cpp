@@ -1,7 +1,10 @@
-// The completion popup in a real CodeEditor on the real host: keys typed, rows read back.
+// The completion popup in a real CodeEditor on the real host: keys typed, rows read back; and the
+// analysis script behind Python completion, asked through the host bridge as the completer asks it:
+// what it finds, and that bad input gives an empty list and never an error.
 #include "HostFixture.h"
 #include "editor/CodeEditor.h"
 #include "language/AutoCompleter.h"
+#include "language/PythonAutoCompleter.h"
 #include "plugin/MayaUtil.h"
 #include "settings/Settings.h"
 
@@ -19,6 +22,15 @@ namespace
 const QChar CTRL_SPACE = QLatin1Char('^');
 // In a buffer, this character marks the cursor.
 const QChar CURSOR = QLatin1Char('|');
+const QString LOCATOR = QStringLiteral("__brindlet_lctr_mvkt__ = None");
+
+QStringList Query(const QString& source, const QString& object, bool fallback = false)
+{
+    Settings::pythonNativeMayaAutoCompleteFallback = fallback;
+    QStringList results;
+    MayaUtil::PythonAttributesFromSource(PythonAutoCompleter::EscapeForPython(source), object, results, true);
+    return results;
+}
 } // namespace
 
 class TestAutoCompleter : public QObject
@@ -82,9 +94,8 @@ private:
         return completer->VisibleRows().value(completer->SelectedRow());
     }
 
-    void CompareRows(const QStringList& contains, const QStringList& excludes)
+    static void CompareRows(const QStringList& rows, const QStringList& contains, const QStringList& excludes)
     {
-        const QStringList rows = Rows();
         for (const QString& name : contains)
             QVERIFY2(rows.contains(name), qPrintable(name + QStringLiteral(" missing from: ") +
                                                      rows.mid(0, 40).join(QLatin1Char(' '))));
@@ -205,7 +216,7 @@ private slots:
         QFETCH(QStringList, excludes);
         Show(static_cast<CodeEditorLanguage>(language), buffer);
         Type(typed);
-        CompareRows(contains, excludes);
+        CompareRows(Rows(), contains, excludes);
         if (contains.isEmpty())
             QVERIFY(!editor->AutoCompleterVisible());
         // The prefix filter: every row starts with the word before the cursor.
@@ -346,6 +357,109 @@ private slots:
         Press(Qt::Key_Left);
         QVERIFY(!editor->AutoCompleterVisible());
         QCOMPARE(editor->GetText(), QStringLiteral("import os\nos.p"));
+    }
+
+    void names_data()
+    {
+        QTest::addColumn<QString>("source");
+        QTest::addColumn<QString>("object");
+        QTest::addColumn<bool>("fallback");
+        QTest::addColumn<QStringList>("contains");
+        QTest::addColumn<QStringList>("excludes");
+        const QString L = LOCATOR;
+        QTest::newRow("list value") << "x = []\n" + L << "x" << false << QStringList{"append", "sort"}
+                                    << QStringList{"keys"};
+        QTest::newRow("conflicting kinds")
+            << "x = 1\nx = 'a'\n" + L << "x" << false << QStringList() << QStringList{"upper", "real"};
+        QTest::newRow("linked name") << "a = {}\nb = a\n" + L << "b" << false << QStringList{"keys"}
+                                     << QStringList();
+        QTest::newRow("instance of own class")
+            << "class Foo:\n    size = 1\n    def bar(self): pass\nobj = Foo()\n" + L << "obj" << false
+            << QStringList{"bar", "size"} << QStringList{"Foo"};
+        QTest::newRow("instance of module class")
+            << "import collections\nd = collections.OrderedDict()\n" + L << "d" << false
+            << QStringList{"move_to_end"} << QStringList();
+        QTest::newRow("function result") << "import os\n" + L << "os.getcwd" << false << QStringList()
+                                         << QStringList{"__call__", "__name__"};
+        QTest::newRow("from import alias")
+            << "from os import path as p\n" + L << "p" << false << QStringList{"join"} << QStringList();
+        QTest::newRow("module read, not run")
+            << "import wsgiref.headers as h\n" + L << "h" << false << QStringList{"Headers"} << QStringList();
+        QTest::newRow("names below the cursor")
+            << "early = 1\ndef f(arg):\n    local = 'a \\\" \\\\ b'\n    " + L + "\nlate = 2\n"
+            << QString() << false << QStringList{"early", "f", "arg", "local"} << QStringList{"late"};
+        QTest::newRow("functions below a block")
+            << "early = 1\nif early:\n    " + L + "\ndef later(): pass\n"
+            << QString() << false << QStringList{"early"} << QStringList{"later"};
+        QTest::newRow("top level after error") << "import os\nvalue = 1\n)\n" + L << QString() << false
+                                               << QStringList{"os", "value"} << QStringList();
+        QTest::newRow("imports after error") << "import os\nvalue = (\n" + L << QString() << false
+                                             << QStringList{"os"} << QStringList{"value"};
+        QTest::newRow("inherited members")
+            << "class Base(object):\n    def base_method(self): pass\n"
+               "class Child(Base):\n    def own(self, arg):\n        self.made = 1\n        " +
+                   L
+            << "self" << false << QStringList{"base_method", "own", "made", "__init__"} << QStringList{"arg"};
+        QTest::newRow("method name typed")
+            << "class Base(object):\n    def first(self): pass\n    def "
+               "__bqdefloc__(__brindlet_lctr_mvkt__): pass"
+            << QString() << false << QStringList{"first", "self", "cls", "__init__", "__repr__"}
+            << QStringList{"__bqdefloc__"};
+        QTest::newRow("live object fallback")
+            << L << "sys.flags" << true << QStringList{"optimize"} << QStringList();
+        QTest::newRow("no fallback") << L << "sys.flags" << false << QStringList() << QStringList{"optimize"};
+        QTest::newRow("maya.cmds") << "import maya.cmds as cmds\n" + L << "cmds" << false
+                                   << QStringList{"polyCube", "ls", "xform"} << QStringList{"polyCubeX"};
+    }
+
+    void names()
+    {
+        QFETCH(QString, source);
+        QFETCH(QString, object);
+        QFETCH(bool, fallback);
+        QFETCH(QStringList, contains);
+        QFETCH(QStringList, excludes);
+        const QStringList results = Query(source, object, fallback);
+        CompareRows(results, contains, excludes);
+        if (contains.isEmpty())
+            QVERIFY2(results.isEmpty(), qPrintable(results.mid(0, 10).join(QLatin1Char(' '))));
+    }
+
+    void order()
+    {
+        // Public names first, each part sorted without regard to case; locator names never show.
+        const QStringList results = Query(
+            QStringLiteral("_b = 1\nZeta = 1\nalpha = 1\n_A = 1\n__bqclsloc__ = 1\n") + LOCATOR, QString());
+        QCOMPARE(results, (QStringList{"alpha", "Zeta", "_A", "_b"}));
+    }
+
+    void badInputGivesNothing_data()
+    {
+        QTest::addColumn<QString>("source");
+        QString binary = QStringLiteral("\x01\x02\xff\xfe") + QChar(0) + QChar(0xD800) +
+                         QStringLiteral("\r\n\"\\x\\\n") + QChar(0xFFFF);
+        QTest::newRow("broken") << QStringLiteral("def (:\n  ))((\n\tclass\n");
+        QTest::newRow("binary-ish") << binary.repeated(200);
+        QTest::newRow("huge") << QStringLiteral("value = foo(\n") +
+                                     QStringLiteral("    1 +\n").repeated(100000);
+        QTest::newRow("nested brackets") << QStringLiteral("x = ") + QStringLiteral("(").repeated(5000) +
+                                                QStringLiteral(")").repeated(5000);
+        QString blocks;
+        for (int depth = 0; depth < 150; ++depth)
+            blocks += QString(depth, QLatin1Char(' ')) + QStringLiteral("if x:\n");
+        QTest::newRow("nested blocks") << blocks;
+        QTest::newRow("deep attribute") << QStringLiteral("= a") + QStringLiteral(".b").repeated(50000);
+    }
+
+    void badInputGivesNothing()
+    {
+        QFETCH(QString, source);
+        fixture->ClearMessages();
+        QCOMPARE(Query(source, QString()), QStringList());
+        QCOMPARE(Query(source, QStringLiteral("os.path")), QStringList());
+        QCOMPARE(fixture->MessagesOfType(MCommandMessage::kError), QStringList());
+        // The interpreter is still there for the next request.
+        QVERIFY(Query(QStringLiteral("import os\n") + LOCATOR, QStringLiteral("os")).contains("path"));
     }
 };
 
