@@ -18,6 +18,7 @@
 
 namespace
 {
+using L = QStringList;
 // In typed text, this character stands for Ctrl+Space.
 const QChar CTRL_SPACE = QLatin1Char('^');
 // In a buffer, this character marks the cursor.
@@ -146,65 +147,59 @@ private slots:
                                               "        |\n\n"
                                               "    def shrink(self):\n"
                                               "        pass\n");
-        QTest::newRow("mel command") << mel << QString() << "polyCu" << QStringList{"polyCube"}
-                                     << QStringList{"polySphere", "PolyCube"};
+        QTest::newRow("mel command") << mel << QString() << "polyCu" << L{"polyCube"}
+                                     << L{"polySphere", "PolyCube"};
         QTest::newRow("mel variable") << mel << "string $polyCube;\n|"
-                                      << "$polyCu" << QStringList() << QStringList{"polyCube"};
+                                      << "$polyCu" << L() << L{"polyCube"};
         QTest::newRow("mel flag") << mel << "polyCube |"
-                                  << "-po" << QStringList() << QStringList{"polyCube"};
+                                  << "-po" << L() << L{"polyCube"};
         QTest::newRow("mel string") << mel << "print \"|\";"
-                                    << "polyCu" << QStringList() << QStringList{"polyCube"};
+                                    << "polyCu" << L() << L{"polyCube"};
         QTest::newRow("mel comment") << mel << "// |"
-                                     << "polyCu" << QStringList() << QStringList{"polyCube"};
+                                     << "polyCu" << L() << L{"polyCube"};
         QTest::newRow("module") << python << "import os\n|"
-                                << "os.pa" << QStringList{"path", "pardir"} << QStringList{"join", "_exit"};
+                                << "os.pa" << L{"path", "pardir"} << L{"join", "_exit"};
         QTest::newRow("module of module") << python << "import os\n|"
-                                          << "os.path.jo" << QStringList{"join"} << QStringList{"path"};
-        QTest::newRow("case-insensitive filter")
-            << python << "import os\n|"
-            << "os.PAT" << QStringList{"path", "pathsep"} << QStringList{"pardir"};
+                                          << "os.path.jo" << L{"join"} << L{"path"};
+        QTest::newRow("case-insensitive filter") << python << "import os\n|"
+                                                 << "os.PAT" << L{"path", "pathsep"} << L{"pardir"};
         QTest::newRow("self in a method")
-            << python << method << "self." << QStringList{"width", "items", "grow", "shrink", "__init__"}
-            << QStringList{"step", "Shape"};
-        QTest::newRow("self member") << python << method << "self.items.ap" << QStringList{"append"}
-                                     << QStringList{"width"};
+            << python << method << "self." << L{"width", "items", "grow", "shrink", "__init__"}
+            << L{"step", "Shape"};
+        QTest::newRow("self member") << python << method << "self.items.ap" << L{"append"} << L{"width"};
         QTest::newRow("locals and arguments")
-            << python << method << "^" << QStringList{"step", "self", "Shape", "while"}
-            << QStringList{"width"};
+            << python << method << "^" << L{"step", "self", "Shape", "while"} << L{"width"};
         QTest::newRow("def line") << python << "import os\nimport sys\n|"
-                                  << "def ^" << QStringList{"os", "sys"} << QStringList{"while", "def"};
+                                  << "def ^" << L{"os", "sys"} << L{"while", "def"};
         QTest::newRow("call over lines")
             << python << "names = []\nresult = max(1,\n    |\n    2)\nafter = 1\n"
-            << "names.ap" << QStringList{"append"} << QStringList();
-        QTest::newRow("bare module import")
-            << python << QString() << "import ma" << QStringList() << QStringList{"maya"};
+            << "names.ap" << L{"append"} << L();
+        QTest::newRow("bare module import") << python << QString() << "import ma" << L() << L{"maya"};
         QTest::newRow("from package import")
-            << python << QString() << "from maya import cm" << QStringList{"cmds"} << QStringList{"mel"};
+            << python << QString() << "from maya import cm" << L{"cmds"} << L{"mel"};
         QTest::newRow("maya.cmds") << python << "import maya.cmds as cmds\n|"
-                                   << "cmds.polyCu" << QStringList{"polyCube"}
-                                   << QStringList{"polySphere", "ls"};
+                                   << "cmds.polyCu" << L{"polyCube"} << L{"polySphere", "ls"};
         QTest::newRow("name below the cursor")
             << python << "early_value = 1\nearly_other = 2\n|\nlate_value = 2\n"
-            << "^" << QStringList{"early_value"} << QStringList{"late_value"};
+            << "^" << L{"early_value"} << L{"late_value"};
         QTest::newRow("from import alias") << python << "from os import path as osp\n|"
-                                           << "osp.jo" << QStringList{"join"} << QStringList();
-        QTest::newRow("import line") << python << QString() << "import os.pa" << QStringList{"path"}
-                                     << QStringList{"join"};
+                                           << "osp.jo" << L{"join"} << L();
+        QTest::newRow("import line") << python << QString() << "import os.pa" << L{"path"} << L{"join"};
         QTest::newRow("try block") << python
                                    << "try:\n    import json\nexcept ImportError:\n    json = None\n|"
-                                   << "json.lo" << QStringList{"loads", "load"} << QStringList{"dumps"};
+                                   << "json.lo" << L{"loads", "load"} << L{"dumps"};
         QTest::newRow("unfinished try") << python << "import os\ntry:\n    value = 1\n|"
-                                        << "val" << QStringList{"value"} << QStringList();
+                                        << "val" << L{"value"} << L();
         QTest::newRow("unfinished line") << python << "import os\nresult = max(|"
-                                         << "os.pa" << QStringList{"path"} << QStringList();
+                                         << "os.pa" << L{"path"} << L();
         QTest::newRow("empty block above") << python << "def empty():\n\ndef work():\n    items = []\n    |\n"
-                                           << "items.ap" << QStringList{"append"} << QStringList();
+                                           << "items.ap" << L{"append"} << L();
         QTest::newRow("syntax error elsewhere") << python << "import os\nbroken = = 1\n|"
-                                                << "os.pa" << QStringList{"path"} << QStringList();
+                                                << "os.pa" << L{"path"} << L();
         QTest::newRow("python string") << python << "import os\nx = \"|\""
-                                       << "os.pa" << QStringList() << QStringList{"path"};
+                                       << "os.pa" << L() << L{"path"};
         QTest::newRow("python comment") << python << "import os\n# |"
-                                        << "os.pa" << QStringList() << QStringList{"path"};
+                                        << "os.pa" << L() << L{"path"};
     }
 
     void rowsOffered()
@@ -366,50 +361,46 @@ private slots:
         QTest::addColumn<bool>("fallback");
         QTest::addColumn<QStringList>("contains");
         QTest::addColumn<QStringList>("excludes");
-        const QString L = LOCATOR;
-        QTest::newRow("list value") << "x = []\n" + L << "x" << false << QStringList{"append", "sort"}
-                                    << QStringList{"keys"};
+        const QString here = LOCATOR;
+        QTest::newRow("list value") << "x = []\n" + here << "x" << false << L{"append", "sort"} << L{"keys"};
         QTest::newRow("conflicting kinds")
-            << "x = 1\nx = 'a'\n" + L << "x" << false << QStringList() << QStringList{"upper", "real"};
-        QTest::newRow("linked name") << "a = {}\nb = a\n" + L << "b" << false << QStringList{"keys"}
-                                     << QStringList();
+            << "x = 1\nx = 'a'\n" + here << "x" << false << L() << L{"upper", "real"};
+        QTest::newRow("linked name") << "a = {}\nb = a\n" + here << "b" << false << L{"keys"} << L();
         QTest::newRow("instance of own class")
-            << "class Foo:\n    size = 1\n    def bar(self): pass\nobj = Foo()\n" + L << "obj" << false
-            << QStringList{"bar", "size"} << QStringList{"Foo"};
+            << "class Foo:\n    size = 1\n    def bar(self): pass\nobj = Foo()\n" + here << "obj" << false
+            << L{"bar", "size"} << L{"Foo"};
         QTest::newRow("instance of module class")
-            << "import collections\nd = collections.OrderedDict()\n" + L << "d" << false
-            << QStringList{"move_to_end"} << QStringList();
-        QTest::newRow("function result") << "import os\n" + L << "os.getcwd" << false << QStringList()
-                                         << QStringList{"__call__", "__name__"};
+            << "import collections\nd = collections.OrderedDict()\n" + here << "d" << false
+            << L{"move_to_end"} << L();
+        QTest::newRow("function result")
+            << "import os\n" + here << "os.getcwd" << false << L() << L{"__call__", "__name__"};
         QTest::newRow("from import alias")
-            << "from os import path as p\n" + L << "p" << false << QStringList{"join"} << QStringList();
+            << "from os import path as p\n" + here << "p" << false << L{"join"} << L();
         QTest::newRow("module read, not run")
-            << "import wsgiref.headers as h\n" + L << "h" << false << QStringList{"Headers"} << QStringList();
+            << "import wsgiref.headers as h\n" + here << "h" << false << L{"Headers"} << L();
         QTest::newRow("names below the cursor")
-            << "early = 1\ndef f(arg):\n    local = 'a \\\" \\\\ b'\n    " + L + "\nlate = 2\n"
-            << QString() << false << QStringList{"early", "f", "arg", "local"} << QStringList{"late"};
+            << "early = 1\ndef f(arg):\n    local = 'a \\\" \\\\ b'\n    " + here + "\nlate = 2\n"
+            << QString() << false << L{"early", "f", "arg", "local"} << L{"late"};
         QTest::newRow("functions below a block")
-            << "early = 1\nif early:\n    " + L + "\ndef later(): pass\n"
-            << QString() << false << QStringList{"early"} << QStringList{"later"};
-        QTest::newRow("top level after error") << "import os\nvalue = 1\n)\n" + L << QString() << false
-                                               << QStringList{"os", "value"} << QStringList();
-        QTest::newRow("imports after error") << "import os\nvalue = (\n" + L << QString() << false
-                                             << QStringList{"os"} << QStringList{"value"};
+            << "early = 1\nif early:\n    " + here + "\ndef later(): pass\n"
+            << QString() << false << L{"early"} << L{"later"};
+        QTest::newRow("top level after error")
+            << "import os\nvalue = 1\n)\n" + here << QString() << false << L{"os", "value"} << L();
+        QTest::newRow("imports after error")
+            << "import os\nvalue = (\n" + here << QString() << false << L{"os"} << L{"value"};
         QTest::newRow("inherited members")
             << "class Base(object):\n    def base_method(self): pass\n"
                "class Child(Base):\n    def own(self, arg):\n        self.made = 1\n        " +
-                   L
-            << "self" << false << QStringList{"base_method", "own", "made", "__init__"} << QStringList{"arg"};
+                   here
+            << "self" << false << L{"base_method", "own", "made", "__init__"} << L{"arg"};
         QTest::newRow("method name typed")
             << "class Base(object):\n    def first(self): pass\n    def "
                "__bqdefloc__(__brindlet_lctr_mvkt__): pass"
-            << QString() << false << QStringList{"first", "self", "cls", "__init__", "__repr__"}
-            << QStringList{"__bqdefloc__"};
-        QTest::newRow("live object fallback")
-            << L << "sys.flags" << true << QStringList{"optimize"} << QStringList();
-        QTest::newRow("no fallback") << L << "sys.flags" << false << QStringList() << QStringList{"optimize"};
-        QTest::newRow("maya.cmds") << "import maya.cmds as cmds\n" + L << "cmds" << false
-                                   << QStringList{"polyCube", "ls", "xform"} << QStringList{"polyCubeX"};
+            << QString() << false << L{"first", "self", "cls", "__init__", "__repr__"} << L{"__bqdefloc__"};
+        QTest::newRow("live object fallback") << here << "sys.flags" << true << L{"optimize"} << L();
+        QTest::newRow("no fallback") << here << "sys.flags" << false << L() << L{"optimize"};
+        QTest::newRow("maya.cmds") << "import maya.cmds as cmds\n" + here << "cmds" << false
+                                   << L{"polyCube", "ls", "xform"} << L{"polyCubeX"};
     }
 
     void names()

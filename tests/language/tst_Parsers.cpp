@@ -136,6 +136,9 @@ private slots:
             << QString("if a:  # why\nb = 1") << L() << L{"Expected an indented block 13-13"} << L() << L();
         QTest::newRow("colon with code after it")
             << QString("if a: b = 1\nc = 2") << L() << L() << L() << L();
+        QTest::newRow("static and class methods alone")
+            << QString("class A:\n    @staticmethod\n    def f(): pass\n    @classmethod\n    def g(): pass\n")
+            << L{"11 A@6/0", "9 f@35/1", "10 g@70/1"} << L() << L() << L();
         QTest::newRow("class method wins when later")
             << QString("class A:\n    @staticmethod\n    @classmethod\n    def f(): pass\n")
             << L{"11 A@6/0", "10 f@52/1"} << L() << L() << L();
