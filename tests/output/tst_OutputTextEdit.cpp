@@ -125,9 +125,13 @@ private slots:
         fixture.reset();
     }
 
+    // Held back while hidden, the text goes to an open log on arrival and again when it is shown.
     void hiddenOutputArrivesWholeAndInOrderOnShow()
     {
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("held.log"));
         edit = MakeEdit(false);
+        QVERIFY(edit->BeginWriteToFile(path));
         edit->AppendText(QStringLiteral("first\n"));
         edit->AppendText(QStringLiteral("second\n"));
         edit->AppendText(QStringLiteral("third"));
@@ -139,6 +143,10 @@ private slots:
         QCOMPARE(edit->toPlainText(), QStringLiteral("first\nsecond\nthird"));
         QCOMPARE(changes.count(), 1);
         QVERIFY(edit->textCursor().atEnd());
+        edit->EndWriteToFile();
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(QString::fromUtf8(file.readAll()), QStringLiteral("first\nsecond\nthirdfirst\nsecond\nthird"));
 
         // Shown again after hiding, nothing is repeated.
         edit->hide();
@@ -261,22 +269,6 @@ private slots:
         edit->AppendText(QStringLiteral("after"));
         QVERIFY(file.open(QIODevice::ReadOnly));
         QCOMPARE(QString::fromUtf8(file.readAll()), logged + QStringLiteral("last"));
-    }
-
-    void logReceivesHeldTextOnArrivalAndOnShow()
-    {
-        QTemporaryDir dir;
-        const QString path = dir.filePath(QStringLiteral("held.log"));
-        edit = MakeEdit(false);
-        QVERIFY(edit->BeginWriteToFile(path));
-        edit->AppendText(QStringLiteral("held\n"));
-        edit->show();
-        QVERIFY(QTest::qWaitForWindowExposed(edit.get()));
-        edit->EndWriteToFile();
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        QCOMPARE(QString::fromUtf8(file.readAll()), QStringLiteral("held\nheld\n"));
-        QCOMPARE(edit->GetText(), QStringLiteral("held\n"));
     }
 
     void longScriptsStillShowAndLogTheirOutput()
@@ -480,6 +472,10 @@ private slots:
 
     void findHighlightsMatchesWhileFindIsOpen()
     {
+        // A selected-text colour of the user's, which the found selection's white replaces.
+        QTextCharFormat selected = ColorSettings::GetOutputFormat(ColorSettings::SELECTED_TEXT);
+        selected.setForeground(QColor(1, 2, 3));
+        ColorSettings::SetOutputFormat(ColorSettings::SELECTED_TEXT, selected);
         const QColor found =
             ColorSettings::GetOutputFormat(ColorSettings::FIND_REPLACE_MATCHING).background().color();
         const auto foundCount = [&]()
@@ -508,6 +504,7 @@ private slots:
         QCOMPARE(foundCount(), 0);
         QCOMPARE(edit->palette().color(QPalette::Highlight),
                  ColorSettings::GetOutputFormat(ColorSettings::SELECTED_TEXT).background().color());
+        QCOMPARE(edit->palette().color(QPalette::HighlightedText), QColor(1, 2, 3));
 
         // Opening find takes the word under the cursor and selects it there, not at another match.
         QTextCursor cursor = edit->textCursor();

@@ -127,15 +127,10 @@ private slots:
         { return QStringLiteral("%1 %L/%2").arg(QLatin1String(name), QLatin1String(relative)); };
         // Matches in any case; among them alphabetical; the first that starts with the text in
         // its own case is chosen, else the first row.
-        QTest::newRow("case of the text picks the row")
-            << QStringLiteral("foo")
-            << QStringList{row("Foo.py", "Foo.py"), row("barfoo.mel", "sub/barfoo.mel"),
-                           row("foo.txt", "foo.txt")}
-            << 2;
-        QTest::newRow("capital") << QStringLiteral("Foo")
-                                 << QStringList{row("Foo.py", "Foo.py"), row("barfoo.mel", "sub/barfoo.mel"),
-                                                row("foo.txt", "foo.txt")}
-                                 << 0;
+        const QStringList foos{row("Foo.py", "Foo.py"), row("barfoo.mel", "sub/barfoo.mel"),
+                               row("foo.txt", "foo.txt")};
+        QTest::newRow("case of the text picks the row") << QStringLiteral("foo") << foos << 2;
+        QTest::newRow("capital") << QStringLiteral("Foo") << foos << 0;
         QTest::newRow("inside a name")
             << QStringLiteral("arf") << QStringList{row("barfoo.mel", "sub/barfoo.mel")} << 0;
         QTest::newRow("folder of the path")
