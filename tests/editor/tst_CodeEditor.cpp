@@ -13,7 +13,6 @@
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QMimeData>
 #include <QtGui/QAbstractTextDocumentLayout>
-#include <QtGui/QSyntaxHighlighter>
 #include <QtGui/QTextBlock>
 #include <QtGui/QTextDocument>
 #include <QtTest/QtTest>
@@ -36,36 +35,6 @@ CodeEditorProperties Properties(CodeEditorLanguage language,
     properties.label = QStringLiteral("buffer");
     return properties;
 }
-
-class CountingHighlighter : public QSyntaxHighlighter
-{
-public:
-    using QSyntaxHighlighter::QSyntaxHighlighter;
-    int blocksSeen = 0;
-
-protected:
-    void highlightBlock(const QString&) override { ++blocksSeen; }
-};
-
-// An editor whose language layer is a counting highlighter, to see when it is replaced and run.
-class HighlightedEditor : public CodeEditor
-{
-public:
-    explicit HighlightedEditor(CodeEditorProperties properties) : CodeEditor(std::move(properties), nullptr)
-    {
-        SetProperties(GetProperties(), true);
-    }
-    QList<CodeEditorLanguage> created;
-    CountingHighlighter* last = nullptr;
-
-protected:
-    QSyntaxHighlighter* CreateHighlighter() override
-    {
-        created.append(GetLanguage());
-        last = new CountingHighlighter(document());
-        return last;
-    }
-};
 
 QStringList ActionTexts(const QMenu* menu)
 {
@@ -353,24 +322,6 @@ private slots:
         QCOMPARE(editor.palette().color(QPalette::Active, QPalette::Text), QColor(1, 2, 3));
         QCOMPARE(editor.viewport()->palette().color(QPalette::Inactive, QPalette::Base), QColor(4, 5, 6));
         ColorSettings::Initialize();
-    }
-
-    void languageChangeReplacesTheHighlighter()
-    {
-        HighlightedEditor editor(Properties(CodeEditorLanguage::MEL));
-        editor.SetText(QStringLiteral("a\nb\nc"));
-        QCOMPARE(editor.created, QList<CodeEditorLanguage>{CodeEditorLanguage::MEL});
-        QPointer<CountingHighlighter> first = editor.last;
-
-        editor.SetProperties(Properties(CodeEditorLanguage::MEL, QStringLiteral("/tmp/other")));
-        QCOMPARE(editor.created.size(), 1);
-        editor.SetProperties(Properties(CodeEditorLanguage::PYTHON));
-        QCOMPARE(editor.created.last(), CodeEditorLanguage::PYTHON);
-        QVERIFY(first.isNull());
-
-        editor.last->blocksSeen = 0;
-        editor.UpdateFontsAndColors();
-        QCOMPARE(editor.last->blocksSeen, 3);
     }
 
     void linesAndPositionsOutOfRangeAreIgnored()

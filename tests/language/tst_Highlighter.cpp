@@ -471,9 +471,15 @@ private slots:
     {
         NewEditor(QStringLiteral("text"));
         Type(QStringLiteral("import os  # x"));
+        // Another path in the same language keeps the highlighter; another language replaces it.
+        const QPointer<Highlighter> before = editor->document()->findChild<Highlighter*>();
         CodeEditorProperties properties = editor->GetProperties();
+        properties.filePath = QStringLiteral("/tmp/other");
+        editor->SetProperties(properties);
+        QCOMPARE(editor->document()->findChild<Highlighter*>(), before.data());
         properties.language = CodeEditorLanguage::PYTHON;
         editor->SetProperties(properties);
+        QVERIFY(before.isNull());
         QCOMPARE(editor->document()->findChildren<Highlighter*>().size(), 1);
         QVERIFY(editor->document()->findChild<PythonHighlighter*>());
         QCoreApplication::processEvents(); // the new highlighter's first full pass
