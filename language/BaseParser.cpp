@@ -17,8 +17,15 @@ void BaseParser::Parse(const QString& source, const QString& path)
     ClearAll();
     // A QTextDocument hands out its paragraphs separated by U+2029; every line must end in a
     // newline, the last one too, so that the line rules need no end-of-text case.
-    script = source;
-    script.replace(QChar(QChar::ParagraphSeparator), QLatin1Char('\n'));
+    // The copy goes into the buffer of the last run: a fresh allocation of a large text costs its
+    // page faults on every keystroke.
+    const qsizetype length = source.size();
+    script.reserve(length + 1);
+    script.resize(length);
+    const QChar* in = source.constData();
+    QChar* out = script.data();
+    for (qsizetype i = 0; i < length; ++i)
+        out[i] = in[i] == QChar(QChar::ParagraphSeparator) ? QChar(QLatin1Char('\n')) : in[i];
     script.append(QLatin1Char('\n'));
     position = 0;
     filePath = path;
@@ -80,6 +87,33 @@ QString BaseParser::GetLineFromScript(int offset) const
     if (newline < 0)
         return script.mid(offset);
     return script.mid(offset, newline - offset);
+}
+
+QStringView BaseParser::LineViewFromScript(int offset) const
+{
+    const QStringView rest = QStringView(script).sliced(offset);
+    const qsizetype newline = rest.indexOf(QLatin1Char('\n'));
+    return newline < 0 ? rest : rest.first(newline);
+}
+
+bool BaseParser::IsAsciiNameCharacter(QChar c)
+{
+    const char16_t u = c.unicode();
+    return (u >= 'a' && u <= 'z') || (u >= 'A' && u <= 'Z') || (u >= '0' && u <= '9') || u == '_';
+}
+
+bool BaseParser::ContainsTodo(QStringView text)
+{
+    static constexpr qsizetype wordLength = 4;
+    for (qsizetype at = text.indexOf(QLatin1String("TODO")); at >= 0;
+         at = text.indexOf(QLatin1String("TODO"), at + 1))
+    {
+        const qsizetype after = at + wordLength;
+        if ((at == 0 || !IsAsciiNameCharacter(text.at(at - 1))) &&
+            (after == text.size() || !IsAsciiNameCharacter(text.at(after))))
+            return true;
+    }
+    return false;
 }
 
 bool BaseParser::LineStartsWith(int offset, QLatin1String word) const

@@ -22,6 +22,8 @@ public:
     virtual bool IsMel() const { return false; }
     virtual bool IsPython() const { return false; }
     virtual void AppendError(const QString& text, int start, int end);
+    // Letters, digits and the underscore of ASCII: the word characters of the scanners' rules.
+    static bool IsAsciiNameCharacter(QChar c);
 
     // Copies of the lists of the last run; implicitly shared, so a handover costs nothing.
     QString GetFilePath() const { return filePath; }
@@ -40,6 +42,7 @@ protected:
     void UnexpectedParenthesesError(QChar found, int start, int end);
     // The text from offset up to the next newline, without it.
     QString GetLineFromScript(int offset) const;
+    QStringView LineViewFromScript(int offset) const;
     // Whether the text at offset up to the end of its line starts with the word; a cheap test done
     // before a line is cut out and matched.
     bool LineStartsWith(int offset, QLatin1String word) const;
@@ -48,6 +51,8 @@ protected:
     // The number of backslashes directly before index, not looking at or before stop.
     int CountBackslashesBefore(int index, int stop) const;
     static ParserMessage Message(const QString& text, int start, int end);
+    // Whether the text holds TODO as a whole word.
+    static bool ContainsTodo(QStringView text);
     // A one-line string from its opening quote at position; a backslash escapes the quote or the
     // line end. Leaves position on the closing quote, or reports "Unterminated String" and leaves
     // it on the line end. The result tells whether the string was closed.

@@ -579,6 +579,12 @@ void Highlighter::highlightBlock(const QString& text)
 
     paintLayer = &spanLayer;
     UpdateMultiLine(text);
+    if (n > LONGEST_COLOURED_LINE)
+    {
+        paintLayer = &baseLayer;
+        blockData = nullptr;
+        return;
+    }
     if (!SpansCoverLine(text))
     {
         paintLayer = &baseLayer;

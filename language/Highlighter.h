@@ -26,6 +26,10 @@ class Highlighter : public QSyntaxHighlighter
     Q_OBJECT
 
 public:
+    // Longer lines (minified code, binary shown as text) keep their block data and state but get
+    // no colours: Qt lays out a line again on every key, and with a format per token a line of a
+    // megabyte would take seconds each time.
+    static constexpr int LONGEST_COLOURED_LINE = 10000;
     enum class FastMatch
     {
         None,

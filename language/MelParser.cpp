@@ -1,30 +1,103 @@
 #include "language/MelParser.h"
 
-#include <QtCore/QRegularExpression>
-
 namespace
 {
-bool ContainsTodo(QStringView text)
-{
-    static const QRegularExpression todo(QStringLiteral("\\bTODO\\b"));
-    return text.contains(QLatin1String("TODO")) && todo.match(text.toString()).hasMatch();
-}
-
-// A match of pattern that starts exactly at the start of text; its length, or -1. The callers pass
-// the rest of a line, never the whole script: a match on the whole script costs its whole length.
-int MatchLengthAt(const QRegularExpression& pattern, const QString& text, QString* captured)
-{
-    const QRegularExpressionMatch match = pattern.match(text);
-    if (!match.hasMatch() || match.capturedStart() != 0)
-        return -1;
-    if (captured)
-        *captured = match.captured();
-    return static_cast<int>(match.capturedLength());
-}
-bool IsAsciiNameCharacter(QChar c)
+// The blanks of the declaration rules: space, tab, and the other ASCII line and page breaks.
+bool IsBlank(QChar c)
 {
     const char16_t u = c.unicode();
-    return (u >= 'a' && u <= 'z') || (u >= 'A' && u <= 'Z') || (u >= '0' && u <= '9') || u == '_';
+    return u == ' ' || (u >= '\t' && u <= '\r');
+}
+
+// The length of the MEL type name that starts at index of text, or 0. A type may end inside a
+// longer word ("integer" starts with "int"); the caller's next test decides.
+qsizetype TypeNameLength(QStringView text, qsizetype index)
+{
+    static constexpr QLatin1String types[] = {QLatin1String("string"), QLatin1String("int"),
+                                              QLatin1String("float"), QLatin1String("matrix"),
+                                              QLatin1String("vector")};
+    const QStringView rest = text.sliced(index);
+    for (const QLatin1String type : types)
+    {
+        if (rest.startsWith(type))
+            return type.size();
+    }
+    return 0;
+}
+
+// "global", one blank, a type, any brackets and one blank: the length of that head of line, or -1.
+qsizetype GlobalVariableHeadLength(QStringView line)
+{
+    static constexpr QLatin1String global("global");
+    if (!line.startsWith(global) || line.size() <= global.size() || !IsBlank(line.at(global.size())))
+        return -1;
+    qsizetype index = global.size() + 1;
+    const qsizetype type = TypeNameLength(line, index);
+    if (type == 0)
+        return -1;
+    index += type;
+    while (index < line.size() && (line.at(index) == QLatin1Char('[') || line.at(index) == QLatin1Char(']')))
+        ++index;
+    return index < line.size() && IsBlank(line.at(index)) ? index + 1 : -1;
+}
+
+// "proc" (after "global" and blanks when global), then blanks, types and brackets in any order: the
+// length of that head of line up to and with its last blank, or -1 when no blank follows "proc".
+qsizetype ProcHeadLength(QStringView line, bool global)
+{
+    static constexpr QLatin1String proc("proc");
+    qsizetype index = 0;
+    if (global)
+    {
+        if (!line.startsWith(QLatin1String("global")))
+            return -1;
+        index = 6;
+        const qsizetype blanks = index;
+        while (index < line.size() && IsBlank(line.at(index)))
+            ++index;
+        if (index == blanks)
+            return -1;
+    }
+    if (!line.sliced(index).startsWith(proc))
+        return -1;
+    index += proc.size();
+    qsizetype head = -1;
+    while (index < line.size())
+    {
+        const QChar c = line.at(index);
+        if (IsBlank(c))
+            head = ++index;
+        else if (c == QLatin1Char('[') || c == QLatin1Char(']'))
+            ++index;
+        else if (const qsizetype type = TypeNameLength(line, index))
+            index += type;
+        else
+            break;
+    }
+    return head;
+}
+
+// Where the run of characters that accept takes, from index from of text, ends; -1 when the run is
+// empty.
+template <typename Accept> qsizetype RunEnd(QStringView text, qsizetype from, Accept accept)
+{
+    qsizetype index = from;
+    while (index < text.size() && accept(text.at(index)))
+        ++index;
+    return index > from ? index : -1;
+}
+
+bool IsProcNameCharacter(QChar c)
+{
+    return BaseParser::IsAsciiNameCharacter(c) || c == QLatin1Char('.');
+}
+
+// A variable name with its dollar sign at the start of text: its length, or -1.
+qsizetype VariableLength(QStringView text)
+{
+    if (text.isEmpty() || text.at(0) != QLatin1Char('$'))
+        return -1;
+    return RunEnd(text, 1, BaseParser::IsAsciiNameCharacter);
 }
 } // namespace
 
@@ -161,21 +234,18 @@ bool MelParser::ParseString(int start)
 
 bool MelParser::ParseGlobalVariable()
 {
-    static const QRegularExpression declaration(
-        QStringLiteral("^global[\\s](string|int|float|matrix|vector){1}(\\[|\\])*[\\s]"));
-    static const QRegularExpression variable(QStringLiteral("\\$[a-zA-Z0-9_]+"));
     if (!LineStartsWith(position, QLatin1String("global")))
         return false;
-    const QRegularExpressionMatch match = declaration.match(GetLineFromScript(position));
-    if (!match.hasMatch() || match.capturedStart() != 0)
+    const qsizetype head = GlobalVariableHeadLength(LineViewFromScript(position));
+    if (head < 0)
         return false;
-    const int offset = position + static_cast<int>(match.capturedLength());
-    QString name;
-    const int nameLength = MatchLengthAt(variable, GetLineFromScript(offset), &name);
+    const int offset = position + static_cast<int>(head);
+    const QStringView line = LineViewFromScript(offset);
+    const qsizetype nameLength = VariableLength(line);
     if (nameLength < 0)
         return false;
-    AppendItem(name, ParserItemGlobalVariable, offset, braceDepth);
-    position = offset + nameLength - 1;
+    AppendItem(line.first(nameLength).toString(), ParserItemGlobalVariable, offset, braceDepth);
+    position = offset + static_cast<int>(nameLength) - 1;
     return true;
 }
 
@@ -191,19 +261,12 @@ bool MelParser::ParseProc()
 
 bool MelParser::ParseProcDeclaration(bool global)
 {
-    static const QRegularExpression globalProc(
-        QStringLiteral("^global[\\s]+proc([\\s]|string|int|float|matrix|vector|\\[|\\])*[\\s]"));
-    static const QRegularExpression localProc(
-        QStringLiteral("^proc([\\s]|string|int|float|matrix|vector|\\[|\\])*[\\s]"));
-    static const QRegularExpression procName(QStringLiteral("[a-zA-Z0-9_.]+"));
-
     if (!LineStartsWith(position, global ? QLatin1String("global") : QLatin1String("proc")))
         return false;
-    const QRegularExpressionMatch match =
-        (global ? globalProc : localProc).match(GetLineFromScript(position));
-    if (!match.hasMatch() || match.capturedStart() != 0)
+    const qsizetype head = ProcHeadLength(LineViewFromScript(position), global);
+    if (head < 0)
         return false;
-    const int matchLength = static_cast<int>(match.capturedLength());
+    const int matchLength = static_cast<int>(head);
     if (global)
         procDepth = braceDepth;
     if (inProc && (global || braceDepth >= 1))
@@ -213,10 +276,11 @@ bool MelParser::ParseProcDeclaration(bool global)
         return true;
     }
     const int offset = position + matchLength;
-    QString name;
-    const int nameLength = MatchLengthAt(procName, GetLineFromScript(offset), &name);
+    const QStringView line = LineViewFromScript(offset);
+    const int nameLength = static_cast<int>(RunEnd(line, 0, IsProcNameCharacter));
     if (nameLength < 0)
         return false;
+    const QString name = line.first(nameLength).toString();
     if (name.endsWith(QLatin1Char('.')) || name.contains(QLatin1String("..")))
     {
         AppendError(QStringLiteral("Invalid procedure name"), position, offset + nameLength);

@@ -4,24 +4,12 @@
 
 namespace
 {
-bool ContainsTodo(QStringView text)
-{
-    static const QRegularExpression todo(QStringLiteral("\\bTODO\\b"));
-    return text.contains(QLatin1String("TODO")) && todo.match(text.toString()).hasMatch();
-}
-
 int IndentWidth(const QString& indent)
 {
     int width = 0;
     for (const QChar c : indent)
         width += c == QLatin1Char('\t') ? 8 : 1;
     return width;
-}
-
-bool IsNameCharacter(QChar c)
-{
-    const char16_t u = c.unicode();
-    return (u >= 'a' && u <= 'z') || (u >= 'A' && u <= 'Z') || (u >= '0' && u <= '9') || u == '_';
 }
 
 // The length of the match of pattern on line when it starts at 0, else -1.
@@ -396,7 +384,7 @@ bool PythonParser::ParseDefinition(const QRegularExpression& keyword, ParserItem
         return false;
     const int offset = position + length;
     int end = offset;
-    while (end < script.size() && IsNameCharacter(script.at(end)))
+    while (end < script.size() && IsAsciiNameCharacter(script.at(end)))
         ++end;
     if (end == offset)
         return false;

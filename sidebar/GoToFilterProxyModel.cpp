@@ -30,7 +30,7 @@ void GoToFilterProxyModel::setSourceModel(QAbstractItemModel* model)
         connect(model, SIGNAL(destroyed()), this, SLOT(OnSourceDestroyed()));
     }
     ReadKeys();
-    Filter(false);
+    Filter();
     endResetModel();
 }
 
@@ -47,7 +47,7 @@ void GoToFilterProxyModel::OnSourceChanged()
     if (!resetting)
         beginResetModel();
     ReadKeys();
-    Filter(false);
+    Filter();
     resetting = false;
     endResetModel();
 }
@@ -64,24 +64,22 @@ void GoToFilterProxyModel::OnSourceDestroyed()
     accepted.clear();
     proxyToSource.clear();
     sourceToProxy.clear();
+    recentFilters.clear();
     resetting = false;
     endResetModel();
 }
 
 void GoToFilterProxyModel::SetFilterText(const QString& text)
 {
-    const QString folded = text.toCaseFolded();
-    // A text that holds the previous one matches only rows that matched before.
-    const bool narrowing = folded.contains(foldedFilterText);
     filterText = text;
-    foldedFilterText = folded;
+    foldedFilterText = text.toCaseFolded();
     emit layoutAboutToBeChanged();
     const QModelIndexList before = persistentIndexList();
     QModelIndexList sources;
     sources.reserve(before.size());
     for (const QModelIndex& index : before)
         sources.append(mapToSource(index));
-    Filter(narrowing);
+    Filter();
     QModelIndexList after;
     after.reserve(sources.size());
     for (const QModelIndex& source : sources)
@@ -115,15 +113,58 @@ void GoToFilterProxyModel::ReadKeys()
     std::stable_sort(sortedRows.begin(), sortedRows.end(),
                      [this](int left, int right) { return keys.at(left).compare(keys.at(right)) < 0; });
     accepted.fill(true, rows);
+    recentFilters.clear();
 }
 
-void GoToFilterProxyModel::Filter(bool narrowing)
+const GoToFilterProxyModel::RecentFilter* GoToFilterProxyModel::NarrowestRecentFilter() const
+{
+    // A text that holds an earlier one matches only rows that matched it.
+    const RecentFilter* best = nullptr;
+    for (const RecentFilter& recent : recentFilters)
+    {
+        if (foldedFilterText.contains(recent.foldedText) &&
+            (!best || recent.foldedText.size() > best->foldedText.size()))
+            best = &recent;
+    }
+    return best;
+}
+
+void GoToFilterProxyModel::RememberFilter()
+{
+    for (qsizetype i = 0; i < recentFilters.size(); ++i)
+    {
+        if (recentFilters.at(i).foldedText == foldedFilterText)
+        {
+            recentFilters.move(i, recentFilters.size() - 1);
+            return;
+        }
+    }
+    if (recentFilters.size() >= RECENT_FILTER_COUNT)
+        recentFilters.removeFirst();
+    recentFilters.append({foldedFilterText, accepted});
+}
+
+void GoToFilterProxyModel::Filter()
 {
     const int rows = static_cast<int>(keys.size());
-    for (int row = 0; row < rows; ++row)
+    if (foldedFilterText.isEmpty())
     {
-        if (!narrowing || accepted.at(row))
-            accepted[row] = foldedFilterText.isEmpty() || foldedKeys.at(row).contains(foldedFilterText);
+        accepted.fill(true, rows);
+    }
+    else
+    {
+        const RecentFilter* start = NarrowestRecentFilter();
+        if (start)
+            accepted = start->accepted;
+        if (!start || start->foldedText.size() != foldedFilterText.size())
+        {
+            for (int row = 0; row < rows; ++row)
+            {
+                if (!start || accepted.at(row))
+                    accepted[row] = foldedKeys.at(row).contains(foldedFilterText);
+            }
+        }
+        RememberFilter();
     }
     proxyToSource.clear();
     sourceToProxy.fill(-1, rows);

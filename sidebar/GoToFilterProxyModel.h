@@ -39,7 +39,11 @@ private slots:
 
 private:
     void ReadKeys();
-    void Filter(bool narrowing);
+    void Filter();
+    struct RecentFilter;
+    // The recent filter that the present text narrows most (or equals), or null.
+    const RecentFilter* NarrowestRecentFilter() const;
+    void RememberFilter();
 
     const int keyRole;
     QString filterText;
@@ -53,4 +57,14 @@ private:
     QList<int> proxyToSource;
     QList<int> sourceToProxy;
     bool resetting = false;
+
+    // The accepted rows of recent filter texts, newest last: Backspace, and a character typed
+    // again, cost a copy instead of a pass over every key.
+    struct RecentFilter
+    {
+        QString foldedText;
+        QList<bool> accepted;
+    };
+    static constexpr int RECENT_FILTER_COUNT = 32;
+    QList<RecentFilter> recentFilters;
 };

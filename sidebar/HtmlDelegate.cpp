@@ -2,11 +2,27 @@
 
 #include <QtGui/QAbstractTextDocumentLayout>
 #include <QtGui/QPainter>
-#include <QtGui/QTextDocument>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QStyle>
 
 HtmlDelegate::HtmlDelegate(QObject* parent) : QStyledItemDelegate(parent) {}
+
+QTextDocument* HtmlDelegate::Document(const QString& html, const QFont& font) const
+{
+    if (font != documentsFont)
+    {
+        documents.clear();
+        documentsFont = font;
+    }
+    if (QTextDocument* cached = documents.object(html))
+        return cached;
+    auto* document = new QTextDocument;
+    document->setDocumentMargin(0);
+    document->setDefaultFont(font);
+    document->setHtml(html);
+    documents.insert(html, document);
+    return document;
+}
 
 void HtmlDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                          const QModelIndex& index) const
@@ -14,10 +30,7 @@ void HtmlDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     QStyleOptionViewItem options = option;
     initStyleOption(&options, index);
 
-    QTextDocument document;
-    document.setDocumentMargin(0);
-    document.setDefaultFont(options.font);
-    document.setHtml(options.text);
+    const QTextDocument& document = *Document(options.text, options.font);
 
     // The style draws the selection and the icon; the text is ours.
     options.text = QString();
@@ -47,10 +60,7 @@ QSize HtmlDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelInd
     QStyleOptionViewItem options = option;
     initStyleOption(&options, index);
 
-    QTextDocument document;
-    document.setDocumentMargin(0);
-    document.setDefaultFont(options.font);
-    document.setHtml(options.text);
+    const QTextDocument& document = *Document(options.text, options.font);
     // Rows are one line: laid out at the width of a view not yet shown, the text would wrap and
     // make every row as tall as the wrapped one.
 

@@ -22,6 +22,135 @@ LOCATOR_FUNCTION = "__bqdefloc__"
 LOCATOR_CLASS = "__bqclsloc__"
 
 
+# The statements of the last request's top-level parts, by their text: the next request parses
+# again only the parts that changed, mostly the one at the cursor.
+_parsed_parts = {}
+# The last part that did not parse alone: while it stands in the text, the whole text is parsed.
+_unparsed_parts = set()
+# A line that carries on the statement above it, though it starts in column 0.
+_CARRIED_ON = ("else", "elif", "except", "finally", "@")
+_NO_CUT_BEFORE = " \t\r\f#)]}"
+
+
+def _open_triple_quote(line, quote):
+    """The triple quote left open after the line, given the one open before it. A rough count
+    (a quote inside a one-line string or a comment misleads it) that costs time when wrong."""
+    if quote is None and '"""' not in line and "'''" not in line:
+        return None
+    index = 0
+    while True:
+        if quote is None:
+            found = [i for i in (line.find('"""', index), line.find("'''", index)) if i >= 0]
+            if not found:
+                return None
+            index = min(found)
+            quote = line[index:index + 3]
+            index += 3
+        else:
+            end = line.find(quote, index)
+            if end < 0:
+                return quote
+            quote = None
+            index = end + 3
+
+
+def _split_lines(lines, indent=""):
+    """The lines grouped into statements at the given indent: a group starts at each line that
+    may start one. A cut that falls inside a string, brackets or a continued line leaves a group
+    that does not parse, and the caller then parses the whole: a wrong cut costs time, never a
+    different result."""
+    groups = []
+    current = []
+    after_decorator = False
+    quote = None
+    width = len(indent)
+    for line in lines:
+        first = line[width:width + 1]
+        starts_statement = (quote is None and first and first not in _NO_CUT_BEFORE
+                            and line.startswith(indent))
+        if (current and starts_statement and not after_decorator
+                and not line.startswith(_CARRIED_ON, width)):
+            groups.append(current)
+            current = []
+        current.append(line)
+        if starts_statement:
+            after_decorator = first == "@"
+        quote = _open_triple_quote(line, quote)
+    groups.append(current)
+    return groups
+
+
+def _top_level_parts(source):
+    groups = _split_lines(source.split("\n"))
+    return ["\n".join(group) + "\n" for group in groups[:-1]] + ["\n".join(groups[-1])]
+
+
+class _PartParser(object):
+    """Parses a text part by part, the parts of the last run taken from its cache; a class is
+    parsed member by member, so that typing in one method parses only that method again."""
+
+    def __init__(self, filename, cache):
+        self.filename = filename
+        self.cache = cache
+        self.parsed = {}
+
+    def statements(self, text):
+        statements = self.parsed.get(text)
+        if statements is None:
+            statements = self.cache.get(text)
+        if statements is None and (text.startswith("class ") or text.startswith("@")):
+            statements = self._class_statements(text)
+        if statements is None:
+            statements = ast.parse(text, self.filename).body
+        self.parsed[text] = statements
+        return statements
+
+    def _class_statements(self, part):
+        lines = part.split("\n")
+        header = 0
+        while header < len(lines) and lines[header].startswith("@"):
+            header += 1
+        body = [line for line in lines[header + 1:] if line.strip() and not line.lstrip().startswith("#")]
+        if header >= len(lines) or not lines[header].startswith("class ") or not body:
+            return None
+        indent = body[0][:len(body[0]) - len(body[0].lstrip())]
+        if not indent:
+            return None
+        try:
+            head = ast.parse("\n".join(lines[:header + 1]) + "\n" + indent + "pass\n", self.filename).body
+            if len(head) != 1 or not isinstance(head[0], ast.ClassDef) or len(head[0].body) != 1:
+                return None
+            members = []
+            for group in _split_lines(lines[header + 1:], indent):
+                # Indented as they stand, under a test that is always true: strings keep every
+                # character, and the test's body is the members' statements.
+                members.extend(self.statements("if 1:\n" + "\n".join(group) + "\n")[0].body)
+        except (SyntaxError, ValueError, IndexError, AttributeError):
+            return None
+        cls = head[0]
+        return [ast.ClassDef(name=cls.name, bases=cls.bases, keywords=cls.keywords, body=members,
+                             decorator_list=cls.decorator_list)]
+
+
+def _parse_module(source, filename):
+    global _parsed_parts, _unparsed_parts
+    parts = _top_level_parts(source)
+    if not _unparsed_parts.isdisjoint(parts):
+        return ast.parse(source, filename)
+    parser = _PartParser(filename, _parsed_parts)
+    body = []
+    for part in parts:
+        try:
+            body.extend(parser.statements(part))
+        except (SyntaxError, ValueError):
+            # A cut in the wrong place or a real error: the whole text decides, and this part
+            # is not tried alone again.
+            _unparsed_parts = {part}
+            return ast.parse(source, filename)
+    _parsed_parts = parser.parsed
+    return ast.Module(body=body, type_ignores=[])
+
+
 class _Kind(object):
     """Stands in for an ast node class that this Python no longer has."""
 
@@ -423,8 +552,7 @@ class BrindletEditorParser(ast.NodeVisitor):
     def parse(self, source, filename="<unknown>"):
         self.classes = []
         self.functions = []
-        tree = ast.parse(source, filename)
-        self.visit(tree)
+        self.visit(_parse_module(source, filename))
 
     # Per node class: its visitor's name, and the fields that hold statements.
     _visitors = {}

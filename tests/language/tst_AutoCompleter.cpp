@@ -416,6 +416,22 @@ private slots:
             QVERIFY2(results.isEmpty(), qPrintable(results.mid(0, 10).join(QLatin1Char(' '))));
     }
 
+    // Requests in a row reuse the statements of parts that did not change: an edit above the
+    // cursor shows at once, and a cut inside a literal falls back to the whole text, every time.
+    void requestsInARowFollowEdits()
+    {
+        const QString here = LOCATOR;
+        QVERIFY(Query("def alpha(): pass\n" + here, QString()).contains(QStringLiteral("alpha")));
+        const QStringList renamed = Query("def beta(): pass\n" + here, QString());
+        QVERIFY(renamed.contains(QStringLiteral("beta")) && !renamed.contains(QStringLiteral("alpha")));
+        for (int i = 0; i < 2; ++i)
+        {
+            const QStringList split = Query("d = {\n'k': 1,\n}\ne = 1\n" + here, QString());
+            QVERIFY2(split.contains(QStringLiteral("d")) && split.contains(QStringLiteral("e")),
+                     qPrintable(split.join(QLatin1Char(' '))));
+        }
+    }
+
     void order()
     {
         // Public names first, each part sorted without regard to case; locator names never show.

@@ -362,6 +362,28 @@ private slots:
         QCOMPARE(KeyOfFormat(FormatAt(Block(0), column)), key);
     }
 
+    // A line past the limit shows no colours but keeps its state: the string it opens still
+    // colours the next line. One character less, and it is coloured.
+    void longLineKeepsStateWithoutColours_data()
+    {
+        QTest::addColumn<int>("length");
+        QTest::addColumn<bool>("coloured");
+        QTest::newRow("at the limit") << Highlighter::LONGEST_COLOURED_LINE << true;
+        QTest::newRow("one past it") << Highlighter::LONGEST_COLOURED_LINE + 1 << false;
+    }
+
+    void longLineKeepsStateWithoutColours()
+    {
+        QFETCH(int, length);
+        QFETCH(bool, coloured);
+        NewEditor(QStringLiteral("python"));
+        const QString head = QStringLiteral("def f(): s = '''");
+        editor->SetText(head + QString(length - int(head.size()), QLatin1Char('a')) + QStringLiteral("\nclass C:"));
+        QCOMPARE(Block(0).length() - 1, length);
+        QCOMPARE(KeyOfFormat(FormatAt(Block(0), 0)), coloured ? ColorSettings::PYTHON_KEYWORDS : QString());
+        QCOMPARE(KeyOfFormat(FormatAt(Block(1), 0)), ColorSettings::PYTHON_DOC_STRINGS);
+    }
+
     void blockData_data()
     {
         QTest::addColumn<QString>("language");

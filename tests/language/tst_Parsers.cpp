@@ -63,6 +63,9 @@ private slots:
             << QString("\n\nproc foo() {}") << L{"2 foo@7/0"} << L{emptyLines} << L();
         QTest::newRow("array return type")
             << QString("global proc string[] foo()\n{\n}\n") << L{"1 foo@21/0"} << L() << L();
+        // A name that starts with a type word, after a tab: the head of the line ends at the last blank.
+        QTest::newRow("name begins with a type")
+            << QString("global\tproc int\tintegerMax() {}") << L{"1 integerMax@16/0"} << L() << L();
         QTest::newRow("two dots") << QString("global proc foo..bar() {}") << L() << L() << L();
         QTest::newRow("trailing dot") << QString("global proc foo.() {}") << L() << L() << L();
         QTest::newRow("nested proc not listed")
@@ -75,7 +78,7 @@ private slots:
             << QString("{ global string[] $s; }") << L{"3 $s@18/1"} << L() << L();
         QTest::newRow("line comment TODO")
             << QString("// TODO fix\nproc a() {}") << L{"2 a@17/0"} << L() << L{"TODO: 1-11"};
-        QTest::newRow("TODOS is no TODO") << QString("//TODOS") << L() << L() << L();
+        QTest::newRow("TODOS is no TODO") << QString("//TODOS x_TODO TODO1") << L() << L() << L();
         QTest::newRow("block comment TODO")
             << QString("/* TODO */ proc a() {}") << L{"2 a@16/0"} << L() << L{"TODO: 1-8"};
         QTest::newRow("block comment over lines hides a proc")

@@ -136,6 +136,11 @@ private slots:
         QTest::newRow("folder of the path")
             << QStringLiteral("sub/") << QStringList{row("barfoo.mel", "sub/barfoo.mel")} << 0;
         QTest::newRow("nothing") << QStringLiteral("zzz") << QStringList() << -1;
+        // Backspace and typing again start from filters already run: the result is the same.
+        QTest::newRow("widened by Backspace")
+            << QStringLiteral("sub/x\b") << QStringList{row("barfoo.mel", "sub/barfoo.mel")} << 0;
+        QTest::newRow("retyped after Backspace")
+            << QStringLiteral("fooz\b.t") << QStringList{row("foo.txt", "foo.txt")} << 0;
     }
 
     void fileModeFiltersAsTyped()
