@@ -43,6 +43,17 @@ private:
         return codeEditor;
     }
 
+    // A shell script in Pylint's place.
+    bool UseChecker(const char* name, const QByteArray& body)
+    {
+        Settings::pylintPath = scripts.filePath(QLatin1String(name));
+        QFile script(Settings::pylintPath);
+        if (!script.open(QIODevice::WriteOnly) || script.write("#!/bin/sh\n" + body) < 0)
+            return false;
+        script.close();
+        return script.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    }
+
     std::unique_ptr<HostFixture> host;
     BrindletEditor* editor = nullptr;
     QTemporaryDir scripts;
@@ -99,13 +110,7 @@ private slots:
     void editorNoLongerCurrentGetsNothing()
     {
         // A slow checker: its findings arrive after the user has moved on to another buffer.
-        const QString path = scripts.filePath(QStringLiteral("slow.sh"));
-        QFile script(path);
-        QVERIFY(script.open(QIODevice::WriteOnly));
-        script.write("#!/bin/sh\nsleep 1\nprintf '::E:$$:1:$$:0:$$:[E9999]:$$:late::'\n");
-        script.close();
-        script.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-        Settings::pylintPath = path;
+        QVERIFY(UseChecker("slow.sh", "sleep 1\nprintf '::E:$$:1:$$:0:$$:[E9999]:$$:late::'\n"));
         editor->NewPythonBuffer();
         CodeEditor* first = editor->GetActiveCodeEditor();
         first->setPlainText(QStringLiteral("x = 1\n"));
@@ -118,13 +123,7 @@ private slots:
 
     void closingGroupDuringCheckIsPrompt()
     {
-        const QString path = scripts.filePath(QStringLiteral("hang.sh"));
-        QFile script(path);
-        QVERIFY(script.open(QIODevice::WriteOnly));
-        script.write("#!/bin/sh\nsleep 600\n");
-        script.close();
-        script.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-        Settings::pylintPath = path;
+        QVERIFY(UseChecker("hang.sh", "sleep 600\n"));
         auto* group = new CodeEditorGroup(7, editor->GetKeyBindings());
         group->show();
         CodeEditorProperties properties;
