@@ -1,16 +1,24 @@
+// The editor widget on its own, and what it draws over and beside the text: messages, marks,
+// matched braces and selections, guides, the gutter and the error bar.
 #include "HostFixture.h"
 #include "editor/CodeEditor.h"
+#include "editor/CodeEditorBlockData.h"
+#include "editor/CodeEditorErrorBarOverlay.h"
+#include "language/BaseParser.h"
 #include "settings/ColorSettings.h"
 #include "settings/KeyBindings.h"
 #include "settings/Settings.h"
+#include "tabs/CodeEditorGroup.h"
 
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QMimeData>
-#include <QtGui/QSyntaxHighlighter>
+#include <QtGui/QAbstractTextDocumentLayout>
+#include <QtGui/QTextBlock>
 #include <QtGui/QTextDocument>
 #include <QtTest/QtTest>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QScrollBar>
+#include <QtWidgets/QToolTip>
 
 #include <memory>
 
@@ -28,42 +36,81 @@ CodeEditorProperties Properties(CodeEditorLanguage language,
     return properties;
 }
 
-class CountingHighlighter : public QSyntaxHighlighter
-{
-public:
-    using QSyntaxHighlighter::QSyntaxHighlighter;
-    int blocksSeen = 0;
-
-protected:
-    void highlightBlock(const QString&) override { ++blocksSeen; }
-};
-
-// An editor whose language layer is a counting highlighter, to see when it is replaced and run.
-class HighlightedEditor : public CodeEditor
-{
-public:
-    explicit HighlightedEditor(CodeEditorProperties properties) : CodeEditor(std::move(properties), nullptr)
-    {
-        SetProperties(GetProperties(), true);
-    }
-    QList<CodeEditorLanguage> created;
-    CountingHighlighter* last = nullptr;
-
-protected:
-    QSyntaxHighlighter* CreateHighlighter() override
-    {
-        created.append(GetLanguage());
-        last = new CountingHighlighter(document());
-        return last;
-    }
-};
-
 QStringList ActionTexts(const QMenu* menu)
 {
     QStringList texts;
     for (const QAction* action : menu->actions())
         texts.append(action->isSeparator() ? QStringLiteral("-") : action->text());
     return texts;
+}
+
+// A buffer whose file name tells its language.
+CodeEditorProperties BufferProperties(CodeEditorLanguage language)
+{
+    CodeEditorProperties properties;
+    properties.type = CodeEditorType::INTERNAL_BUFFER;
+    properties.language = language;
+    properties.filePath = language == CodeEditorLanguage::MEL ? QStringLiteral("/tmp/buffer.mel")
+                                                              : QStringLiteral("/tmp/buffer.py");
+    properties.label = QStringLiteral("buffer");
+    return properties;
+}
+
+// An editor with the language's own highlighter, which fills the block data.
+class BlockDataEditor : public CodeEditor
+{
+public:
+    explicit BlockDataEditor(CodeEditorLanguage language) : CodeEditor(BufferProperties(language), nullptr) {}
+};
+
+bool IsNear(QRgb pixel, QRgb color, int tolerance)
+{
+    return qAbs(qRed(pixel) - qRed(color)) <= tolerance && qAbs(qGreen(pixel) - qGreen(color)) <= tolerance &&
+           qAbs(qBlue(pixel) - qBlue(color)) <= tolerance;
+}
+
+// Antialiased marks blend into the background: compare hue, and ask for a clearly coloured pixel.
+bool Resembles(QRgb pixel, QRgb color)
+{
+    const QColor p = QColor::fromRgb(pixel);
+    const QColor c = QColor::fromRgb(color);
+    const int hueDistance = qAbs(p.hsvHue() - c.hsvHue());
+    return p.hsvSaturation() > 90 && p.value() > 90 && qMin(hueDistance, 360 - hueDistance) <= 20;
+}
+
+// The pixels in `area` that resemble `color`, or with a tolerance, that are near it.
+int CountResembling(const QImage& image, const QRect& area, QRgb color, int tolerance = -1)
+{
+    int count = 0;
+    const QRect clipped = area.intersected(image.rect());
+    for (int y = clipped.top(); y <= clipped.bottom(); ++y)
+    {
+        for (int x = clipped.left(); x <= clipped.right(); ++x)
+        {
+            const QRgb pixel = image.pixel(x, y);
+            count += (tolerance < 0 ? Resembles(pixel, color) : IsNear(pixel, color, tolerance)) ? 1 : 0;
+        }
+    }
+    return count;
+}
+
+QStringList SelectedTexts(const CodeEditor& editor, const QTextCharFormat* format)
+{
+    QStringList texts;
+    for (const QTextEdit::ExtraSelection& selection : editor.QPlainTextEdit::extraSelections())
+    {
+        if (selection.format == *format)
+            texts.append(selection.cursor.selectedText());
+    }
+    return texts;
+}
+
+QString ShowToolTip(QWidget* widget, const QPoint& pos)
+{
+    QToolTip::hideText();
+    QHelpEvent help(QEvent::ToolTip, pos, widget->mapToGlobal(pos));
+    QApplication::sendEvent(widget, &help);
+    return QToolTip::isVisible() ? QToolTip::text() : QString();
 }
 } // namespace
 
@@ -74,16 +121,65 @@ class TestCodeEditor : public QObject
 private:
     std::unique_ptr<HostFixture> fixture;
 
+    // A visible group with one buffer, as the user has it: the group parses after each pause.
+    struct Session
+    {
+        CodeEditorGroup group{0, nullptr};
+        CodeEditor* editor = nullptr;
+        BaseParser* lastParser = nullptr;
+        int parses = 0;
+    };
+
+    std::unique_ptr<Session> OpenSession(CodeEditorLanguage language, const QString& text)
+    {
+        auto session = std::make_unique<Session>();
+        session->group.resize(700, 400);
+        session->group.InsertCodeEditor(0, BufferProperties(language), text);
+        session->group.show();
+        if (!QTest::qWaitForWindowExposed(&session->group))
+            return nullptr;
+        session->editor = session->group.GetCurrent();
+        Session* raw = session.get();
+        QObject::connect(&session->group, &CodeEditorGroup::ParserUpdated, &session->group, [raw](BaseParser* parser) {
+            raw->lastParser = parser;
+            ++raw->parses;
+        });
+        return session;
+    }
+
+    // Types at the end of the buffer and waits for the parse after the pause.
+    static void TypeAtEnd(Session& session, const QString& typed)
+    {
+        session.editor->setFocus();
+        session.editor->moveCursor(QTextCursor::End);
+        const int before = session.parses;
+        QTest::keyClicks(session.editor, typed);
+        QTRY_VERIFY_WITH_TIMEOUT(session.parses > before, 3000);
+    }
+
+    static QRect LineRect(CodeEditor* editor, int blockNumber)
+    {
+        QTextCursor cursor(editor->document()->findBlockByNumber(blockNumber));
+        return editor->cursorRect(cursor);
+    }
+
 private slots:
     void initTestCase()
     {
         fixture = std::make_unique<HostFixture>();
+        QVERIFY(fixture->LoadPlugin());
         ColorSettings::Initialize();
     }
 
     void cleanupTestCase() { fixture.reset(); }
 
-    void init() { Settings::ResetToDefaults(); }
+    void init()
+    {
+        Settings::ResetToDefaults();
+        Settings::melDisplayErrors = true;
+        Settings::pythonDisplayErrors = true;
+        Settings::pylintEnabled = false;
+    }
 
     void typingPausesGiveOneTextChangedAfterTheLastKey()
     {
@@ -124,28 +220,6 @@ private slots:
         QCOMPARE(spy.at(0).at(1).toString(), QStringLiteral("second"));
     }
 
-    void modificationStateFollowsTheDocument()
-    {
-        CodeEditor editor(Properties(CodeEditorLanguage::TEXT), nullptr);
-        editor.SetText(QStringLiteral("abc"));
-        editor.SetModified(false);
-        QSignalSpy spy(&editor, &CodeEditor::ModificationChanged);
-        QVERIFY(!editor.IsModified());
-
-        editor.textCursor().insertText(QStringLiteral("x"));
-        QVERIFY(editor.IsModified());
-        editor.textCursor().insertText(QStringLiteral("y"));
-        QCOMPARE(spy.count(), 1);
-        QCOMPARE(spy.at(0).at(0).toBool(), true);
-        QCOMPARE(spy.at(0).at(1).value<CodeEditor*>(), &editor);
-
-        editor.SetModified(false);
-        QCOMPARE(spy.count(), 2);
-        QCOMPARE(spy.at(1).at(0).toBool(), false);
-        editor.undo();
-        QVERIFY(editor.IsModified());
-    }
-
     void zoomIsHeldWithinTheFontLimits_data()
     {
         QTest::addColumn<int>("zoom");
@@ -173,7 +247,7 @@ private slots:
         editor.UpdateFont();
         QCOMPARE(editor.font().pointSize(), expectedSize);
         QCOMPARE(Settings::codeEditorZoom, expectedZoom);
-        QCOMPARE(editor.font().family(), Settings::codeEditorFont.family());
+        // Tabs keep their four blanks' width at the new size.
         QCOMPARE(editor.GetTabStopPixels(), editor.fontMetrics().horizontalAdvance(QLatin1Char(' ')) * 4);
     }
 
@@ -248,24 +322,6 @@ private slots:
         QCOMPARE(editor.palette().color(QPalette::Active, QPalette::Text), QColor(1, 2, 3));
         QCOMPARE(editor.viewport()->palette().color(QPalette::Inactive, QPalette::Base), QColor(4, 5, 6));
         ColorSettings::Initialize();
-    }
-
-    void languageChangeReplacesTheHighlighter()
-    {
-        HighlightedEditor editor(Properties(CodeEditorLanguage::MEL));
-        editor.SetText(QStringLiteral("a\nb\nc"));
-        QCOMPARE(editor.created, QList<CodeEditorLanguage>{CodeEditorLanguage::MEL});
-        QPointer<CountingHighlighter> first = editor.last;
-
-        editor.SetProperties(Properties(CodeEditorLanguage::MEL, QStringLiteral("/tmp/other")));
-        QCOMPARE(editor.created.size(), 1);
-        editor.SetProperties(Properties(CodeEditorLanguage::PYTHON));
-        QCOMPARE(editor.created.last(), CodeEditorLanguage::PYTHON);
-        QVERIFY(first.isNull());
-
-        editor.last->blocksSeen = 0;
-        editor.UpdateFontsAndColors();
-        QCOMPARE(editor.last->blocksSeen, 3);
     }
 
     void linesAndPositionsOutOfRangeAreIgnored()
@@ -415,6 +471,387 @@ private slots:
         QDragEnterEvent textDrag(QPoint(5, 5), Qt::CopyAction, &text, Qt::LeftButton, Qt::NoModifier);
         QApplication::sendEvent(editor.viewport(), &textDrag);
         QVERIFY(textDrag.isAccepted());
+    }
+
+    void typedTextShowsItsMessages_data()
+    {
+        QTest::addColumn<int>("language");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<int>("line");
+        QTest::addColumn<QString>("message");
+        QTest::addColumn<uint>("color");
+        QTest::addColumn<bool>("underlined");
+        QTest::addColumn<int>("errorCount");
+        QTest::addColumn<int>("warningCount");
+
+        const int py = static_cast<int>(CodeEditorLanguage::PYTHON);
+        const int mel = static_cast<int>(CodeEditorLanguage::MEL);
+        QTest::newRow("python unexpected indent")
+            << py << QStringLiteral("import os\n\ndef f():\n    pass\n") << QStringLiteral("        x = 1") << 4
+            << QStringLiteral("Unexpected indent") << uint(CodeEditorErrorBarOverlay::ERROR_COLOR) << true << 2 << 0;
+        QTest::newRow("python syntax error from the host")
+            << py << QStringLiteral("a = 1\nb = 2\n") << QStringLiteral("c = = 3") << 2
+            << QStringLiteral("Invalid syntax") << uint(CodeEditorErrorBarOverlay::ERROR_COLOR) << true << 1 << 0;
+        QTest::newRow("python mixed indent warning")
+            << py << QStringLiteral("if a:\n\t b = 1\n") << QStringLiteral("c = 2") << 1
+            << QStringLiteral("Indent contains both tabs and spaces") << uint(CodeEditorErrorBarOverlay::WARNING_COLOR)
+            << true << 0 << 1;
+        QTest::newRow("python TODO info, no underline")
+            << py << QStringLiteral("x = 1\n") << QStringLiteral("# TODO: tidy") << 1 << QStringLiteral("TODO:")
+            << uint(CodeEditorErrorBarOverlay::INFO_COLOR) << false << 0 << 0;
+        QTest::newRow("mel empty lines warning")
+            << mel << QStringLiteral("\n\n") << QStringLiteral("print 1;") << 0
+            << QStringLiteral("Empty line(s) at start of file. Line numbers in trace may be incorrect.")
+            << uint(CodeEditorErrorBarOverlay::WARNING_COLOR) << false << 0 << 1;
+        QTest::newRow("mel TODO info")
+            << mel << QStringLiteral("global proc f() {}\n") << QStringLiteral("// TODO: more") << 1
+            << QStringLiteral("TODO:") << uint(CodeEditorErrorBarOverlay::INFO_COLOR) << false << 0 << 0;
+        QTest::newRow("mel shows no parse error")
+            << mel << QStringLiteral("print \"a;\n") << QStringLiteral("proc f( {") << -1 << QString() << uint(CodeEditorErrorBarOverlay::ERROR_COLOR) << false
+            << 0 << 0;
+    }
+
+    void typedTextShowsItsMessages()
+    {
+        QFETCH(int, language);
+        QFETCH(QString, text);
+        QFETCH(QString, typed);
+        QFETCH(int, line);
+        QFETCH(QString, message);
+        QFETCH(uint, color);
+        QFETCH(bool, underlined);
+        QFETCH(int, errorCount);
+        QFETCH(int, warningCount);
+
+        auto session = OpenSession(static_cast<CodeEditorLanguage>(language), text);
+        QVERIFY(session);
+        CodeEditor* editor = session->editor;
+        TypeAtEnd(*session, typed);
+        QVERIFY(session->lastParser);
+        QCOMPARE(session->lastParser, session->group.GetParser());
+        QCOMPARE(editor->GetNumberOfErrors(), errorCount);
+        QCOMPARE(editor->GetNumberOfWarnings(), warningCount);
+
+        QWidget* gutter = editor->findChild<QWidget*>(QStringLiteral("lineNumbers"));
+        QWidget* bar = editor->verticalScrollBar()->findChild<QWidget*>(QStringLiteral("errorBarOverlay"));
+        QVERIFY(gutter && bar);
+        QCOMPARE(gutter->width(), editor->GetLineNumberWidth());
+        const QImage gutterImage = gutter->grab().toImage();
+        const QImage barImage = bar->grab().toImage();
+        const QImage textImage = editor->viewport()->grab().toImage();
+        // The same text without marks, so that coloured text is not taken for an underline.
+        bool& display = static_cast<CodeEditorLanguage>(language) == CodeEditorLanguage::MEL ? Settings::melDisplayErrors
+                                                                                           : Settings::pythonDisplayErrors;
+        display = false;
+        editor->UpdateErrorsAndWarnings({}, {}, {});
+        const QImage plainImage = editor->viewport()->grab().toImage();
+        display = true;
+        session->group.UpdateParser();
+        const int blocks = editor->document()->blockCount();
+        const int dotX = editor->GetGutterWidth() / 2;
+
+        for (int block = 0; block < blocks; ++block)
+        {
+            const QRect rect = LineRect(editor, block);
+            const bool marked = block == line;
+            // The dot in the gutter, at the line's middle.
+            const QRgb dotPixel = gutterImage.pixel(dotX, rect.center().y());
+            QVERIFY2(Resembles(dotPixel, color) == marked,
+                     qPrintable(QStringLiteral("gutter at line %1: %2").arg(block).arg(dotPixel, 0, 16)));
+            // The mark on the error bar, at the line's height in the whole document.
+            const int barY = block * bar->height() / blocks + 1;
+            const int barCount = CountResembling(barImage, QRect(0, barY, bar->width(), 2), color);
+            QVERIFY2((barCount > 0) == marked, qPrintable(QStringLiteral("bar at line %1").arg(block)));
+            // The wavy underline under the text.
+            const QRect band(0, rect.top(), textImage.width(), rect.height() + 3);
+            int wave = 0;
+            const QRect clipped = band.intersected(textImage.rect());
+            for (int y = clipped.top(); y <= clipped.bottom(); ++y)
+            {
+                for (int x = clipped.left(); x <= clipped.right(); ++x)
+                    wave += textImage.pixel(x, y) != plainImage.pixel(x, y) && Resembles(textImage.pixel(x, y), color);
+            }
+            QVERIFY2((wave > 0) == (marked && underlined), qPrintable(QStringLiteral("underline at line %1").arg(block)));
+        }
+        if (line < 0)
+            return;
+
+        // The gutter's tooltip and the status bar's text for the line.
+        const QRect rect = LineRect(editor, line);
+        QCOMPARE(ShowToolTip(gutter, QPoint(dotX, rect.center().y())), message);
+        QTextCursor cursor(editor->document()->findBlockByNumber(line));
+        editor->setTextCursor(cursor);
+        QCOMPARE(editor->GetErrorAndWarningsText(), message);
+        // Over the marked text itself.
+        if (underlined)
+            QCOMPARE(ShowToolTip(editor->viewport(), QPoint(rect.left() + 2, rect.center().y())), message);
+        QToolTip::hideText();
+    }
+
+    void hiddenMessagesWhenDisplayIsOff()
+    {
+        Settings::pythonDisplayErrors = false;
+        auto session = OpenSession(CodeEditorLanguage::PYTHON, QStringLiteral("a = 1\n"));
+        QVERIFY(session);
+        TypeAtEnd(*session, QStringLiteral("  b = = 2"));
+        // The parser's messages are dropped; nothing is marked, dotted or told.
+        QCOMPARE(session->editor->GetNumberOfWarnings(), 0);
+        QCOMPARE(session->editor->GetErrorAndWarningsText(), QString());
+        QCOMPARE(SelectedTexts(*session->editor, &ColorSettings::errorFormat), QStringList());
+        QWidget* gutter = session->editor->findChild<QWidget*>(QStringLiteral("lineNumbers"));
+        QCOMPARE(CountResembling(gutter->grab().toImage(), gutter->rect(), CodeEditorErrorBarOverlay::ERROR_COLOR), 0);
+    }
+
+    void plainTextHasNoParser()
+    {
+        auto session = OpenSession(CodeEditorLanguage::TEXT, QStringLiteral("if a:\nb"));
+        QVERIFY(session);
+        session->lastParser = reinterpret_cast<BaseParser*>(this);
+        TypeAtEnd(*session, QStringLiteral(")"));
+        QCOMPARE(session->lastParser, nullptr);
+        QCOMPARE(session->editor->GetNumberOfErrors(), 0);
+    }
+
+    void deletingTheTextOfAMessageErasesItAtOnce()
+    {
+        auto session = OpenSession(CodeEditorLanguage::PYTHON, QStringLiteral("if a:\n\t b = 1\n"));
+        QVERIFY(session);
+        TypeAtEnd(*session, QStringLiteral("c = 3"));
+        CodeEditor* editor = session->editor;
+        QCOMPARE(editor->GetNumberOfWarnings(), 1);
+        // Typing a line above moves the mark along, before any new parse.
+        QTextCursor cursor(editor->document());
+        cursor.insertText(QStringLiteral("# \n"));
+        QCOMPARE(editor->GetNumberOfWarnings(), 1);
+        editor->setTextCursor(QTextCursor(editor->document()->findBlockByNumber(2)));
+        QCOMPARE(editor->GetErrorAndWarningsText(), QStringLiteral("Indent contains both tabs and spaces"));
+        // Deleting the indent it is about erases it.
+        cursor.setPosition(editor->document()->findBlockByNumber(2).position());
+        cursor.setPosition(cursor.position() + 2, QTextCursor::KeepAnchor);
+        QCOMPARE(cursor.selectedText(), QStringLiteral("\t "));
+        cursor.removeSelectedText();
+        QCOMPARE(editor->GetNumberOfWarnings(), 0);
+        QCOMPARE(editor->GetErrorAndWarningsText(), QString());
+    }
+
+    void offsetParserMessages_data()
+    {
+        QTest::addColumn<int>("start");
+        QTest::addColumn<int>("end");
+        QTest::addColumn<int>("position");
+        QTest::addColumn<int>("removed");
+        QTest::addColumn<int>("added");
+        QTest::addColumn<int>("newStart"); // -100: erased
+        QTest::addColumn<int>("newEnd");
+
+        QTest::newRow("insert before") << 10 << 12 << 2 << 0 << 3 << 13 << 15;
+        QTest::newRow("insert after") << 10 << 12 << 20 << 0 << 3 << 10 << 12;
+        QTest::newRow("insert inside") << 10 << 12 << 11 << 0 << 3 << 10 << 15;
+        QTest::newRow("delete the text") << 10 << 12 << 10 << 2 << 0 << -100 << -100;
+        QTest::newRow("delete over the start") << 10 << 12 << 8 << 3 << 0 << 10 << 9;
+        QTest::newRow("delete the tail from inside") << 10 << 12 << 11 << 1 << 0 << 10 << 12;
+        QTest::newRow("delete behind a point mark") << 10 << 10 << 10 << 1 << 0 << 10 << 10;
+        QTest::newRow("delete a mark's only character") << 10 << 11 << 10 << 1 << 0 << -100 << -100;
+        QTest::newRow("replace behind") << 10 << 12 << 12 << 2 << 1 << 10 << 12;
+    }
+
+    void offsetParserMessages()
+    {
+        QFETCH(int, start);
+        QFETCH(int, end);
+        QFETCH(int, position);
+        QFETCH(int, removed);
+        QFETCH(int, added);
+        QFETCH(int, newStart);
+        QFETCH(int, newEnd);
+        ParserMessage message;
+        message.start = start;
+        message.end = end;
+        QList<ParserMessage> messages{message};
+        CodeEditor::OffsetParserMessages(messages, position, removed, added);
+        if (newStart == -100)
+        {
+            QVERIFY(messages.isEmpty());
+            return;
+        }
+        QCOMPARE(messages.size(), 1);
+        QCOMPARE(messages.first().start, newStart);
+        QCOMPARE(messages.first().end, newEnd);
+    }
+
+    void matchedBraces_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<int>("cursor");
+        QTest::addColumn<QList<int>>("marked");
+
+        QTest::newRow("before an opener") << QStringLiteral("f(a, (b))") << 1 << QList<int>{1, 8};
+        QTest::newRow("after a closer") << QStringLiteral("f(a, (b))") << 9 << QList<int>{8, 1};
+        QTest::newRow("between ) and ( the ( wins") << QStringLiteral("(a)(b)") << 3 << QList<int>{3, 5};
+        QTest::newRow("over lines") << QStringLiteral("{\n  x;\n  {\n  }\n}") << 0 << QList<int>{0, 15};
+        QTest::newRow("backwards over lines") << QStringLiteral("{\n  x;\n  {\n  }\n}") << 16 << QList<int>{15, 0};
+        QTest::newRow("in a string") << QStringLiteral("a = \"(\" + (b)") << 5 << QList<int>();
+        QTest::newRow("string bracket is skipped")
+            << QStringLiteral("(a, \")\", b)") << 0 << QList<int>{0, 10};
+        QTest::newRow("unmatched") << QStringLiteral("{ a ") << 0 << QList<int>();
+    }
+
+    void matchedBraces()
+    {
+        QFETCH(QString, text);
+        QFETCH(int, cursor);
+        QFETCH(QList<int>, marked);
+        BlockDataEditor editor(CodeEditorLanguage::MEL);
+        editor.SetText(text);
+        QTextCursor textCursor = editor.textCursor();
+        textCursor.setPosition(cursor);
+        editor.setTextCursor(textCursor);
+        QList<int> positions;
+        for (const QTextEdit::ExtraSelection& selection : editor.QPlainTextEdit::extraSelections())
+        {
+            if (selection.format == *CodeEditor::sMatchingBracesFormat)
+            {
+                QCOMPARE(selection.cursor.selectionEnd() - selection.cursor.selectionStart(), 1);
+                positions.append(selection.cursor.selectionStart());
+            }
+        }
+        QCOMPARE(positions, marked);
+    }
+
+    void matchingSelection_data()
+    {
+        QTest::addColumn<int>("language");
+        QTest::addColumn<bool>("wordsOnly");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<int>("start");
+        QTest::addColumn<int>("end");
+        QTest::addColumn<int>("hits");
+
+        const int mel = static_cast<int>(CodeEditorLanguage::MEL);
+        const int py = static_cast<int>(CodeEditorLanguage::PYTHON);
+        QTest::newRow("words only") << py << true << QStringLiteral("foo foobar foo") << 0 << 3 << 2;
+        QTest::newRow("anywhere") << py << false << QStringLiteral("foo foobar foo") << 0 << 3 << 3;
+        QTest::newRow("dollar variable marks variables only")
+            << mel << true << QStringLiteral("$foo = foo + $foo;") << 0 << 4 << 2;
+        QTest::newRow("dot is no word") << py << true << QStringLiteral("a.b a.b") << 0 << 3 << 0;
+        QTest::newRow("dot anywhere") << py << false << QStringLiteral("a.b axb a.b") << 0 << 3 << 2;
+        QTest::newRow("blank selection") << py << false << QStringLiteral("a  b  c") << 1 << 3 << 0;
+    }
+
+    void matchingSelection()
+    {
+        QFETCH(int, language);
+        QFETCH(bool, wordsOnly);
+        QFETCH(QString, text);
+        QFETCH(int, start);
+        QFETCH(int, end);
+        QFETCH(int, hits);
+        Settings::codeEditorMatchedSelectionWordsOnly = wordsOnly;
+        Settings::melDoubleClickIncludesDollarSign = true;
+        CodeEditor editor(BufferProperties(static_cast<CodeEditorLanguage>(language)), nullptr);
+        editor.SetText(text);
+        editor.SetCursorSelection(start, end);
+        const QStringList marked = SelectedTexts(editor, CodeEditor::sMatchingSelectionFormat);
+        QCOMPARE(marked.size(), hits);
+        for (const QString& m : marked)
+            QCOMPARE(m, text.mid(start, end - start));
+    }
+
+    void indentGuides_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QList<int>>("counts");
+        QTest::newRow("levels") << QStringLiteral("a\n    b\n        c\n  d") << QList<int>{0, 1, 2, 1};
+        QTest::newRow("tab") << QStringLiteral("\tb\n\t  c") << QList<int>{1, 2};
+        QTest::newRow("blank lines take the next line's")
+            << QStringLiteral("if a:\n    b\n\n    \n    c\n\nd") << QList<int>{0, 1, 1, 1, 1, 0, 0};
+    }
+
+    void indentGuides()
+    {
+        QFETCH(QString, text);
+        QFETCH(QList<int>, counts);
+        BlockDataEditor editor(CodeEditorLanguage::PYTHON);
+        editor.SetText(text);
+        QList<int> actual;
+        for (QTextBlock block = editor.document()->firstBlock(); block.isValid(); block = block.next())
+            actual.append(editor.GetIndentGuideCount(block));
+        QCOMPARE(actual, counts);
+    }
+
+    void indentGuidesAreDrawn()
+    {
+        Settings::codeEditorDisplayIndentationGuides = true;
+        BlockDataEditor editor(CodeEditorLanguage::PYTHON);
+        editor.resize(500, 300);
+        editor.SetText(QStringLiteral("if a:\n        b\nc"));
+        editor.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&editor));
+        const QImage image = editor.viewport()->grab().toImage();
+        const QRgb guide = CodeEditor::sIndentationGuidesFormat->foreground().color().rgb();
+        const QRect line1 = LineRect(&editor, 1);
+        const QRect line2 = LineRect(&editor, 2);
+        const int firstGuideX = line1.left();
+        const int secondGuideX = firstGuideX + editor.GetTabStopPixels();
+        const auto column = [&](int x, const QRect& line) {
+            return CountResembling(image, QRect(x - 1, line.top(), 3, line.height()), guide, 6);
+        };
+        QVERIFY(column(firstGuideX, line1) >= line1.height() / 2);
+        QVERIFY(column(secondGuideX, line1) >= line1.height() / 2);
+        QVERIFY(column(secondGuideX, line2) < line2.height() / 4);
+
+        Settings::codeEditorDisplayIndentationGuides = false;
+        editor.viewport()->update();
+        const QImage without = editor.viewport()->grab().toImage();
+        QCOMPARE(CountResembling(without, QRect(secondGuideX - 1, line1.top(), 3, line1.height()), guide, 6), 0);
+    }
+
+    void gutterWidthFollowsTheLineCount()
+    {
+        CodeEditor editor(BufferProperties(CodeEditorLanguage::TEXT), nullptr);
+        editor.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&editor));
+        const int digit = editor.fontMetrics().horizontalAdvance(QLatin1Char('9'));
+        const int twoDigits = editor.GetLineNumberWidth();
+        editor.SetText(QStringLiteral("\n").repeated(999));
+        QCOMPARE(editor.GetLineNumberWidth(), twoDigits + 2 * digit);
+        QTRY_COMPARE(editor.findChild<QWidget*>(QStringLiteral("lineNumbers"))->width(), editor.GetLineNumberWidth());
+        QCOMPARE(editor.viewport()->x(), editor.GetLineNumberWidth());
+    }
+
+    // Most blocks of a long buffer have never been laid out; the mark must still sit where the
+    // line is in the whole document.
+    void errorBarMarksLinesFarBelowTheViewport()
+    {
+        QStringList lines;
+        for (int index = 0; index < 3000; ++index)
+            lines << QStringLiteral("value_%1 = %1").arg(index);
+        const int line = 2400;
+        lines[line] = QStringLiteral("# TODO: here");
+        auto session = OpenSession(CodeEditorLanguage::PYTHON, lines.join(QLatin1Char('\n')));
+        QVERIFY(session);
+        TypeAtEnd(*session, QStringLiteral(" "));
+        CodeEditor* editor = session->editor;
+        QWidget* bar = editor->verticalScrollBar()->findChild<QWidget*>(QStringLiteral("errorBarOverlay"));
+        QVERIFY(bar);
+        // Drawn over the scroll bar, it leaves the clicks to it.
+        QVERIFY(bar->testAttribute(Qt::WA_TransparentForMouseEvents));
+        const QImage image = bar->grab().toImage();
+        int markY = -1;
+        for (int y = 0; y < image.height() && markY < 0; ++y)
+            markY = CountResembling(image, QRect(0, y, image.width(), 1), CodeEditorErrorBarOverlay::INFO_COLOR) > 0 ? y : -1;
+
+        // The overlay's scale: the last block's top plus the first line's height.
+        QList<double> tops;
+        double y = 0.0;
+        for (QTextBlock block = editor->document()->firstBlock(); block.isValid(); block = block.next())
+        {
+            tops << y;
+            y += editor->document()->documentLayout()->blockBoundingRect(block).height();
+        }
+        const int expected = static_cast<int>(tops.at(line) * bar->height() / (tops.last() + tops.at(1)));
+        QVERIFY2(qAbs(markY - expected) <= 2, qPrintable(QStringLiteral("mark at %1, line at %2").arg(markY).arg(expected)));
     }
 };
 

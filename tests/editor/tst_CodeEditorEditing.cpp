@@ -1,17 +1,19 @@
 // Typing and editing commands of a real CodeEditor with its real highlighters: the text and cursor
 // after each, and that one undo takes each back. A state is written as text with '|' for the
-// cursor and '^' for the anchor.
+// cursor and '^' for the anchor. Then the keys themselves: which operation each reaches.
 #include "HostFixture.h"
 #include "editor/CodeEditor.h"
 #include "settings/ColorSettings.h"
 #include "settings/Settings.h"
 
 #include <QtCore/QMimeData>
+#include <QtGui/QAction>
 #include <QtGui/QClipboard>
 #include <QtGui/QTextBlock>
 #include <QtGui/QTextDocument>
 #include <QtTest/QtTest>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QVBoxLayout>
 
 #include <functional>
 #include <memory>
@@ -83,7 +85,6 @@ const CommandRow COMMAND_ROWS[] = {
     {"mel after closing parenthesis", MEL, "toParentheses", "    foo(a,\n          b) {|", "key:Return",
      "    foo(a,\n          b) {\n        |"},
     {"python def", PYTHON, "", "def f():|", "key:Return", "def f():\n    |"},
-    {"python statement", PYTHON, "", "    x = 1|", "key:Return", "    x = 1\n    |"},
     {"python between", PYTHON, "", "foo(|)", "key:Return", "foo(\n    |\n)"},
     {"python list", PYTHON, "", "x = [|", "key:Return", "x = [\n    |"},
     {"python to bracket", PYTHON, "toParentheses", "x = [1,|", "key:Return", "x = [1,\n\t |"},
@@ -169,6 +170,89 @@ const CommandRow COMMAND_ROWS[] = {
 };
 } // namespace
 
+// Stands in for a completer: a window with the completer's Accepted signal.
+class Popup : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit Popup(QWidget* parent) : QWidget(parent, Qt::Tool | Qt::FramelessWindowHint) {}
+
+signals:
+    void Accepted(const QString& text, int prefixLength);
+};
+
+// Records what the key handling asks of the layers that attach to the editor.
+class RecordingEditor : public CodeEditor
+{
+public:
+    explicit RecordingEditor(CodeEditorLanguage language) : CodeEditor(Properties(language), nullptr)
+    {
+        SetProperties(GetProperties(), true); // now the overrides below make the completer
+    }
+
+    QStringList calls;
+    QList<bool> popupUpdates;
+    QPointer<Popup> popup;
+    bool backspaceTakesKey = false;
+
+    void IncreaseIndent(bool fullLine) override
+    {
+        Record(QStringLiteral("IncreaseIndent(%1)").arg(fullLine));
+    }
+    void DecreaseIndent() override { Record(QStringLiteral("DecreaseIndent")); }
+    void CustomCut() override { Record(QStringLiteral("CustomCut")); }
+    void CustomCopy() override { Record(QStringLiteral("CustomCopy")); }
+    void CustomPaste() override { Record(QStringLiteral("CustomPaste")); }
+
+protected:
+    void InsertNewLine() override
+    {
+        Record(QStringLiteral("InsertNewLine"));
+        CodeEditor::InsertNewLine();
+    }
+    void InsertOpeningBrace(QChar c) override { Record(QStringLiteral("InsertOpeningBrace ") + c); }
+    void InsertClosingBrace(QChar c) override { Record(QStringLiteral("InsertClosingBrace ") + c); }
+    void InsertQuote(QChar c) override { Record(QStringLiteral("InsertQuote ") + c); }
+    bool InsertBackspace() override
+    {
+        Record(QStringLiteral("InsertBackspace"));
+        return backspaceTakesKey;
+    }
+    bool IsIgnoredBlockDataPosition(const QTextCursor&) const override { return false; }
+    QWidget* CreateAutoCompleter() override
+    {
+        popup = new Popup(this);
+        return popup;
+    }
+    void UpdateAutoCompleterPopup(const QTextCursor&, const QRect&, bool force) override
+    {
+        popupUpdates.append(force);
+        popup->show();
+    }
+
+private:
+    void Record(const QString& call) { calls.append(call); }
+};
+
+// Logs the key presses that reach a widget, including the ones it sends itself.
+class KeyLog : public QObject
+{
+public:
+    QList<QPair<int, Qt::KeyboardModifiers>> presses;
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() == QEvent::KeyPress)
+        {
+            const auto* key = static_cast<QKeyEvent*>(event);
+            presses.append({key->key(), key->modifiers()});
+        }
+        return false;
+    }
+};
+
 class TestCodeEditorEditing : public QObject
 {
     Q_OBJECT
@@ -176,6 +260,29 @@ class TestCodeEditorEditing : public QObject
 private:
     std::unique_ptr<HostFixture> fixture;
     std::unique_ptr<CodeEditor> editor;
+    // The key tests' editor, in a window with an Execute action.
+    std::unique_ptr<QWidget> window;
+    RecordingEditor* recorder = nullptr;
+    QAction* executeAction = nullptr;
+
+    void ShowRecorder(CodeEditorLanguage language, const QString& text)
+    {
+        window = std::make_unique<QWidget>();
+        auto* layout = new QVBoxLayout(window.get());
+        recorder = new RecordingEditor(language);
+        layout->addWidget(recorder);
+        executeAction = new QAction(window.get());
+        executeAction->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Enter));
+        executeAction->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+        window->addAction(executeAction);
+        window->resize(400, 300);
+        window->show();
+        window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(window.get()));
+        recorder->setFocus();
+        recorder->SetText(text);
+        recorder->moveCursor(QTextCursor::End);
+    }
 
     void Show(CodeEditorLanguage language, const QString& state)
     {
@@ -234,7 +341,6 @@ private:
             {QStringLiteral("ConvertTabsToSpaces"), [](CodeEditor* e) { e->ConvertTabsToSpaces(); }},
             {QStringLiteral("Trim"), [](CodeEditor* e) { e->TrimTrailingWhiteSpaces(false); }},
             {QStringLiteral("TrimAndNewLine"), [](CodeEditor* e) { e->TrimTrailingWhiteSpaces(true); }},
-            {QStringLiteral("EnsureNewLineAtEof"), [](CodeEditor* e) { e->EnsureNewLineAtEof(); }},
         };
         static const QMap<QString, QPair<int, Qt::KeyboardModifiers>> keys = {
             {QStringLiteral("key:Return"), {Qt::Key_Return, Qt::NoModifier}},
@@ -252,7 +358,6 @@ private:
             QFAIL(qPrintable(QStringLiteral("unknown command ") + command));
     }
 
-    QString Line(int block) const { return editor->document()->findBlockByNumber(block).text(); }
 
 private slots:
     void initTestCase()
@@ -265,7 +370,12 @@ private slots:
 
     void init() { Settings::ResetToDefaults(); }
 
-    void cleanup() { editor.reset(); }
+    void cleanup()
+    {
+        editor.reset();
+        window.reset();
+        recorder = nullptr;
+    }
 
     void commands_data()
     {
@@ -302,15 +412,6 @@ private slots:
             QCOMPARE(editor->GetText(), original);
         }
         QVERIFY(!editor->document()->isUndoAvailable());
-    }
-
-    void commentToggleRoundTrip()
-    {
-        Show(CodeEditorLanguage::PYTHON, QStringLiteral("^    a\n\n        b\n|"));
-        editor->ToggleComment();
-        QCOMPARE(State(), QStringLiteral("^    # a\n\n    #     b\n|"));
-        editor->ToggleComment();
-        QCOMPARE(State(), QStringLiteral("^    a\n\n        b\n|"));
     }
 
     void lineClipboard()
@@ -369,28 +470,6 @@ private slots:
         QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("abc"));
     }
 
-    void smartIndentQueries()
-    {
-        Show(CodeEditorLanguage::MEL, QStringLiteral("}\n}\n{\n|"));
-        QCOMPARE(editor->GetIndentCountAtPreviousBlock(editor->textCursor()), 0);
-        SetState(QStringLiteral("{\n  {\n  }\n{\n|"));
-        QCOMPARE(editor->GetIndentCountAtPreviousBlock(editor->textCursor()), 2);
-
-        // The indent of the line that opens the bracket closed at a position, across lines.
-        SetState(QStringLiteral("  proc a() {\n      if (1) { print 1; }\n    |}"));
-        QString indent;
-        QVERIFY(editor->GetOpeningBraceIndent(QLatin1Char('}'), 4, indent));
-        QCOMPARE(indent, QStringLiteral("  "));
-        QVERIFY(!editor->GetOpeningBraceIndent(QLatin1Char(')'), 4, indent));
-        QVERIFY(indent.isEmpty());
-
-        SetState(QStringLiteral("a /* b\nc\nd| */ e"));
-        QCOMPARE(editor->GetBlockCommentOpenPosition(editor->textCursor()), 2);
-        QCOMPARE(editor->GetBlockCommentClosePosition(editor->textCursor(), 0), 13);
-        SetState(QStringLiteral("a /* b| */"));
-        QCOMPARE(editor->GetBlockCommentClosePosition(editor->textCursor(), 0), 9);
-    }
-
     void typedBlock()
     {
         // A function typed key by key comes out indented.
@@ -410,6 +489,227 @@ private slots:
         QTest::keyClick(editor.get(), Qt::Key_Return);
         QTest::keyClicks(editor.get(), QStringLiteral("'b'"));
         QCOMPARE(State(), QStringLiteral("def f(a):\n    return [a,\n    'b'|]"));
+    }
+
+    void keypadEnterRunsAsCtrlEnter()
+    {
+        ShowRecorder(CodeEditorLanguage::MEL, QStringLiteral("print 1;"));
+        QSignalSpy executed(executeAction, &QAction::triggered);
+        QTest::keyClick(recorder, Qt::Key_Enter, Qt::KeypadModifier);
+        QCOMPARE(executed.count(), 1);
+        QCOMPARE(recorder->GetText(), QStringLiteral("print 1;"));
+
+        // Without a shortcut to take it, the Ctrl+Enter that the editor sends itself changes nothing.
+        executeAction->setEnabled(false);
+        KeyLog log;
+        recorder->installEventFilter(&log);
+        QTest::keyClick(recorder, Qt::Key_Enter, Qt::KeypadModifier);
+        QCOMPARE(log.presses.size(), 2);
+        QCOMPARE(log.presses.at(1).first, int(Qt::Key_Enter));
+        QCOMPARE(log.presses.at(1).second, Qt::KeyboardModifiers(Qt::ControlModifier));
+        QCOMPARE(recorder->GetText(), QStringLiteral("print 1;"));
+        QVERIFY(recorder->calls.isEmpty());
+    }
+
+    void keypadEnterWithModifiers_data()
+    {
+        QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
+        QTest::addColumn<bool>("newLine");
+        QTest::newRow("shift") << Qt::KeyboardModifiers(Qt::ShiftModifier) << true;
+        QTest::newRow("alt") << Qt::KeyboardModifiers(Qt::AltModifier) << false;
+        QTest::newRow("meta") << Qt::KeyboardModifiers(Qt::MetaModifier) << false;
+        QTest::newRow("alt shift") << (Qt::AltModifier | Qt::ShiftModifier) << true;
+        QTest::newRow("meta shift") << (Qt::MetaModifier | Qt::ShiftModifier) << false;
+    }
+
+    void keypadEnterWithModifiers()
+    {
+        QFETCH(Qt::KeyboardModifiers, modifiers);
+        QFETCH(bool, newLine);
+        ShowRecorder(CodeEditorLanguage::PYTHON, QStringLiteral("x = 1"));
+        QSignalSpy executed(executeAction, &QAction::triggered);
+        QTest::keyClick(recorder, Qt::Key_Enter, modifiers | Qt::KeypadModifier);
+        QCOMPARE(executed.count(), 0);
+        QCOMPARE(recorder->GetLineCount(), newLine ? 2 : 1);
+        QCOMPARE(recorder->calls, newLine ? QStringList{QStringLiteral("InsertNewLine")} : QStringList());
+    }
+
+    void returnKeys()
+    {
+        ShowRecorder(CodeEditorLanguage::MEL, QStringLiteral("    abcd"));
+        QTest::keyClick(recorder, Qt::Key_Return, Qt::ShiftModifier);
+        QCOMPARE(recorder->GetLineCount(), 2);
+        QVERIFY(!recorder->GetText().contains(QChar::LineSeparator));
+        QCOMPARE(recorder->calls, QStringList{QStringLiteral("InsertNewLine")});
+
+        for (const Qt::KeyboardModifier modifier : {Qt::ControlModifier, Qt::AltModifier, Qt::MetaModifier})
+            QTest::keyClick(recorder, Qt::Key_Return, modifier);
+        QCOMPARE(recorder->GetLineCount(), 2);
+        QCOMPARE(recorder->calls.size(), 1);
+    }
+
+    void homeTogglesBetweenIndentAndLineStart()
+    {
+        ShowRecorder(CodeEditorLanguage::PYTHON, QStringLiteral("first\n    x = 1\nabc"));
+        const int lineStart = 6;
+        recorder->SetCursorPosition(lineStart + 9); // the end of "    x = 1"
+        QTest::keyClick(recorder, Qt::Key_Home);
+        QCOMPARE(recorder->GetCursorPosition(), lineStart + 4);
+        QTest::keyClick(recorder, Qt::Key_Home);
+        QCOMPARE(recorder->GetCursorPosition(), lineStart);
+        QTest::keyClick(recorder, Qt::Key_Home);
+        QCOMPARE(recorder->GetCursorPosition(), lineStart + 4);
+
+        recorder->SetCursorPosition(lineStart + 9);
+        QTest::keyClick(recorder, Qt::Key_Home, Qt::ShiftModifier);
+        QCOMPARE(recorder->GetSelectedText(), QStringLiteral("x = 1"));
+        QTest::keyClick(recorder, Qt::Key_Home, Qt::ShiftModifier);
+        QCOMPARE(recorder->GetSelectedText(), QStringLiteral("    x = 1"));
+
+        recorder->SetCursorPosition(lineStart + 12); // in "abc", without indent
+        QTest::keyClick(recorder, Qt::Key_Home);
+        QCOMPARE(recorder->GetCursorPosition(), lineStart + 10);
+        QTest::keyClick(recorder, Qt::Key_Home);
+        QCOMPARE(recorder->GetCursorPosition(), lineStart + 10);
+
+        QTest::keyClick(recorder, Qt::Key_Home, Qt::ControlModifier | Qt::ShiftModifier);
+        QCOMPARE(recorder->GetSelectedStartPosition(), 0);
+        QCOMPARE(recorder->GetSelectedEndPosition(), lineStart + 10);
+    }
+
+    void insertTogglesOverwriteForAllEditors()
+    {
+        ShowRecorder(CodeEditorLanguage::TEXT, QStringLiteral("abc"));
+        CodeEditor other(Properties(CodeEditorLanguage::TEXT), nullptr);
+        QSignalSpy spy(recorder, &CodeEditor::OverwriteModeChanged);
+        recorder->SetCursorPosition(0);
+        QTest::keyClick(recorder, Qt::Key_Insert);
+        QCOMPARE(spy.count(), 1);
+        QVERIFY(Settings::overwriteEnabled);
+        QVERIFY(recorder->overwriteMode());
+        QTest::keyClicks(recorder, QStringLiteral("XY"));
+        QCOMPARE(recorder->GetText(), QStringLiteral("XYc"));
+
+        QVERIFY(!other.overwriteMode());
+        other.UpdateOverwriteMode();
+        QVERIFY(other.overwriteMode());
+        CodeEditor later(Properties(CodeEditorLanguage::MEL), nullptr);
+        QVERIFY(later.overwriteMode());
+
+        QTest::keyClick(recorder, Qt::Key_Insert, Qt::ShiftModifier);   // paste, not a toggle
+        QTest::keyClick(recorder, Qt::Key_Insert, Qt::ControlModifier); // copy
+        QCOMPARE(spy.count(), 1);
+        QCOMPARE(recorder->calls, (QStringList{QStringLiteral("CustomPaste"), QStringLiteral("CustomCopy")}));
+        QTest::keyClick(recorder, Qt::Key_Insert);
+        QVERIFY(!recorder->overwriteMode());
+        QVERIFY(!Settings::overwriteEnabled);
+    }
+
+    // What each key does to the text is the editing test's; here, that the keys reach their operations,
+    // whatever the modifiers of a bracket, and that Backspace asks the editing commands first.
+    void commandKeysReachTheirOperations()
+    {
+        ShowRecorder(CodeEditorLanguage::MEL, QStringLiteral("abc"));
+        QSignalSpy escape(recorder, &CodeEditor::EscapeKeyPressed);
+        QTest::keyClick(recorder, Qt::Key_Escape);
+        QCOMPARE(escape.count(), 1);
+        QTest::keyClick(recorder, Qt::Key_BraceLeft, Qt::ControlModifier);
+        QTest::keyClick(recorder, '`');
+        QTest::keyClick(recorder, Qt::Key_X, Qt::ControlModifier);
+        QTest::keyClick(recorder, Qt::Key_C, Qt::ControlModifier);
+        QTest::keyClick(recorder, Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(recorder->calls, (QStringList{QStringLiteral("InsertOpeningBrace {"),
+                                             QStringLiteral("InsertQuote `"), QStringLiteral("CustomCut"),
+                                             QStringLiteral("CustomCopy"), QStringLiteral("CustomPaste")}));
+        // The apostrophe is a quote of Python only; in MEL it is typed as it is.
+        QTest::keyClick(recorder, '\'');
+        QCOMPARE(recorder->GetText(), QStringLiteral("abc'"));
+
+        recorder->calls.clear();
+        recorder->backspaceTakesKey = true;
+        QTest::keyClick(recorder, Qt::Key_Backspace);
+        QCOMPARE(recorder->GetText(), QStringLiteral("abc'"));
+        recorder->backspaceTakesKey = false;
+        QTest::keyClick(recorder, Qt::Key_Backspace);
+        QTest::keyClick(recorder, Qt::Key_Backspace, Qt::ShiftModifier);
+        QCOMPARE(recorder->GetText(), QStringLiteral("ab"));
+        QCOMPARE(recorder->calls,
+                 (QStringList{QStringLiteral("InsertBackspace"), QStringLiteral("InsertBackspace")}));
+    }
+
+    void completionFollowsTheSwitches()
+    {
+        Settings::melCompleteOnLetters = false;
+        ShowRecorder(CodeEditorLanguage::MEL, QString());
+        QTest::keyClick(recorder, Qt::Key_Space, Qt::ControlModifier);
+        QTest::keyClicks(recorder, QStringLiteral("ab"));
+        QVERIFY(recorder->popupUpdates.isEmpty());
+        Settings::melCompleteOnLetters = true;
+        QTest::keyClick(recorder, Qt::Key_Space, Qt::ControlModifier);
+        QCOMPARE(recorder->popupUpdates, QList<bool>{true});
+        QCOMPARE(recorder->GetText(), QStringLiteral("ab"));
+        // Keys typed while the popup shows keep it up to date.
+        QTest::keyClick(recorder, '1');
+        QCOMPARE(recorder->popupUpdates, (QList<bool>{true, false}));
+
+        Settings::pythonCompleteOnDot = false;
+        ShowRecorder(CodeEditorLanguage::PYTHON, QString());
+        QTest::keyClick(recorder, '1');
+        QTest::keyClick(recorder, 'x', Qt::AltModifier);
+        QVERIFY(recorder->popupUpdates.isEmpty());
+        QTest::keyClick(recorder, '_');
+        QVERIFY(!recorder->popupUpdates.isEmpty());
+        recorder->popup->hide();
+        recorder->popupUpdates.clear();
+        QTest::keyClick(recorder, '.');
+        QVERIFY(recorder->popupUpdates.isEmpty());
+        Settings::pythonCompleteOnDot = true;
+        QTest::keyClick(recorder, '.');
+        QVERIFY(!recorder->popupUpdates.isEmpty());
+        recorder->popup->hide();
+        recorder->popupUpdates.clear();
+        recorder->setReadOnly(true);
+        QTest::keyClick(recorder, Qt::Key_Space, Qt::ControlModifier);
+        QVERIFY(recorder->popupUpdates.isEmpty());
+    }
+
+    // What an accepted row puts in is the completer tests'; a prefix longer than the text before the
+    // cursor, though, inserts nothing.
+    void acceptedCompletionLongerThanTheTextInsertsNothing()
+    {
+        ShowRecorder(CodeEditorLanguage::MEL, QStringLiteral("x = pol"));
+        QVERIFY(recorder->popup);
+        emit recorder->popup->Accepted(QStringLiteral("polySphere"), 50);
+        QCOMPARE(recorder->GetText(), QStringLiteral("x = pol"));
+        emit recorder->popup->Accepted(QStringLiteral("polySphere"), 3);
+        QCOMPARE(recorder->GetText(), QStringLiteral("x = polySphere"));
+    }
+
+    void doubleClickTakesTheDollarSignInMel_data()
+    {
+        QTest::addColumn<CodeEditorLanguage>("language");
+        QTest::addColumn<int>("clickAt");
+        QTest::addColumn<QString>("selected");
+        // "$foo = a$bar + $ ;"
+        QTest::newRow("mel variable") << CodeEditorLanguage::MEL << 2 << QStringLiteral("$foo");
+        QTest::newRow("mel on the dollar") << CodeEditorLanguage::MEL << 0 << QStringLiteral("$foo");
+        QTest::newRow("mel after a name") << CodeEditorLanguage::MEL << 10 << QStringLiteral("bar");
+        QTest::newRow("mel lone dollar") << CodeEditorLanguage::MEL << 15 << QStringLiteral("$");
+        QTest::newRow("python") << CodeEditorLanguage::PYTHON << 2 << QStringLiteral("foo");
+    }
+
+    void doubleClickTakesTheDollarSignInMel()
+    {
+        QFETCH(CodeEditorLanguage, language);
+        QFETCH(int, clickAt);
+        QFETCH(QString, selected);
+        Settings::melDoubleClickIncludesDollarSign = true;
+        ShowRecorder(language, QStringLiteral("$foo = a$bar + $ ;"));
+        QTextCursor cursor(recorder->document());
+        cursor.setPosition(clickAt);
+        const QPoint point = recorder->cursorRect(cursor).center() + QPoint(2, 0);
+        QTest::mouseDClick(recorder->viewport(), Qt::LeftButton, Qt::NoModifier, point);
+        QCOMPARE(recorder->GetSelectedText(), selected);
     }
 };
 

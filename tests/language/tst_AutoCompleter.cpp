@@ -1,7 +1,10 @@
-// The completion popup in a real CodeEditor on the real host: keys typed, rows read back.
+// The completion popup in a real CodeEditor on the real host: keys typed, rows read back; and the
+// analysis script behind Python completion, asked through the host bridge as the completer asks it:
+// what it finds, and that bad input gives an empty list and never an error.
 #include "HostFixture.h"
 #include "editor/CodeEditor.h"
 #include "language/AutoCompleter.h"
+#include "language/PythonAutoCompleter.h"
 #include "plugin/MayaUtil.h"
 #include "settings/Settings.h"
 
@@ -15,10 +18,20 @@
 
 namespace
 {
+using L = QStringList;
 // In typed text, this character stands for Ctrl+Space.
 const QChar CTRL_SPACE = QLatin1Char('^');
 // In a buffer, this character marks the cursor.
 const QChar CURSOR = QLatin1Char('|');
+const QString LOCATOR = QStringLiteral("__brindlet_lctr_mvkt__ = None");
+
+QStringList Query(const QString& source, const QString& object, bool fallback = false)
+{
+    Settings::pythonNativeMayaAutoCompleteFallback = fallback;
+    QStringList results;
+    MayaUtil::PythonAttributesFromSource(PythonAutoCompleter::EscapeForPython(source), object, results, true);
+    return results;
+}
 } // namespace
 
 class TestAutoCompleter : public QObject
@@ -82,9 +95,8 @@ private:
         return completer->VisibleRows().value(completer->SelectedRow());
     }
 
-    void CompareRows(const QStringList& contains, const QStringList& excludes)
+    static void CompareRows(const QStringList& rows, const QStringList& contains, const QStringList& excludes)
     {
-        const QStringList rows = Rows();
         for (const QString& name : contains)
             QVERIFY2(rows.contains(name), qPrintable(name + QStringLiteral(" missing from: ") +
                                                      rows.mid(0, 40).join(QLatin1Char(' '))));
@@ -135,65 +147,59 @@ private slots:
                                               "        |\n\n"
                                               "    def shrink(self):\n"
                                               "        pass\n");
-        QTest::newRow("mel command") << mel << QString() << "polyCu" << QStringList{"polyCube"}
-                                     << QStringList{"polySphere", "PolyCube"};
+        QTest::newRow("mel command") << mel << QString() << "polyCu" << L{"polyCube"}
+                                     << L{"polySphere", "PolyCube"};
         QTest::newRow("mel variable") << mel << "string $polyCube;\n|"
-                                      << "$polyCu" << QStringList() << QStringList{"polyCube"};
+                                      << "$polyCu" << L() << L{"polyCube"};
         QTest::newRow("mel flag") << mel << "polyCube |"
-                                  << "-po" << QStringList() << QStringList{"polyCube"};
+                                  << "-po" << L() << L{"polyCube"};
         QTest::newRow("mel string") << mel << "print \"|\";"
-                                    << "polyCu" << QStringList() << QStringList{"polyCube"};
+                                    << "polyCu" << L() << L{"polyCube"};
         QTest::newRow("mel comment") << mel << "// |"
-                                     << "polyCu" << QStringList() << QStringList{"polyCube"};
+                                     << "polyCu" << L() << L{"polyCube"};
         QTest::newRow("module") << python << "import os\n|"
-                                << "os.pa" << QStringList{"path", "pardir"} << QStringList{"join", "_exit"};
+                                << "os.pa" << L{"path", "pardir"} << L{"join", "_exit"};
         QTest::newRow("module of module") << python << "import os\n|"
-                                          << "os.path.jo" << QStringList{"join"} << QStringList{"path"};
-        QTest::newRow("case-insensitive filter")
-            << python << "import os\n|"
-            << "os.PAT" << QStringList{"path", "pathsep"} << QStringList{"pardir"};
+                                          << "os.path.jo" << L{"join"} << L{"path"};
+        QTest::newRow("case-insensitive filter") << python << "import os\n|"
+                                                 << "os.PAT" << L{"path", "pathsep"} << L{"pardir"};
         QTest::newRow("self in a method")
-            << python << method << "self." << QStringList{"width", "items", "grow", "shrink", "__init__"}
-            << QStringList{"step", "Shape"};
-        QTest::newRow("self member") << python << method << "self.items.ap" << QStringList{"append"}
-                                     << QStringList{"width"};
+            << python << method << "self." << L{"width", "items", "grow", "shrink", "__init__"}
+            << L{"step", "Shape"};
+        QTest::newRow("self member") << python << method << "self.items.ap" << L{"append"} << L{"width"};
         QTest::newRow("locals and arguments")
-            << python << method << "^" << QStringList{"step", "self", "Shape", "while"}
-            << QStringList{"width"};
+            << python << method << "^" << L{"step", "self", "Shape", "while"} << L{"width"};
         QTest::newRow("def line") << python << "import os\nimport sys\n|"
-                                  << "def ^" << QStringList{"os", "sys"} << QStringList{"while", "def"};
+                                  << "def ^" << L{"os", "sys"} << L{"while", "def"};
         QTest::newRow("call over lines")
             << python << "names = []\nresult = max(1,\n    |\n    2)\nafter = 1\n"
-            << "names.ap" << QStringList{"append"} << QStringList();
-        QTest::newRow("bare module import")
-            << python << QString() << "import ma" << QStringList() << QStringList{"maya"};
+            << "names.ap" << L{"append"} << L();
+        QTest::newRow("bare module import") << python << QString() << "import ma" << L() << L{"maya"};
         QTest::newRow("from package import")
-            << python << QString() << "from maya import cm" << QStringList{"cmds"} << QStringList{"mel"};
+            << python << QString() << "from maya import cm" << L{"cmds"} << L{"mel"};
         QTest::newRow("maya.cmds") << python << "import maya.cmds as cmds\n|"
-                                   << "cmds.polyCu" << QStringList{"polyCube"}
-                                   << QStringList{"polySphere", "ls"};
+                                   << "cmds.polyCu" << L{"polyCube"} << L{"polySphere", "ls"};
         QTest::newRow("name below the cursor")
             << python << "early_value = 1\nearly_other = 2\n|\nlate_value = 2\n"
-            << "^" << QStringList{"early_value"} << QStringList{"late_value"};
+            << "^" << L{"early_value"} << L{"late_value"};
         QTest::newRow("from import alias") << python << "from os import path as osp\n|"
-                                           << "osp.jo" << QStringList{"join"} << QStringList();
-        QTest::newRow("import line") << python << QString() << "import os.pa" << QStringList{"path"}
-                                     << QStringList{"join"};
+                                           << "osp.jo" << L{"join"} << L();
+        QTest::newRow("import line") << python << QString() << "import os.pa" << L{"path"} << L{"join"};
         QTest::newRow("try block") << python
                                    << "try:\n    import json\nexcept ImportError:\n    json = None\n|"
-                                   << "json.lo" << QStringList{"loads", "load"} << QStringList{"dumps"};
+                                   << "json.lo" << L{"loads", "load"} << L{"dumps"};
         QTest::newRow("unfinished try") << python << "import os\ntry:\n    value = 1\n|"
-                                        << "val" << QStringList{"value"} << QStringList();
+                                        << "val" << L{"value"} << L();
         QTest::newRow("unfinished line") << python << "import os\nresult = max(|"
-                                         << "os.pa" << QStringList{"path"} << QStringList();
+                                         << "os.pa" << L{"path"} << L();
         QTest::newRow("empty block above") << python << "def empty():\n\ndef work():\n    items = []\n    |\n"
-                                           << "items.ap" << QStringList{"append"} << QStringList();
+                                           << "items.ap" << L{"append"} << L();
         QTest::newRow("syntax error elsewhere") << python << "import os\nbroken = = 1\n|"
-                                                << "os.pa" << QStringList{"path"} << QStringList();
+                                                << "os.pa" << L{"path"} << L();
         QTest::newRow("python string") << python << "import os\nx = \"|\""
-                                       << "os.pa" << QStringList() << QStringList{"path"};
+                                       << "os.pa" << L() << L{"path"};
         QTest::newRow("python comment") << python << "import os\n# |"
-                                        << "os.pa" << QStringList() << QStringList{"path"};
+                                        << "os.pa" << L() << L{"path"};
     }
 
     void rowsOffered()
@@ -205,7 +211,7 @@ private slots:
         QFETCH(QStringList, excludes);
         Show(static_cast<CodeEditorLanguage>(language), buffer);
         Type(typed);
-        CompareRows(contains, excludes);
+        CompareRows(Rows(), contains, excludes);
         if (contains.isEmpty())
             QVERIFY(!editor->AutoCompleterVisible());
         // The prefix filter: every row starts with the word before the cursor.
@@ -346,6 +352,121 @@ private slots:
         Press(Qt::Key_Left);
         QVERIFY(!editor->AutoCompleterVisible());
         QCOMPARE(editor->GetText(), QStringLiteral("import os\nos.p"));
+    }
+
+    void names_data()
+    {
+        QTest::addColumn<QString>("source");
+        QTest::addColumn<QString>("object");
+        QTest::addColumn<bool>("fallback");
+        QTest::addColumn<QStringList>("contains");
+        QTest::addColumn<QStringList>("excludes");
+        const QString here = LOCATOR;
+        QTest::newRow("list value") << "x = []\n" + here << "x" << false << L{"append", "sort"} << L{"keys"};
+        QTest::newRow("conflicting kinds")
+            << "x = 1\nx = 'a'\n" + here << "x" << false << L() << L{"upper", "real"};
+        QTest::newRow("linked name") << "a = {}\nb = a\n" + here << "b" << false << L{"keys"} << L();
+        QTest::newRow("instance of own class")
+            << "class Foo:\n    size = 1\n    def bar(self): pass\nobj = Foo()\n" + here << "obj" << false
+            << L{"bar", "size"} << L{"Foo"};
+        QTest::newRow("instance of module class")
+            << "import collections\nd = collections.OrderedDict()\n" + here << "d" << false
+            << L{"move_to_end"} << L();
+        QTest::newRow("function result")
+            << "import os\n" + here << "os.getcwd" << false << L() << L{"__call__", "__name__"};
+        QTest::newRow("from import alias")
+            << "from os import path as p\n" + here << "p" << false << L{"join"} << L();
+        QTest::newRow("module read, not run")
+            << "import wsgiref.headers as h\n" + here << "h" << false << L{"Headers"} << L();
+        QTest::newRow("names below the cursor")
+            << "early = 1\ndef f(arg):\n    local = 'a \\\" \\\\ b'\n    " + here + "\nlate = 2\n"
+            << QString() << false << L{"early", "f", "arg", "local"} << L{"late"};
+        QTest::newRow("functions below a block")
+            << "early = 1\nif early:\n    " + here + "\ndef later(): pass\n"
+            << QString() << false << L{"early"} << L{"later"};
+        QTest::newRow("top level after error")
+            << "import os\nvalue = 1\n)\n" + here << QString() << false << L{"os", "value"} << L();
+        QTest::newRow("imports after error")
+            << "import os\nvalue = (\n" + here << QString() << false << L{"os"} << L{"value"};
+        QTest::newRow("inherited members")
+            << "class Base(object):\n    def base_method(self): pass\n"
+               "class Child(Base):\n    def own(self, arg):\n        self.made = 1\n        " +
+                   here
+            << "self" << false << L{"base_method", "own", "made", "__init__"} << L{"arg"};
+        QTest::newRow("method name typed")
+            << "class Base(object):\n    def first(self): pass\n    def "
+               "__bqdefloc__(__brindlet_lctr_mvkt__): pass"
+            << QString() << false << L{"first", "self", "cls", "__init__", "__repr__"} << L{"__bqdefloc__"};
+        QTest::newRow("live object fallback") << here << "sys.flags" << true << L{"optimize"} << L();
+        QTest::newRow("no fallback") << here << "sys.flags" << false << L() << L{"optimize"};
+        QTest::newRow("maya.cmds") << "import maya.cmds as cmds\n" + here << "cmds" << false
+                                   << L{"polyCube", "ls", "xform"} << L{"polyCubeX"};
+    }
+
+    void names()
+    {
+        QFETCH(QString, source);
+        QFETCH(QString, object);
+        QFETCH(bool, fallback);
+        QFETCH(QStringList, contains);
+        QFETCH(QStringList, excludes);
+        const QStringList results = Query(source, object, fallback);
+        CompareRows(results, contains, excludes);
+        if (contains.isEmpty())
+            QVERIFY2(results.isEmpty(), qPrintable(results.mid(0, 10).join(QLatin1Char(' '))));
+    }
+
+    // Requests in a row reuse the statements of parts that did not change: an edit above the
+    // cursor shows at once, and a cut inside a literal falls back to the whole text, every time.
+    void requestsInARowFollowEdits()
+    {
+        const QString here = LOCATOR;
+        QVERIFY(Query("def alpha(): pass\n" + here, QString()).contains(QStringLiteral("alpha")));
+        const QStringList renamed = Query("def beta(): pass\n" + here, QString());
+        QVERIFY(renamed.contains(QStringLiteral("beta")) && !renamed.contains(QStringLiteral("alpha")));
+        for (int i = 0; i < 2; ++i)
+        {
+            const QStringList split = Query("d = {\n'k': 1,\n}\ne = 1\n" + here, QString());
+            QVERIFY2(split.contains(QStringLiteral("d")) && split.contains(QStringLiteral("e")),
+                     qPrintable(split.join(QLatin1Char(' '))));
+        }
+    }
+
+    void order()
+    {
+        // Public names first, each part sorted without regard to case; locator names never show.
+        const QStringList results = Query(
+            QStringLiteral("_b = 1\nZeta = 1\nalpha = 1\n_A = 1\n__bqclsloc__ = 1\n") + LOCATOR, QString());
+        QCOMPARE(results, (QStringList{"alpha", "Zeta", "_A", "_b"}));
+    }
+
+    void badInputGivesNothing_data()
+    {
+        QTest::addColumn<QString>("source");
+        QString binary = QStringLiteral("\x01\x02\xff\xfe") + QChar(0) + QChar(0xD800) +
+                         QStringLiteral("\r\n\"\\x\\\n") + QChar(0xFFFF);
+        QTest::newRow("broken") << QStringLiteral("def (:\n  ))((\n\tclass\n");
+        QTest::newRow("binary-ish") << binary.repeated(200);
+        QTest::newRow("huge") << QStringLiteral("value = foo(\n") +
+                                     QStringLiteral("    1 +\n").repeated(100000);
+        QTest::newRow("nested brackets") << QStringLiteral("x = ") + QStringLiteral("(").repeated(5000) +
+                                                QStringLiteral(")").repeated(5000);
+        QString blocks;
+        for (int depth = 0; depth < 150; ++depth)
+            blocks += QString(depth, QLatin1Char(' ')) + QStringLiteral("if x:\n");
+        QTest::newRow("nested blocks") << blocks;
+        QTest::newRow("deep attribute") << QStringLiteral("= a") + QStringLiteral(".b").repeated(50000);
+    }
+
+    void badInputGivesNothing()
+    {
+        QFETCH(QString, source);
+        fixture->ClearMessages();
+        QCOMPARE(Query(source, QString()), QStringList());
+        QCOMPARE(Query(source, QStringLiteral("os.path")), QStringList());
+        QCOMPARE(fixture->MessagesOfType(MCommandMessage::kError), QStringList());
+        // The interpreter is still there for the next request.
+        QVERIFY(Query(QStringLiteral("import os\n") + LOCATOR, QStringLiteral("os")).contains("path"));
     }
 };
 

@@ -30,153 +30,126 @@ class tst_PylintEditor : public QObject
 {
     Q_OBJECT
 
-private slots:
-    void initTestCase();
-    void init();
-    void cleanup();
-    void findingsReachDecorations_data();
-    void findingsReachDecorations();
-    void syntaxErrorIsAnError();
-    void editorNoLongerCurrentGetsNothing();
-    void closingGroupDuringCheckIsPrompt();
-    void quitDuringCheckIsClean();
-
 private:
-    CodeEditor* NewPythonBuffer(const QString& text);
+    CodeEditor* NewPythonBuffer(const QString& text)
+    {
+        editor->NewPythonBuffer();
+        CodeEditor* codeEditor = editor->GetActiveCodeEditor();
+        if (!codeEditor)
+            return nullptr;
+        codeEditor->setFocus();
+        QTest::keyClicks(codeEditor, text.left(1));
+        codeEditor->insertPlainText(text.mid(1));
+        return codeEditor;
+    }
+
+    // A shell script in Pylint's place.
+    bool UseChecker(const char* name, const QByteArray& body)
+    {
+        Settings::pylintPath = scripts.filePath(QLatin1String(name));
+        QFile script(Settings::pylintPath);
+        if (!script.open(QIODevice::WriteOnly) || script.write("#!/bin/sh\n" + body) < 0)
+            return false;
+        script.close();
+        return script.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    }
 
     std::unique_ptr<HostFixture> host;
     BrindletEditor* editor = nullptr;
     QTemporaryDir scripts;
-};
 
-void tst_PylintEditor::initTestCase()
-{
-    if (!QFile::exists(PYLINT))
-        QSKIP("Pylint is not installed (scripts/setup.sh installs it)");
-}
-
-void tst_PylintEditor::init()
-{
-    host = std::make_unique<HostFixture>();
-    QVERIFY(host->LoadPlugin());
-    editor = host->OpenEditor();
-    QVERIFY(editor);
-    Settings::pylintEnabled = true;
-    Settings::pylintPath = PYLINT;
-}
-
-void tst_PylintEditor::cleanup()
-{
-    editor = nullptr;
-    host.reset();
-}
-
-CodeEditor* tst_PylintEditor::NewPythonBuffer(const QString& text)
-{
-    editor->NewPythonBuffer();
-    CodeEditor* codeEditor = editor->GetActiveCodeEditor();
-    if (!codeEditor)
-        return nullptr;
-    codeEditor->setFocus();
-    QTest::keyClicks(codeEditor, text.left(1));
-    codeEditor->insertPlainText(text.mid(1));
-    return codeEditor;
-}
-
-void tst_PylintEditor::findingsReachDecorations_data()
-{
-    QTest::addColumn<bool>("minimal");
-    QTest::newRow("all checkers") << false;
-    QTest::newRow("minimal checkers") << true;
-}
-
-void tst_PylintEditor::findingsReachDecorations()
-{
-    QFETCH(bool, minimal);
-    Settings::pylintUseMinimalCheckers = minimal;
-    CodeEditor* codeEditor = NewPythonBuffer(QStringLiteral("import os\n\n\ndef run():\n    return undefined_name\n"));
-    QVERIFY(codeEditor);
-    QList<QThread*> threads;
-    connect(codeEditor, &CodeEditor::ErrorAndWarningTextChanged, this,
-            [&threads] { threads.append(QThread::currentThread()); }, Qt::DirectConnection);
-    QTRY_VERIFY_WITH_TIMEOUT(codeEditor->GetNumberOfErrors() > 0, PYLINT_WAIT_MS);
-    QVERIFY2(LineMessages(codeEditor, 4).contains(QStringLiteral("[E0602]")), qPrintable(LineMessages(codeEditor, 4)));
-    if (minimal)
+private slots:
+    void initTestCase()
     {
-        QCOMPARE(codeEditor->GetNumberOfWarnings(), 0);
-        QVERIFY(!LineMessages(codeEditor, 0).contains(QStringLiteral("[W0611]")));
+        if (!QFile::exists(PYLINT))
+            QSKIP("Pylint is not installed (scripts/setup.sh installs it)");
     }
-    else
+
+    void init()
     {
+        host = std::make_unique<HostFixture>();
+        QVERIFY(host->LoadPlugin());
+        editor = host->OpenEditor();
+        QVERIFY(editor);
+        Settings::pylintEnabled = true;
+        Settings::pylintPath = PYLINT;
+    }
+
+    void cleanup()
+    {
+        editor = nullptr;
+        host.reset();
+    }
+
+    // Which checkers run is the worker test's; here, that the findings reach the editor's lines, on
+    // the main thread.
+    void findingsReachDecorations()
+    {
+        Settings::pylintUseMinimalCheckers = false;
+        CodeEditor* codeEditor = NewPythonBuffer(QStringLiteral("import os\n\n\ndef run():\n    return undefined_name\n"));
+        QVERIFY(codeEditor);
+        QList<QThread*> threads;
+        connect(codeEditor, &CodeEditor::ErrorAndWarningTextChanged, this,
+                [&threads] { threads.append(QThread::currentThread()); }, Qt::DirectConnection);
+        QTRY_VERIFY_WITH_TIMEOUT(codeEditor->GetNumberOfErrors() > 0, PYLINT_WAIT_MS);
+        QVERIFY2(LineMessages(codeEditor, 4).contains(QStringLiteral("[E0602]")), qPrintable(LineMessages(codeEditor, 4)));
         QVERIFY(codeEditor->GetNumberOfWarnings() > 0);
         QVERIFY2(LineMessages(codeEditor, 0).contains(QStringLiteral("[W0611]")), qPrintable(LineMessages(codeEditor, 0)));
+        for (QThread* thread : threads)
+            QCOMPARE(thread, QThread::currentThread());
     }
-    for (QThread* thread : threads)
-        QCOMPARE(thread, QThread::currentThread());
-}
 
-void tst_PylintEditor::syntaxErrorIsAnError()
-{
-    CodeEditor* codeEditor = NewPythonBuffer(QStringLiteral("x = 1\ndef broken(:\n    pass\n"));
-    QVERIFY(codeEditor);
-    QTRY_VERIFY_WITH_TIMEOUT(codeEditor->GetNumberOfErrors() > 0, PYLINT_WAIT_MS);
-    QVERIFY2(LineMessages(codeEditor, 1).contains(QStringLiteral("[E0001]")), qPrintable(LineMessages(codeEditor, 1)));
-}
+    void syntaxErrorIsAnError()
+    {
+        CodeEditor* codeEditor = NewPythonBuffer(QStringLiteral("x = 1\ndef broken(:\n    pass\n"));
+        QVERIFY(codeEditor);
+        QTRY_VERIFY_WITH_TIMEOUT(codeEditor->GetNumberOfErrors() > 0, PYLINT_WAIT_MS);
+        QVERIFY2(LineMessages(codeEditor, 1).contains(QStringLiteral("[E0001]")), qPrintable(LineMessages(codeEditor, 1)));
+    }
 
-void tst_PylintEditor::editorNoLongerCurrentGetsNothing()
-{
-    // A slow checker: its findings arrive after the user has moved on to another buffer.
-    const QString path = scripts.filePath(QStringLiteral("slow.sh"));
-    QFile script(path);
-    QVERIFY(script.open(QIODevice::WriteOnly));
-    script.write("#!/bin/sh\nsleep 1\nprintf '::E:$$:1:$$:0:$$:[E9999]:$$:late::'\n");
-    script.close();
-    script.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    Settings::pylintPath = path;
-    editor->NewPythonBuffer();
-    CodeEditor* first = editor->GetActiveCodeEditor();
-    first->setPlainText(QStringLiteral("x = 1\n"));
-    QTest::qWait(400); // the check of the first buffer is running
-    Settings::pylintPath = scripts.filePath(QStringLiteral("none")); // the second check never starts
-    editor->NewBuffer(CodeEditorLanguage::TEXT);
-    QTest::qWait(2000);
-    QCOMPARE(first->GetNumberOfErrors(), 0);
-}
+    void editorNoLongerCurrentGetsNothing()
+    {
+        // A slow checker: its findings arrive after the user has moved on to another buffer.
+        QVERIFY(UseChecker("slow.sh", "sleep 1\nprintf '::E:$$:1:$$:0:$$:[E9999]:$$:late::'\n"));
+        editor->NewPythonBuffer();
+        CodeEditor* first = editor->GetActiveCodeEditor();
+        first->setPlainText(QStringLiteral("x = 1\n"));
+        QTest::qWait(400); // the check of the first buffer is running
+        Settings::pylintPath = scripts.filePath(QStringLiteral("none")); // the second check never starts
+        editor->NewBuffer(CodeEditorLanguage::TEXT);
+        QTest::qWait(2000);
+        QCOMPARE(first->GetNumberOfErrors(), 0);
+    }
 
-void tst_PylintEditor::closingGroupDuringCheckIsPrompt()
-{
-    const QString path = scripts.filePath(QStringLiteral("hang.sh"));
-    QFile script(path);
-    QVERIFY(script.open(QIODevice::WriteOnly));
-    script.write("#!/bin/sh\nsleep 600\n");
-    script.close();
-    script.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    Settings::pylintPath = path;
-    auto* group = new CodeEditorGroup(7, editor->GetKeyBindings());
-    group->show();
-    CodeEditorProperties properties;
-    properties.language = CodeEditorLanguage::PYTHON;
-    group->InsertCodeEditor(0, properties, QStringLiteral("x = 1\n"));
-    group->SetCurrentIndex(0);
-    group->UpdateParser();
-    QTest::qWait(300);
-    QElapsedTimer clock;
-    clock.start();
-    delete group;
-    QVERIFY2(clock.elapsed() < 1100, qPrintable(QString::number(clock.elapsed())));
-}
+    void closingGroupDuringCheckIsPrompt()
+    {
+        QVERIFY(UseChecker("hang.sh", "sleep 600\n"));
+        auto* group = new CodeEditorGroup(7, editor->GetKeyBindings());
+        group->show();
+        CodeEditorProperties properties;
+        properties.language = CodeEditorLanguage::PYTHON;
+        group->InsertCodeEditor(0, properties, QStringLiteral("x = 1\n"));
+        group->SetCurrentIndex(0);
+        group->UpdateParser();
+        QTest::qWait(300);
+        QElapsedTimer clock;
+        clock.start();
+        delete group;
+        QVERIFY2(clock.elapsed() < 1100, qPrintable(QString::number(clock.elapsed())));
+    }
 
-void tst_PylintEditor::quitDuringCheckIsClean()
-{
-    CodeEditor* codeEditor = NewPythonBuffer(QStringLiteral("import os\n"));
-    QVERIFY(codeEditor);
-    QTest::qWait(400); // Pylint is running
-    QElapsedTimer clock;
-    clock.start();
-    editor = nullptr;
-    host.reset();
-    QVERIFY2(clock.elapsed() < 5000, qPrintable(QString::number(clock.elapsed())));
-}
+    void quitDuringCheckIsClean()
+    {
+        CodeEditor* codeEditor = NewPythonBuffer(QStringLiteral("import os\n"));
+        QVERIFY(codeEditor);
+        QTest::qWait(400); // Pylint is running
+        QElapsedTimer clock;
+        clock.start();
+        editor = nullptr;
+        host.reset();
+        QVERIFY2(clock.elapsed() < 5000, qPrintable(QString::number(clock.elapsed())));
+    }
+};
 
 QTEST_MAIN(tst_PylintEditor)
 #include "tst_PylintEditor.moc"

@@ -96,239 +96,224 @@ class tst_PylintWorker : public QObject
 {
     Q_OBJECT
 
-private slots:
-    void initTestCase();
-    void cleanup();
-    void realPylintReportsFindings_data();
-    void realPylintReportsFindings();
-    void newerCheckReplacesRunningOne();
-    void missingExecutableIsReportedOnEachAttempt();
-    void misbehavingExecutables_data();
-    void misbehavingExecutables();
-    void disabledCheckerDoesNothing();
-    void checksRunBelowTheInterfacesPriority();
-    // Last: an unwritable worker file stops checks for the rest of the process.
-    void unwritableWorkerFileStopsChecks();
-
 private:
-    QString WriteScript(const QString& name, const QString& body);
-    int CountMessages(const QString& fragment) const;
+    QString WriteScript(const QString& name, const QString& body)
+    {
+        const QString path = scripts.filePath(name);
+        QFile file(path);
+        if (!file.open(QIODevice::WriteOnly))
+            return QString();
+        file.write(("#!/bin/sh\n" + body + "\n").toUtf8());
+        file.close();
+        file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        return path;
+    }
+
+    int CountMessages(const QString& fragment) const
+    {
+        int count = 0;
+        for (const HostFixture::Message& message : host->Messages())
+            count += message.text.contains(fragment) ? 1 : 0;
+        return count;
+    }
 
     std::unique_ptr<HostFixture> host;
     QTemporaryDir scripts;
+
+private slots:
+    void initTestCase()
+    {
+        if (!QFile::exists(PYLINT))
+            QSKIP("Pylint is not installed (scripts/setup.sh installs it)");
+        host = std::make_unique<HostFixture>(true);
+        QVERIFY(host->LoadPlugin());
+    }
+
+    void cleanup()
+    {
+        Settings::pylintEnabled = false;
+        Settings::pylintUseMinimalCheckers = false;
+        Settings::pylintConfigPath.clear();
+        Settings::pylintShowErrors = false;
+        host->ClearMessages();
+    }
+
+    void realPylintReportsFindings_data()
+    {
+        QTest::addColumn<bool>("minimal");
+        QTest::addColumn<QString>("rc");
+        QTest::addColumn<QStringList>("expected");
+        QTest::addColumn<QStringList>("absent");
+        // The minimal set keeps unused variables and the like but drops style and unused imports.
+        QTest::newRow("full") << false << QString() << QStringList{"W0611@1", "E0602@5", "C0116@4"}
+                              << QStringList{};
+        QTest::newRow("minimal") << true << QString() << QStringList{"E0602@5"}
+                                 << QStringList{"W0611@1", "C0116@4"};
+        // An rc file that disables the unused import: Pylint must have read it.
+        QTest::newRow("rc file") << false << "[MESSAGES CONTROL]\ndisable=unused-import\n"
+                                 << QStringList{"E0602@5"} << QStringList{"W0611@1"};
+    }
+
+    void realPylintReportsFindings()
+    {
+        QFETCH(bool, minimal);
+        QFETCH(QStringList, expected);
+        QFETCH(QString, rc);
+        QFETCH(QStringList, absent);
+        Settings::pylintEnabled = true;
+        Settings::pylintPath = PYLINT;
+        Settings::pylintUseMinimalCheckers = minimal;
+        if (!rc.isEmpty())
+        {
+            Settings::pylintConfigPath = scripts.filePath(QStringLiteral("pylintrc"));
+            QFile file(Settings::pylintConfigPath);
+            QVERIFY(file.open(QIODevice::WriteOnly) && file.write(rc.toUtf8()) == rc.size());
+        }
+        OutputCollector collector;
+        WorkerOnThread worker(&collector);
+        worker.Check(SOURCE_WITH_FAULTS, QStringLiteral("/scripts/faults.py"));
+        QTRY_COMPARE_WITH_TIMEOUT(collector.outputs.size(), 1, 60000);
+        const OutputCollector::Output& output = collector.outputs.first();
+        QCOMPARE(output.filePath, QStringLiteral("/scripts/faults.py"));
+        QCOMPARE(output.fieldCount, 5);
+        QCOMPARE(output.thread, QThread::currentThread());
+        const QStringList findings = Findings(output.lines);
+        for (const QString& finding : expected)
+            QVERIFY2(findings.contains(finding), qPrintable(findings.join(QLatin1Char(' '))));
+        for (const QString& finding : absent)
+            QVERIFY2(!findings.contains(finding), qPrintable(findings.join(QLatin1Char(' '))));
+    }
+
+    void newerCheckReplacesRunningOne()
+    {
+        // A slow checker that reports the text it was given: only the newest text may come back.
+        Settings::pylintEnabled = true;
+        Settings::pylintPath =
+            WriteScript(QStringLiteral("slow.sh"),
+                        QStringLiteral("sleep 1\n"
+                                       "for last; do :; done\n"
+                                       "printf '::W:$$:1:$$:0:$$:[W0001]:$$:%s::' \"$(cat \"$last\")\""));
+        OutputCollector collector;
+        WorkerOnThread worker(&collector);
+        worker.Check(QStringLiteral("first"), QStringLiteral("a.py"));
+        QTest::qWait(300);
+        worker.Check(QStringLiteral("second"), QStringLiteral("a.py"));
+        QTRY_COMPARE_WITH_TIMEOUT(collector.outputs.size(), 1, 10000);
+        QTest::qWait(1500);
+        QCOMPARE(collector.outputs.size(), 1);
+        QCOMPARE(collector.outputs.first().lines,
+                 QStringList{QStringLiteral("W:$$:1:$$:0:$$:[W0001]:$$:second")});
+    }
+
+    void missingExecutableIsReportedOnEachAttempt()
+    {
+        Settings::pylintEnabled = true;
+        Settings::pylintPath = scripts.filePath(QStringLiteral("no-such-pylint"));
+        OutputCollector collector;
+        WorkerOnThread worker(&collector);
+        const QString message = QStringLiteral("Pylint executable not found: %1").arg(Settings::pylintPath);
+        worker.Check(QStringLiteral("x = 1\n"), QString());
+        worker.Check(QStringLiteral("x = 2\n"), QString());
+        QTRY_COMPARE(CountMessages(message), 2);
+        QVERIFY(!PylintWorker::IsShowPylintExeNotFoundError());
+        QMetaObject::invokeMethod(worker.worker, "ResetErrors", Qt::BlockingQueuedConnection);
+        QCOMPARE(PylintWorker::IsShowPylintExeNotFoundError(), worker.worker->GetId() == 0);
+        QVERIFY(collector.outputs.isEmpty());
+    }
+
+    void misbehavingExecutables_data()
+    {
+        QTest::addColumn<QString>("body");
+        QTest::addColumn<int>("outputs");
+        QTest::newRow("garbage") << QStringLiteral("echo 'no :$$: template :: here ::x:$$:y::'") << 1;
+        QTest::newRow("exits at once") << QStringLiteral("exit 3") << 1;
+        QTest::newRow("50 MB flood") << QStringLiteral("yes 'flood line' | head -c 52428800") << 1;
+        QTest::newRow("hangs") << QStringLiteral("sleep 600") << 0;
+    }
+
+    void misbehavingExecutables()
+    {
+        QFETCH(QString, body);
+        QFETCH(int, outputs);
+        Settings::pylintEnabled = true;
+        Settings::pylintPath =
+            WriteScript(QStringLiteral("%1.sh").arg(QTest::currentDataTag()).replace(' ', '_'), body);
+        OutputCollector collector;
+        WorkerOnThread worker(&collector);
+        worker.Check(QStringLiteral("x = 1\n"), QString());
+        // The main thread keeps handling events however the process behaves.
+        QElapsedTimer clock;
+        clock.start();
+        qint64 longestGap = 0;
+        qint64 last = 0;
+        while (clock.elapsed() < 3000 && collector.outputs.size() < outputs)
+        {
+            QTest::qWait(5);
+            longestGap = qMax(longestGap, clock.elapsed() - last);
+            last = clock.elapsed();
+        }
+        QCOMPARE(collector.outputs.size(), outputs);
+        QVERIFY2(longestGap < 500, qPrintable(QString::number(longestGap)));
+        for (const OutputCollector::Output& output : collector.outputs)
+            QVERIFY(Findings(output.lines).isEmpty());
+        // Even during a check that hangs, a shutdown is prompt.
+        clock.restart();
+        QVERIFY(worker.Shutdown());
+        QVERIFY(clock.elapsed() < 1000);
+    }
+
+    void disabledCheckerDoesNothing()
+    {
+        Settings::pylintEnabled = false;
+        Settings::pylintPath =
+            WriteScript(QStringLiteral("marker.sh"), QStringLiteral("touch '%1'").arg(scripts.filePath("ran")));
+        OutputCollector collector;
+        WorkerOnThread worker(&collector);
+        worker.Check(QStringLiteral("x = 1\n"), QString());
+        QTest::qWait(500);
+        QVERIFY(!QFile::exists(scripts.filePath(QStringLiteral("ran"))));
+        QVERIFY(collector.outputs.isEmpty());
+    }
+
+    void checksRunBelowTheInterfacesPriority()
+    {
+        Settings::pylintEnabled = true;
+        const QString reported = scripts.filePath(QStringLiteral("niceness"));
+        // Field 19 of the process's stat line is its niceness.
+        Settings::pylintPath = WriteScript(QStringLiteral("niceness.sh"),
+                                           QStringLiteral("awk '{print $19}' /proc/$$/stat > '%1.part' && mv '%1.part' '%1'")
+                                               .arg(reported));
+        OutputCollector collector;
+        WorkerOnThread worker(&collector);
+        worker.Check(QStringLiteral("x = 1\n"), QString());
+        QTRY_VERIFY(QFile::exists(reported));
+        QFile file(reported);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.readAll().trimmed().toInt(), qMin(19, getpriority(PRIO_PROCESS, 0) + 10));
+    }
+
+    // Last: an unwritable worker file stops checks for the rest of the process.
+    void unwritableWorkerFileStopsChecks()
+    {
+        Settings::pylintEnabled = true;
+        Settings::pylintPath =
+            WriteScript(QStringLiteral("marker2.sh"), QStringLiteral("touch '%1'").arg(scripts.filePath("ran2")));
+        OutputCollector collector;
+        WorkerOnThread worker(&collector);
+        // A folder in the file's place cannot be written, even by root.
+        const QString tempFile = worker.worker->GetTempFilePath();
+        QVERIFY(!tempFile.isEmpty());
+        QVERIFY(QFile::remove(tempFile));
+        QVERIFY(QDir().mkdir(tempFile));
+        worker.Check(QStringLiteral("x = 1\n"), QString());
+        worker.Check(QStringLiteral("x = 2\n"), QString());
+        QTRY_COMPARE(CountMessages(QStringLiteral("Failed to write to worker file")), 1);
+        QTest::qWait(500);
+        QCOMPARE(CountMessages(QStringLiteral("Failed to write to worker file")), 1);
+        QVERIFY(!QFile::exists(scripts.filePath(QStringLiteral("ran2"))));
+        QVERIFY(collector.outputs.isEmpty());
+    }
 };
-
-void tst_PylintWorker::initTestCase()
-{
-    if (!QFile::exists(PYLINT))
-        QSKIP("Pylint is not installed (scripts/setup.sh installs it)");
-    host = std::make_unique<HostFixture>(true);
-    QVERIFY(host->LoadPlugin());
-}
-
-void tst_PylintWorker::cleanup()
-{
-    Settings::pylintEnabled = false;
-    Settings::pylintUseMinimalCheckers = false;
-    Settings::pylintConfigPath.clear();
-    Settings::pylintShowErrors = false;
-    host->ClearMessages();
-}
-
-QString tst_PylintWorker::WriteScript(const QString& name, const QString& body)
-{
-    const QString path = scripts.filePath(name);
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        return QString();
-    file.write(("#!/bin/sh\n" + body + "\n").toUtf8());
-    file.close();
-    file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    return path;
-}
-
-int tst_PylintWorker::CountMessages(const QString& fragment) const
-{
-    int count = 0;
-    for (const HostFixture::Message& message : host->Messages())
-        count += message.text.contains(fragment) ? 1 : 0;
-    return count;
-}
-
-void tst_PylintWorker::realPylintReportsFindings_data()
-{
-    QTest::addColumn<bool>("minimal");
-    QTest::addColumn<QString>("rc");
-    QTest::addColumn<QStringList>("expected");
-    QTest::addColumn<QStringList>("absent");
-    // The minimal set keeps unused variables and the like but drops style and unused imports.
-    QTest::newRow("full") << false << QString() << QStringList{"W0611@1", "E0602@5", "C0116@4"}
-                          << QStringList{};
-    QTest::newRow("minimal") << true << QString() << QStringList{"E0602@5"}
-                             << QStringList{"W0611@1", "C0116@4"};
-    // An rc file that disables the unused import: Pylint must have read it.
-    QTest::newRow("rc file") << false << "[MESSAGES CONTROL]\ndisable=unused-import\n"
-                             << QStringList{"E0602@5"} << QStringList{"W0611@1"};
-}
-
-void tst_PylintWorker::realPylintReportsFindings()
-{
-    QFETCH(bool, minimal);
-    QFETCH(QStringList, expected);
-    QFETCH(QString, rc);
-    QFETCH(QStringList, absent);
-    Settings::pylintEnabled = true;
-    Settings::pylintPath = PYLINT;
-    Settings::pylintUseMinimalCheckers = minimal;
-    if (!rc.isEmpty())
-    {
-        Settings::pylintConfigPath = scripts.filePath(QStringLiteral("pylintrc"));
-        QFile file(Settings::pylintConfigPath);
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(rc.toUtf8()) == rc.size());
-    }
-    OutputCollector collector;
-    WorkerOnThread worker(&collector);
-    worker.Check(SOURCE_WITH_FAULTS, QStringLiteral("/scripts/faults.py"));
-    QTRY_COMPARE_WITH_TIMEOUT(collector.outputs.size(), 1, 60000);
-    const OutputCollector::Output& output = collector.outputs.first();
-    QCOMPARE(output.filePath, QStringLiteral("/scripts/faults.py"));
-    QCOMPARE(output.fieldCount, 5);
-    QCOMPARE(output.thread, QThread::currentThread());
-    const QStringList findings = Findings(output.lines);
-    for (const QString& finding : expected)
-        QVERIFY2(findings.contains(finding), qPrintable(findings.join(QLatin1Char(' '))));
-    for (const QString& finding : absent)
-        QVERIFY2(!findings.contains(finding), qPrintable(findings.join(QLatin1Char(' '))));
-}
-
-void tst_PylintWorker::newerCheckReplacesRunningOne()
-{
-    // A slow checker that reports the text it was given: only the newest text may come back.
-    Settings::pylintEnabled = true;
-    Settings::pylintPath =
-        WriteScript(QStringLiteral("slow.sh"),
-                    QStringLiteral("sleep 1\n"
-                                   "for last; do :; done\n"
-                                   "printf '::W:$$:1:$$:0:$$:[W0001]:$$:%s::' \"$(cat \"$last\")\""));
-    OutputCollector collector;
-    WorkerOnThread worker(&collector);
-    worker.Check(QStringLiteral("first"), QStringLiteral("a.py"));
-    QTest::qWait(300);
-    worker.Check(QStringLiteral("second"), QStringLiteral("a.py"));
-    QTRY_COMPARE_WITH_TIMEOUT(collector.outputs.size(), 1, 10000);
-    QTest::qWait(1500);
-    QCOMPARE(collector.outputs.size(), 1);
-    QCOMPARE(collector.outputs.first().lines,
-             QStringList{QStringLiteral("W:$$:1:$$:0:$$:[W0001]:$$:second")});
-}
-
-void tst_PylintWorker::missingExecutableIsReportedOnEachAttempt()
-{
-    Settings::pylintEnabled = true;
-    Settings::pylintPath = scripts.filePath(QStringLiteral("no-such-pylint"));
-    OutputCollector collector;
-    WorkerOnThread worker(&collector);
-    const QString message = QStringLiteral("Pylint executable not found: %1").arg(Settings::pylintPath);
-    worker.Check(QStringLiteral("x = 1\n"), QString());
-    worker.Check(QStringLiteral("x = 2\n"), QString());
-    QTRY_COMPARE(CountMessages(message), 2);
-    QVERIFY(!PylintWorker::IsShowPylintExeNotFoundError());
-    QMetaObject::invokeMethod(worker.worker, "ResetErrors", Qt::BlockingQueuedConnection);
-    QCOMPARE(PylintWorker::IsShowPylintExeNotFoundError(), worker.worker->GetId() == 0);
-    QVERIFY(collector.outputs.isEmpty());
-}
-
-void tst_PylintWorker::misbehavingExecutables_data()
-{
-    QTest::addColumn<QString>("body");
-    QTest::addColumn<int>("outputs");
-    QTest::newRow("garbage") << QStringLiteral("echo 'no :$$: template :: here ::x:$$:y::'") << 1;
-    QTest::newRow("exits at once") << QStringLiteral("exit 3") << 1;
-    QTest::newRow("50 MB flood") << QStringLiteral("yes 'flood line' | head -c 52428800") << 1;
-    QTest::newRow("hangs") << QStringLiteral("sleep 600") << 0;
-}
-
-void tst_PylintWorker::misbehavingExecutables()
-{
-    QFETCH(QString, body);
-    QFETCH(int, outputs);
-    Settings::pylintEnabled = true;
-    Settings::pylintPath =
-        WriteScript(QStringLiteral("%1.sh").arg(QTest::currentDataTag()).replace(' ', '_'), body);
-    OutputCollector collector;
-    WorkerOnThread worker(&collector);
-    worker.Check(QStringLiteral("x = 1\n"), QString());
-    // The main thread keeps handling events however the process behaves.
-    QElapsedTimer clock;
-    clock.start();
-    qint64 longestGap = 0;
-    qint64 last = 0;
-    while (clock.elapsed() < 3000 && collector.outputs.size() < outputs)
-    {
-        QTest::qWait(5);
-        longestGap = qMax(longestGap, clock.elapsed() - last);
-        last = clock.elapsed();
-    }
-    QCOMPARE(collector.outputs.size(), outputs);
-    QVERIFY2(longestGap < 500, qPrintable(QString::number(longestGap)));
-    for (const OutputCollector::Output& output : collector.outputs)
-        QVERIFY(Findings(output.lines).isEmpty());
-    // Even during a check that hangs, a shutdown is prompt.
-    clock.restart();
-    QVERIFY(worker.Shutdown());
-    QVERIFY(clock.elapsed() < 1000);
-}
-
-void tst_PylintWorker::disabledCheckerDoesNothing()
-{
-    Settings::pylintEnabled = false;
-    Settings::pylintPath =
-        WriteScript(QStringLiteral("marker.sh"), QStringLiteral("touch '%1'").arg(scripts.filePath("ran")));
-    OutputCollector collector;
-    WorkerOnThread worker(&collector);
-    worker.Check(QStringLiteral("x = 1\n"), QString());
-    QTest::qWait(500);
-    QVERIFY(!QFile::exists(scripts.filePath(QStringLiteral("ran"))));
-    QVERIFY(collector.outputs.isEmpty());
-}
-
-void tst_PylintWorker::checksRunBelowTheInterfacesPriority()
-{
-    Settings::pylintEnabled = true;
-    const QString reported = scripts.filePath(QStringLiteral("niceness"));
-    // Field 19 of the process's stat line is its niceness.
-    Settings::pylintPath = WriteScript(QStringLiteral("niceness.sh"),
-                                       QStringLiteral("awk '{print $19}' /proc/$$/stat > '%1.part' && mv '%1.part' '%1'")
-                                           .arg(reported));
-    OutputCollector collector;
-    WorkerOnThread worker(&collector);
-    worker.Check(QStringLiteral("x = 1\n"), QString());
-    QTRY_VERIFY(QFile::exists(reported));
-    QFile file(reported);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    QCOMPARE(file.readAll().trimmed().toInt(), qMin(19, getpriority(PRIO_PROCESS, 0) + 10));
-}
-
-void tst_PylintWorker::unwritableWorkerFileStopsChecks()
-{
-    Settings::pylintEnabled = true;
-    Settings::pylintPath =
-        WriteScript(QStringLiteral("marker2.sh"), QStringLiteral("touch '%1'").arg(scripts.filePath("ran2")));
-    OutputCollector collector;
-    WorkerOnThread worker(&collector);
-    // A folder in the file's place cannot be written, even by root.
-    const QString tempFile = worker.worker->GetTempFilePath();
-    QVERIFY(!tempFile.isEmpty());
-    QVERIFY(QFile::remove(tempFile));
-    QVERIFY(QDir().mkdir(tempFile));
-    worker.Check(QStringLiteral("x = 1\n"), QString());
-    worker.Check(QStringLiteral("x = 2\n"), QString());
-    QTRY_COMPARE(CountMessages(QStringLiteral("Failed to write to worker file")), 1);
-    QTest::qWait(500);
-    QCOMPARE(CountMessages(QStringLiteral("Failed to write to worker file")), 1);
-    QVERIFY(!QFile::exists(scripts.filePath(QStringLiteral("ran2"))));
-    QVERIFY(collector.outputs.isEmpty());
-}
 
 QTEST_MAIN(tst_PylintWorker)
 #include "tst_PylintWorker.moc"

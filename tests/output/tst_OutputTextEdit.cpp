@@ -1,8 +1,10 @@
 #include "HostFixture.h"
+#include "editor/FindReplaceWidget.h"
 #include "output/OutputTextEdit.h"
 #include "settings/ColorSettings.h"
 #include "settings/KeyBindings.h"
 #include "settings/Settings.h"
+#include "widgets/FlatButton.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QRandomGenerator>
@@ -12,10 +14,17 @@
 #include <QtGui/QTextDocument>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QtTest>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QScrollBar>
 
 #include <memory>
+
+namespace
+{
+const QString OUTPUT = QStringLiteral("// Result: alpha\nAlpha beta alphabet\n# alpha_1 alpha\n");
+} // namespace
 
 class TestOutputTextEdit : public QObject
 {
@@ -80,22 +89,49 @@ private:
         QApplication::sendEvent(target, &event);
     }
 
+    // The find bar, driven as the user does: typed text, its buttons, its keys.
+    FindReplaceWidget* Bar() const { return edit->GetFindReplace(); }
+    QLineEdit* Field() const { return Bar()->findChild<QLineEdit*>(QStringLiteral("searchLineEdit")); }
+    QString Results() const { return Bar()->findChild<QLabel*>(QStringLiteral("resultsLabel"))->text(); }
+    FlatButton* Button(const char* name) const { return Bar()->findChild<FlatButton*>(QLatin1String(name)); }
+
+    void OpenFind()
+    {
+        edit->AppendText(OUTPUT);
+        edit->setFocus();
+        edit->ShowFindReplace(false, true);
+        QVERIFY(Bar()->isVisible());
+        QVERIFY(Field()->hasFocus());
+    }
+
     std::unique_ptr<HostFixture> fixture;
     KeyBindings keyBindings;
+    std::unique_ptr<OutputTextEdit> edit; // shown, unless a test makes a hidden one
 
 private slots:
     void init()
     {
         fixture = std::make_unique<HostFixture>();
         ColorSettings::Initialize();
+        edit = MakeEdit();
+        QVERIFY(edit);
+        // A bad expression is never run: Qt would say so.
+        QTest::failOnWarning(QRegularExpression(QStringLiteral("invalid QRegularExpression")));
     }
 
-    void cleanup() { fixture.reset(); }
+    void cleanup()
+    {
+        edit.reset();
+        fixture.reset();
+    }
 
+    // Held back while hidden, the text goes to an open log on arrival and again when it is shown.
     void hiddenOutputArrivesWholeAndInOrderOnShow()
     {
-        auto edit = MakeEdit(false);
-        QVERIFY(edit);
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("held.log"));
+        edit = MakeEdit(false);
+        QVERIFY(edit->BeginWriteToFile(path));
         edit->AppendText(QStringLiteral("first\n"));
         edit->AppendText(QStringLiteral("second\n"));
         edit->AppendText(QStringLiteral("third"));
@@ -107,6 +143,10 @@ private slots:
         QCOMPARE(edit->toPlainText(), QStringLiteral("first\nsecond\nthird"));
         QCOMPARE(changes.count(), 1);
         QVERIFY(edit->textCursor().atEnd());
+        edit->EndWriteToFile();
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(QString::fromUtf8(file.readAll()), QStringLiteral("first\nsecond\nthirdfirst\nsecond\nthird"));
 
         // Shown again after hiding, nothing is repeated.
         edit->hide();
@@ -117,8 +157,6 @@ private slots:
 
     void appendClearsSelectionAndFollowsOutput()
     {
-        auto edit = MakeEdit();
-        QVERIFY(edit);
         edit->AppendText(NumberedLines(200).join(QString()));
         QCoreApplication::processEvents();
         QTextCursor cursor = edit->textCursor();
@@ -136,8 +174,6 @@ private slots:
 
     void appendsOfOneTurnAreInsertedTogether()
     {
-        auto edit = MakeEdit();
-        QVERIFY(edit);
         QSignalSpy changes(edit->document(), SIGNAL(contentsChange(int, int, int)));
         const QStringList lines = NumberedLines(500);
         for (const QString& line : lines)
@@ -186,8 +222,6 @@ private slots:
                 chunk += QStringLiteral("c%1.%2\n").arg(i).arg(l);
             chunks << chunk + QStringLiteral("line %1").arg(i) + (chunked ? QString() : QStringLiteral("\n"));
         }
-        auto edit = MakeEdit();
-        QVERIFY(edit);
         edit->SetMaximumBlockCount(cap);
         edit->AppendText(chunks.first());
         QCoreApplication::processEvents();
@@ -215,8 +249,6 @@ private slots:
     {
         QTemporaryDir dir;
         const QString path = dir.filePath(QStringLiteral("out.log"));
-        auto edit = MakeEdit();
-        QVERIFY(edit);
         edit->AppendText(QStringLiteral("not logged\n"));
         QVERIFY(edit->BeginWriteToFile(path));
         edit->AppendText(QStringLiteral("// Result: 1 //\n"));
@@ -239,31 +271,12 @@ private slots:
         QCOMPARE(QString::fromUtf8(file.readAll()), logged + QStringLiteral("last"));
     }
 
-    void logReceivesHeldTextOnArrivalAndOnShow()
-    {
-        QTemporaryDir dir;
-        const QString path = dir.filePath(QStringLiteral("held.log"));
-        auto edit = MakeEdit(false);
-        QVERIFY(edit);
-        QVERIFY(edit->BeginWriteToFile(path));
-        edit->AppendText(QStringLiteral("held\n"));
-        edit->show();
-        QVERIFY(QTest::qWaitForWindowExposed(edit.get()));
-        edit->EndWriteToFile();
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        QCOMPARE(QString::fromUtf8(file.readAll()), QStringLiteral("held\nheld\n"));
-        QCOMPARE(edit->GetText(), QStringLiteral("held\n"));
-    }
-
     void longScriptsStillShowAndLogTheirOutput()
     {
         // A script holds the main thread while it prints: no turn of the event loop ends the
         // burst, yet what it printed is shown and logged at least every 250 ms.
         QTemporaryDir dir;
         const QString path = dir.filePath(QStringLiteral("long.log"));
-        auto edit = MakeEdit();
-        QVERIFY(edit);
         QVERIFY(edit->BeginWriteToFile(path));
         edit->AppendText(QStringLiteral("first\n"));
         edit->AppendText(QStringLiteral("second\n"));
@@ -275,22 +288,9 @@ private slots:
         QCOMPARE(QString::fromUtf8(file.readAll()), QStringLiteral("first\nsecond\nthird\n"));
     }
 
-    void logThatCannotOpenIsReported()
-    {
-        auto edit = MakeEdit();
-        QVERIFY(edit);
-        const QString path = QStringLiteral("/nonexistent-folder-bq2/out.log");
-        QVERIFY(!edit->BeginWriteToFile(path));
-        QVERIFY(!edit->IsWriteToFileActive());
-        QVERIFY(
-            fixture->HasMessageContaining(QStringLiteral("Failed to open log file for write: %1").arg(path)));
-    }
-
     void userRulesColourNewText()
     {
-        auto edit = MakeEdit();
-        QVERIFY(edit);
-        const auto painted = [&edit](const QColor& color)
+        const auto painted = [this](const QColor& color)
         {
             QStringList texts;
             for (const QTextEdit::ExtraSelection& selection : SelectionsWithForeground(edit.get(), color))
@@ -338,8 +338,6 @@ private slots:
 
     void highlightingCoversOnlyTheVisibleStretch()
     {
-        auto edit = MakeEdit();
-        QVERIFY(edit);
         edit->SetMaximumBlockCount(3000);
         for (int i = 0; i < 5000; ++i)
             edit->AppendText(QStringLiteral("# Error: number %1\n").arg(i));
@@ -366,8 +364,6 @@ private slots:
 
     void matchingSelectionHighlightsOtherOccurrences()
     {
-        auto edit = MakeEdit();
-        QVERIFY(edit);
         const QColor matching =
             ColorSettings::GetOutputFormat(ColorSettings::MATCHING_SELECTION).background().color();
         const auto matches = [&]()
@@ -381,31 +377,26 @@ private slots:
             return starts;
         };
         edit->AppendText(QStringLiteral("foo.bar foo aaaa foofoo\nfoo"));
-        QTextCursor cursor = edit->textCursor();
-        cursor.setPosition(8);
-        cursor.setPosition(11, QTextCursor::KeepAnchor);
-        edit->setTextCursor(cursor);
+        const auto select = [this](int from, int to)
+        {
+            QTextCursor cursor = edit->textCursor();
+            cursor.setPosition(from);
+            cursor.setPosition(to, QTextCursor::KeepAnchor);
+            edit->setTextCursor(cursor);
+        };
+        select(8, 11);
         QCOMPARE(matches(), (QList<int>{0, 8, 17, 20, 24}));
-
         // Overlapping occurrences are all marked.
-        cursor.setPosition(12);
-        cursor.setPosition(14, QTextCursor::KeepAnchor);
-        edit->setTextCursor(cursor);
+        select(12, 14);
         QCOMPARE(matches(), (QList<int>{12, 13, 14}));
 
         Settings::outputMatchedSelectionWordsOnly = true;
-        cursor.setPosition(8);
-        cursor.setPosition(11, QTextCursor::KeepAnchor);
-        edit->setTextCursor(cursor);
+        select(8, 11);
         QCOMPARE(matches(), (QList<int>{0, 8, 24}));
-        cursor.setPosition(0);
-        cursor.setPosition(7, QTextCursor::KeepAnchor);
-        edit->setTextCursor(cursor);
+        select(0, 7);
         QVERIFY(matches().isEmpty());
         // Several lines: nothing.
-        cursor.setPosition(20);
-        cursor.setPosition(27, QTextCursor::KeepAnchor);
-        edit->setTextCursor(cursor);
+        select(20, 27);
         QVERIFY(matches().isEmpty());
     }
 
@@ -427,8 +418,6 @@ private slots:
         QFETCH(QString, text);
         QFETCH(int, clickAt);
         QFETCH(QString, expected);
-        auto edit = MakeEdit();
-        QVERIFY(edit);
         edit->AppendText(text);
         QTest::mouseDClick(edit->viewport(), Qt::LeftButton, {}, PointOfCharacter(edit.get(), clickAt));
         QCOMPARE(edit->GetSelectedText(), expected);
@@ -441,14 +430,12 @@ private slots:
 
     void zoomStaysWithinLimits()
     {
-        auto edit = MakeEdit();
-        QVERIFY(edit);
         edit->activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(edit.get()));
         const int base = Settings::outputFont.pointSize();
         QVERIFY(base > Settings::MINIMUM_FONT_SIZE && base < Settings::MAXIMUM_FONT_SIZE);
         // The main widget's part: a step of the zoom, then the font again.
-        const auto step = [&edit](int by)
+        const auto step = [this](int by)
         {
             Settings::outputZoom += by;
             edit->UpdateFont();
@@ -485,8 +472,10 @@ private slots:
 
     void findHighlightsMatchesWhileFindIsOpen()
     {
-        auto edit = MakeEdit();
-        QVERIFY(edit);
+        // A selected-text colour of the user's, which the found selection's white replaces.
+        QTextCharFormat selected = ColorSettings::GetOutputFormat(ColorSettings::SELECTED_TEXT);
+        selected.setForeground(QColor(1, 2, 3));
+        ColorSettings::SetOutputFormat(ColorSettings::SELECTED_TEXT, selected);
         const QColor found =
             ColorSettings::GetOutputFormat(ColorSettings::FIND_REPLACE_MATCHING).background().color();
         const auto foundCount = [&]()
@@ -515,6 +504,7 @@ private slots:
         QCOMPARE(foundCount(), 0);
         QCOMPARE(edit->palette().color(QPalette::Highlight),
                  ColorSettings::GetOutputFormat(ColorSettings::SELECTED_TEXT).background().color());
+        QCOMPARE(edit->palette().color(QPalette::HighlightedText), QColor(1, 2, 3));
 
         // Opening find takes the word under the cursor and selects it there, not at another match.
         QTextCursor cursor = edit->textCursor();
@@ -527,8 +517,6 @@ private slots:
 
     void contextMenuOffersCopySelectAllAndClear()
     {
-        auto edit = MakeEdit();
-        QVERIFY(edit);
         edit->AppendText(QStringLiteral("some output\n"));
         QStringList texts;
         QTimer::singleShot(0, this,
@@ -551,12 +539,88 @@ private slots:
 
     void selectedTextForExecuteUsesLineFeeds()
     {
-        auto edit = MakeEdit();
-        QVERIFY(edit);
         edit->AppendText(QStringLiteral("print(1)\nprint(2)\n"));
         edit->selectAll();
         QCOMPARE(edit->GetSelectedText(), QStringLiteral("print(1)\u2029print(2)\u2029"));
         QCOMPARE(edit->GetSelectedTextForExecute(), QStringLiteral("print(1)\nprint(2)\n"));
+    }
+
+    void countsFollowTheOptions_data()
+    {
+        QTest::addColumn<QString>("search");
+        QTest::addColumn<QStringList>("options");
+        QTest::addColumn<QString>("results");
+
+        QTest::newRow("folded") << "alpha" << QStringList{} << "1 of 5";
+        QTest::newRow("case") << "Alpha" << QStringList{"matchCaseButton"} << "1 of 1";
+        QTest::newRow("word") << "alpha" << QStringList{"matchWordButton"} << "1 of 3";
+        QTest::newRow("regex") << "alpha_\\d" << QStringList{"regExpButton"} << "1 of 1";
+        QTest::newRow("invalid") << "alpha[" << QStringList{"regExpButton"} << "No Results";
+    }
+
+    void countsFollowTheOptions()
+    {
+        QFETCH(QString, search);
+        QFETCH(QStringList, options);
+        QFETCH(QString, results);
+        OpenFind();
+        for (const QString& option : options)
+            QTest::mouseClick(Button(option.toLatin1().constData()), Qt::LeftButton);
+        QTest::keyClicks(Field(), search);
+        QCOMPARE(Results(), results);
+    }
+
+    void returnStepsAndWraps()
+    {
+        OpenFind();
+        QTest::mouseClick(Button("matchWordButton"), Qt::LeftButton);
+        QTest::keyClicks(Field(), QStringLiteral("alpha"));
+        // The cursor rests at the end after output: the first step wraps to the top.
+        QCOMPARE(edit->GetSelectedStartPosition(), 11);
+        QCOMPARE(Results(), QStringLiteral("1 of 3"));
+        QTest::keyClick(Field(), Qt::Key_Return);
+        QCOMPARE(Results(), QStringLiteral("2 of 3"));
+        QTest::keyClick(Field(), Qt::Key_Return);
+        QCOMPARE(Results(), QStringLiteral("3 of 3"));
+        QTest::keyClick(Field(), Qt::Key_Return);
+        QCOMPARE(edit->GetSelectedStartPosition(), 11);
+        QTest::keyClick(Field(), Qt::Key_Return, Qt::ShiftModifier);
+        QCOMPARE(Results(), QStringLiteral("3 of 3"));
+        QTest::mouseClick(Button("previousButton"), Qt::LeftButton);
+        QCOMPARE(Results(), QStringLiteral("2 of 3"));
+
+        // New output is counted at once.
+        edit->AppendText(QStringLiteral("alpha again\n"));
+        QCOMPARE(Results(), QStringLiteral("2 of 4"));
+        edit->ClearAll();
+        QCOMPARE(Results(), QStringLiteral("No Results"));
+    }
+
+    void barHasNoReplacingAndSitsTopRight()
+    {
+        OpenFind();
+        QVERIFY(!Button("toggleReplaceButton")->isVisible());
+        QVERIFY(!Button("findInSelectionButton")->isVisible());
+        QVERIFY(!Bar()->findChild<QLineEdit*>(QStringLiteral("replaceLineEdit"))->isVisible());
+        QSignalSpy replace(Bar(), SIGNAL(ReplaceAllRequested(QString)));
+        Bar()->ToggleReplace();
+        Bar()->ReplaceAll();
+        QCOMPARE(replace.count(), 0);
+
+        QCOMPARE(Bar()->geometry().top(), 0);
+        const int scrollBar = edit->verticalScrollBar()->isVisible() ? edit->verticalScrollBar()->width() : 0;
+        QCOMPARE(Bar()->geometry().right(), edit->width() - scrollBar - 20);
+        QCOMPARE(edit->grab(Bar()->geometry()).toImage(), Bar()->grab().toImage());
+    }
+
+    void escapeInTheBarClosesAndReturnsFocus()
+    {
+        OpenFind();
+        QTest::keyClicks(Field(), QStringLiteral("beta"));
+        QCOMPARE(edit->GetSelectedText(), QStringLiteral("beta"));
+        QTest::keyClick(Field(), Qt::Key_Escape);
+        QVERIFY(!Bar()->isVisible());
+        QVERIFY(edit->hasFocus());
     }
 };
 

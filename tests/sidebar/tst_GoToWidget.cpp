@@ -74,7 +74,11 @@ private:
         file.write(bytes);
     }
 
-    BrindletEditor* OpenEditor() { return EditorWindow::Open(*fixture, QSize(1200, 800), true); }
+    bool OpenEditor()
+    {
+        editor = EditorWindow::Open(*fixture, QSize(1200, 800), true);
+        return editor;
+    }
 
     // The active editor with the keyboard focus, as when the user works in it.
     static CodeEditor* FocusActive(BrindletEditor* editor)
@@ -106,6 +110,7 @@ private slots:
 
     void cleanup()
     {
+        editor = nullptr;
         Settings::workspaceFolders.clear();
         workspace.reset();
         fixture.reset();
@@ -122,15 +127,10 @@ private slots:
         { return QStringLiteral("%1 %L/%2").arg(QLatin1String(name), QLatin1String(relative)); };
         // Matches in any case; among them alphabetical; the first that starts with the text in
         // its own case is chosen, else the first row.
-        QTest::newRow("case of the text picks the row")
-            << QStringLiteral("foo")
-            << QStringList{row("Foo.py", "Foo.py"), row("barfoo.mel", "sub/barfoo.mel"),
-                           row("foo.txt", "foo.txt")}
-            << 2;
-        QTest::newRow("capital") << QStringLiteral("Foo")
-                                 << QStringList{row("Foo.py", "Foo.py"), row("barfoo.mel", "sub/barfoo.mel"),
-                                                row("foo.txt", "foo.txt")}
-                                 << 0;
+        const QStringList foos{row("Foo.py", "Foo.py"), row("barfoo.mel", "sub/barfoo.mel"),
+                               row("foo.txt", "foo.txt")};
+        QTest::newRow("case of the text picks the row") << QStringLiteral("foo") << foos << 2;
+        QTest::newRow("capital") << QStringLiteral("Foo") << foos << 0;
         QTest::newRow("inside a name")
             << QStringLiteral("arf") << QStringList{row("barfoo.mel", "sub/barfoo.mel")} << 0;
         QTest::newRow("folder of the path")
@@ -393,8 +393,7 @@ private slots:
         QFETCH(QString, typed);
         QFETCH(QString, help);
         QFETCH(int, followed);
-        BrindletEditor* editor = OpenEditor();
-        QVERIFY(editor);
+        QVERIFY(OpenEditor());
         CodeEditor* codeEditor = FocusActive(editor);
         QVERIFY(codeEditor);
         codeEditor->SetText(Numbered(30));
@@ -418,8 +417,7 @@ private slots:
 
     void escapeBringsBackPositionAndScroll()
     {
-        BrindletEditor* editor = OpenEditor();
-        QVERIFY(editor);
+        QVERIFY(OpenEditor());
         CodeEditor* codeEditor = FocusActive(editor);
         QVERIFY(codeEditor);
         codeEditor->SetText(Numbered(600));
@@ -440,41 +438,10 @@ private slots:
         QCOMPARE(codeEditor->GetVerticalScrollBarValue(), scroll);
     }
 
-    void symbolJumpLandsTheCursor()
-    {
-        BrindletEditor* editor = OpenEditor();
-        QVERIFY(editor);
-        CodeEditor* codeEditor = FocusActive(editor);
-        QVERIFY(codeEditor);
-        const QString text =
-            QStringLiteral("proc first() {}\n\nproc second() {}\n\nglobal proc third() {}\n");
-        codeEditor->SetText(text);
-        GoToWidget* palette = editor->GetGoToWidget();
-        palette->Show(GoToFilterSymbol,
-                      {Item(QStringLiteral("first"), ParserItemProc, 0),
-                       Item(QStringLiteral("second"), ParserItemProc,
-                            static_cast<int>(text.indexOf(QStringLiteral("proc second")))),
-                       Item(QStringLiteral("third"), ParserItemGlobalProc,
-                            static_cast<int>(text.indexOf(QStringLiteral("global proc third"))))},
-                      codeEditor->GetLineCount(), codeEditor->GetCursorPosition(), 0, {}, false);
-        QTest::keyClicks(palette->GetLineEdit(), QStringLiteral("thi"));
-        // The preview already moved the editor.
-        QCOMPARE(codeEditor->GetCurrentLine(), 5);
-        for (int i = 0; i < 3; ++i)
-            QTest::keyClick(palette->GetLineEdit(), Qt::Key_Backspace);
-        QCOMPARE(palette->GetRowCount(), 3);
-        QCOMPARE(codeEditor->GetCurrentLine(), 1);
-        QTest::keyClick(palette->GetLineEdit(), Qt::Key_Down);
-        QCOMPARE(codeEditor->GetCurrentLine(), 3);
-        QTest::keyClick(palette->GetLineEdit(), Qt::Key_Return);
-        QCOMPARE(codeEditor->GetCursorPosition(), text.indexOf(QStringLiteral("proc second")));
-    }
-
     // The symbols of the buffer as the MEL parser found them, without global variables.
     void symbolModeReadsTheParser()
     {
-        BrindletEditor* editor = OpenEditor();
-        QVERIFY(editor);
+        QVERIFY(OpenEditor());
         editor->GetActiveCodeEditorGroup()->SetCurrentIndex(0);
         CodeEditor* codeEditor = FocusActive(editor);
         QVERIFY(codeEditor);
@@ -502,8 +469,7 @@ private slots:
     {
         MakeFile(QStringLiteral("scripts/tool.py"), "print('tool')\n");
         MakeFile(QStringLiteral("scripts/setup.mel"), "print \"setup\";\n");
-        BrindletEditor* editor = OpenEditor();
-        QVERIFY(editor);
+        QVERIFY(OpenEditor());
         QVERIFY(FocusActive(editor));
         const int editors = editor->GetCodeEditorCount();
 
@@ -526,8 +492,7 @@ private slots:
 
     void paletteOpensOnlyFromAnEditorWithFocus()
     {
-        BrindletEditor* editor = OpenEditor();
-        QVERIFY(editor);
+        QVERIFY(OpenEditor());
         QVERIFY(FocusActive(editor));
         editor->window()->setFocus();
         editor->setFocus();
@@ -538,8 +503,7 @@ private slots:
 
     void paletteStandsCentredAtTheTopOfTheCodeArea()
     {
-        BrindletEditor* editor = OpenEditor();
-        QVERIFY(editor);
+        QVERIFY(OpenEditor());
         // Well inside the screen, so that no edge moves the palette.
         editor->window()->setGeometry(QRect(QPoint(0, 0), QSize(760, 500)));
         QVERIFY(editor->window()->screen()->availableGeometry().width() >= 760);
@@ -553,27 +517,30 @@ private slots:
         QCOMPARE(palette->geometry().center().x(), areaTopLeft.x() + area->width() / 2 - 1);
     }
 
-    // Ctrl held: Tab steps through the group's recent editors; letting go of Ctrl switches.
+    // Ctrl held: Tab steps through the group's recent editors; letting go of Ctrl switches, Escape
+    // keeps the editor that was current.
     void editorModeSwitchesLikeAWindowSwitcher_data()
     {
         QTest::addColumn<bool>("reverse");
         QTest::addColumn<int>("tabs");
+        QTest::addColumn<bool>("escape");
         QTest::addColumn<QString>("expected");
-        QTest::newRow("second most recent") << false << 0 << QStringLiteral("b.mel");
-        QTest::newRow("one more") << false << 1 << QStringLiteral("a.mel");
-        QTest::newRow("wraps to the current") << false << 3 << QStringLiteral("c.mel");
-        QTest::newRow("reverse: the oldest") << true << 0 << QStringLiteral("MEL");
+        QTest::newRow("second most recent") << false << 0 << false << QStringLiteral("b.mel");
+        QTest::newRow("one more") << false << 1 << false << QStringLiteral("a.mel");
+        QTest::newRow("wraps to the current") << false << 3 << false << QStringLiteral("c.mel");
+        QTest::newRow("reverse: the oldest") << true << 0 << false << QStringLiteral("MEL");
+        QTest::newRow("escape") << true << 1 << true << QStringLiteral("c.mel");
     }
 
     void editorModeSwitchesLikeAWindowSwitcher()
     {
         QFETCH(bool, reverse);
         QFETCH(int, tabs);
+        QFETCH(bool, escape);
         QFETCH(QString, expected);
         for (const char* name : {"a.mel", "b.mel", "c.mel"})
             MakeFile(QLatin1String(name), "// file\n");
-        BrindletEditor* editor = OpenEditor();
-        QVERIFY(editor);
+        QVERIFY(OpenEditor());
         // Close the Python buffer so the group holds four: MEL, then a, b, c used in that order.
         CodeEditorGroup* group = editor->GetActiveCodeEditorGroup();
         QVERIFY(group->GetCount() == 2);
@@ -602,29 +569,18 @@ private slots:
             QApplication::sendEvent(list, &release);
             QVERIFY(palette->isVisible());
         }
-        QTest::keyRelease(list, Qt::Key_Control);
+        if (escape)
+            QTest::keyClick(list, Qt::Key_Escape);
+        else
+            QTest::keyRelease(list, Qt::Key_Control);
         QVERIFY(!palette->isVisible());
         QCOMPARE(editor->GetActiveCodeEditor()->GetLabel(), expected);
-    }
-
-    void editorModeEscapeKeepsTheEditor()
-    {
-        BrindletEditor* editor = OpenEditor();
-        QVERIFY(editor);
-        QVERIFY(FocusActive(editor));
-        const QString current = editor->GetActiveCodeEditor()->GetLabel();
-        editor->NextUsedEditor(false);
-        GoToWidget* palette = editor->GetGoToWidget();
-        QVERIFY(palette->isVisible());
-        QTest::keyClick(palette->GetListView(), Qt::Key_Backtab);
-        QTest::keyClick(palette->GetListView(), Qt::Key_Escape);
-        QVERIFY(!palette->isVisible());
-        QCOMPARE(editor->GetActiveCodeEditor()->GetLabel(), current);
     }
 
 private:
     std::unique_ptr<HostFixture> fixture;
     std::unique_ptr<QTemporaryDir> workspace;
+    BrindletEditor* editor = nullptr;
 };
 
 QTEST_MAIN(TestGoToWidget)

@@ -231,29 +231,6 @@ private slots:
         QFile::remove(path);
     }
 
-    void recognisesPlainStrings_data()
-    {
-        QTest::addColumn<QRegularExpression>("regEx");
-        QTest::addColumn<bool>("plain");
-        QTest::newRow("word") << CreateSearchRegEx("polyCube", true, false, false) << true;
-        QTest::newRow("escaped dots, any case") << CreateSearchRegEx("a.b(c)", false, false, false) << true;
-        QTest::newRow("whole words") << CreateSearchRegEx("a b", true, true, false) << true;
-        QTest::newRow("expression that is a word") << CreateSearchRegEx("setAttr", true, false, true) << true;
-        QTest::newRow("expression with a dot") << CreateSearchRegEx("a.b", true, false, true) << false;
-        QTest::newRow("class") << CreateSearchRegEx("\\d", true, false, true) << false;
-        QTest::newRow("inner boundary") << CreateSearchRegEx("a\\bb", true, false, true) << false;
-        QTest::newRow("not ascii") << CreateSearchRegEx(QStringLiteral("caf\u00e9"), true, false, false) << false;
-        QTest::newRow("multi-line option") << QRegularExpression("a", QRegularExpression::MultilineOption) << false;
-        QTest::newRow("empty") << QRegularExpression() << false;
-    }
-
-    void recognisesPlainStrings()
-    {
-        QFETCH(QRegularExpression, regEx);
-        QFETCH(bool, plain);
-        QCOMPARE(LiteralSearch(regEx).IsValid(), plain);
-    }
-
     // Plain words are searched on the bytes of ASCII files. Random ASCII files, every needle with and without case and whole words: the file search
     // gives what the expression gives on each line alone.
     void fileMatchesEqualTheExpressionsOnEachLine()

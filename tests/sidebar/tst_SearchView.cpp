@@ -1,5 +1,6 @@
 #include "EditorWindow.h"
 #include "HostFixture.h"
+#include "ModalAnswer.h"
 #include "TestFiles.h"
 #include "editor/CodeEditor.h"
 #include "editor/FindReplaceWidget.h"
@@ -295,17 +296,15 @@ private slots:
         QCOMPARE(b->GetText(), QStringLiteral("import sys\nos.path  # os twice: os\n"));
 
         // The rest after the question.
-        QTimer::singleShot(50, []
-        {
-            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-            if (!box)
-                return;
-            for (QAbstractButton* button : box->buttons())
-            {
-                if (button->text() == QLatin1String("Replace"))
-                    button->click();
-            }
-        });
+        WhenModal<QMessageBox>(this,
+                               [](QMessageBox* box)
+                               {
+                                   for (QAbstractButton* button : box->buttons())
+                                   {
+                                       if (button->text() == QLatin1String("Replace"))
+                                           button->click();
+                                   }
+                               });
         View()->ReplaceAll();
         QCOMPARE(b->GetText(), QStringLiteral("import sys\nsys.path  # sys twice: sys\n"));
         CodeEditor* z = OpenedEditor(Ws("c/deep/z.py"));

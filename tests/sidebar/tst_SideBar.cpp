@@ -116,13 +116,22 @@ private:
         return opened;
     }
 
-    // A new buffer of the language with the text, made active and parsed as after typing.
+    // A new buffer of the language with the text, made active, the cursor at its end.
     CodeEditor* Buffer(CodeEditorLanguage language, const QString& text)
     {
         editor->NewBuffer(language);
         CodeEditor* codeEditor = editor->GetActiveCodeEditor();
         codeEditor->SetText(text);
+        codeEditor->moveCursor(QTextCursor::End);
         return codeEditor;
+    }
+
+    // Keys typed at the end of the buffer; the parse follows through the editor's timer.
+    static void TypeAtEnd(CodeEditor* codeEditor, const QString& keys)
+    {
+        codeEditor->moveCursor(QTextCursor::End);
+        codeEditor->setFocus();
+        QTest::keyClicks(codeEditor, keys);
     }
 
     QStringList SectionOrder() const
@@ -276,9 +285,6 @@ private slots:
     void quickHelpListsFlagsAndInserts()
     {
         CodeEditor* mel = Buffer(CodeEditorLanguage::MEL, QStringLiteral("stackTrace "));
-        QTextCursor cursor = mel->textCursor();
-        cursor.movePosition(QTextCursor::End);
-        mel->setTextCursor(cursor);
         editor->SetQuickHelpSearchText(QString(), true);
         QuickHelpView* view = editor->GetSideBar()->GetQuickHelpView();
         QCOMPARE(editor->GetSideBar()->GetView(), SideBarViewQuickHelp);
@@ -295,9 +301,6 @@ private slots:
         DoubleClick(flags, 1);
         QCOMPARE(mel->GetText(), QStringLiteral("stackTrace -dump"));
         CodeEditor* python = Buffer(CodeEditorLanguage::PYTHON, QStringLiteral("cmds.stackTrace("));
-        cursor = python->textCursor();
-        cursor.movePosition(QTextCursor::End);
-        python->setTextCursor(cursor);
         DoubleClick(flags, 0);
         QCOMPARE(python->GetText(), QStringLiteral("cmds.stackTrace(state"));
 
@@ -316,11 +319,7 @@ private slots:
         QTRY_COMPARE(OutlineRows(), (QStringList{"gamma", "alpha", "$gBeta"}));
 
         // Typing reaches the outline through the editor's timer and the parser.
-        QTextCursor cursor = mel->textCursor();
-        cursor.movePosition(QTextCursor::End);
-        mel->setTextCursor(cursor);
-        mel->setFocus();
-        QTest::keyClicks(mel, QStringLiteral("proc delta() {}"));
+        TypeAtEnd(mel, QStringLiteral("proc delta() {}"));
         QTRY_COMPARE(OutlineRows(), (QStringList{"gamma", "alpha", "$gBeta", "delta"}));
 
         // A click on a symbol selects its name in the editor.
@@ -359,11 +358,7 @@ private slots:
         QCOMPARE(p->data(0, Qt::UserRole + 1).toInt() - p->data(0, Qt::UserRole).toInt(), 1);
 
         // A rebuild after typing keeps the node open.
-        QTextCursor cursor = python->textCursor();
-        cursor.movePosition(QTextCursor::End);
-        python->setTextCursor(cursor);
-        python->setFocus();
-        QTest::keyClicks(python, QStringLiteral("def omega(): pass"));
+        TypeAtEnd(python, QStringLiteral("def omega(): pass"));
         QTRY_VERIFY(Find(OutlineTree(), QStringLiteral("omega")));
         QVERIFY(Find(OutlineTree(), QStringLiteral("Rig"))->isExpanded());
 
@@ -395,11 +390,7 @@ private slots:
         QVERIFY(bar->maximum() > 50);
         bar->setValue(40);
         // The next parse, after a key, rebuilds the tree at the same place.
-        QTextCursor cursor = mel->textCursor();
-        cursor.movePosition(QTextCursor::End);
-        mel->setTextCursor(cursor);
-        mel->setFocus();
-        QTest::keyClicks(mel, QStringLiteral("proc q() {}"));
+        TypeAtEnd(mel, QStringLiteral("proc q() {}"));
         QTRY_COMPARE(OutlineTree()->topLevelItemCount(), 201);
         QCOMPARE(bar->value(), 40);
     }

@@ -84,6 +84,12 @@ QStringList ChildTexts(const QTreeWidgetItem* item)
     return texts;
 }
 
+// The folders a workspace file lists.
+QVariantList Folders(const QByteArray& json)
+{
+    return QJsonDocument::fromJson(json).object().value("folders").toArray().toVariantList();
+}
+
 QTreeWidgetItem* Child(QTreeWidgetItem* item, const QString& text)
 {
     for (int i = 0; item && i < item->childCount(); ++i)
@@ -267,8 +273,7 @@ private slots:
         QCOMPARE(view->GetTitleText(), QStringLiteral("<strong>WORKSPACE</strong>"));
         const QByteArray written = TestFiles::Read(path);
         QVERIFY(written.contains("\n    \"folders\""));
-        QCOMPARE(QJsonDocument::fromJson(written).object().value("folders").toArray().toVariantList(),
-                 (QVariantList{Disk("first"), Disk("second")}));
+        QCOMPARE(Folders(written), (QVariantList{Disk("first"), Disk("second")}));
 
         // Saved under another name, the title follows the file's name.
         const QString rigging = QDir(Settings::GetWorkspacesDirectoryPath()).filePath("rigging.bq2-workspace");
@@ -285,12 +290,7 @@ private slots:
         // Removing a root rewrites the file at once; nothing on disk goes.
         view->GetTreeWidget()->setCurrentItem(view->GetTreeWidget()->topLevelItem(0));
         view->GetTreeWidget()->RemoveFolderFromWorkspace();
-        QCOMPARE(QJsonDocument::fromJson(TestFiles::Read(rigging))
-                     .object()
-                     .value("folders")
-                     .toArray()
-                     .toVariantList(),
-                 (QVariantList{Disk("second")}));
+        QCOMPARE(Folders(TestFiles::Read(rigging)), (QVariantList{Disk("second")}));
         QVERIFY(QFileInfo::exists(Disk("first")));
         // The next rebuild lets go of the removed root's watch and keeps the other.
         view->GetTreeWidget()->Refresh();

@@ -1,7 +1,10 @@
-// Real text: the string and comment stretches that PythonHighlighter records over a fixed sample
-// of the standard library, against Python's own tokenize. Every disagreement must belong to a
-// class that a highlighting rule explains; bench/highlighter_tokenize_compare.py classifies them.
+// Real text, fixed samples of the standard library: the string and comment stretches that
+// PythonHighlighter records, against Python's own tokenize, and the items that PythonParser finds,
+// against Python's ast. Every disagreement must belong to a class that a rule explains;
+// bench/highlighter_tokenize_compare.py and bench/python_ast_facts.py classify them, and
+// bench/bench_PythonParserAgainstAst measures the whole library.
 #include "HostFixture.h"
+#include "PythonAstComparison.h"
 #include "bench/PythonCorpusDump.h"
 
 #include <QtCore/QJsonArray>
@@ -32,7 +35,7 @@ QJsonObject ReadJson(const QString& path)
 }
 } // namespace
 
-class TestPythonHighlighterCorpus : public QObject
+class TestPythonCorpus : public QObject
 {
     Q_OBJECT
 
@@ -109,7 +112,33 @@ private slots:
         const QJsonObject classes = ReadJson(SummaryPath()).value(QStringLiteral("classes")).toObject();
         QVERIFY2(classes.value(QStringLiteral("unexplained")).toInt() > 0, qPrintable(report));
     }
+
+    // Chosen for variety: decorators, nested classes, long import lists, __main__ guards, backslash
+    // continuations, tabs.
+    void parserAgreesWithAst()
+    {
+        const QStringList names = QStringLiteral("abc argparse bdb calendar dataclasses enum functools imaplib "
+                                                 "pathlib pydoc tabnanny typing")
+                                      .split(QLatin1Char(' '));
+        QStringList files;
+        for (const QString& name : names)
+            files.append(QStringLiteral("/usr/lib/python3.11/%1.py").arg(name));
+        const QString script = QFINDTESTDATA("../../bench/python_ast_facts.py");
+        QVERIFY(!script.isEmpty());
+        PythonAstComparison::Totals totals;
+        QVERIFY(PythonAstComparison::Run(files, script, totals));
+        const QString report = PythonAstComparison::Report(totals);
+        QCOMPARE(totals.files, names.size());
+        QCOMPARE(totals.astFiles, names.size());
+        QVERIFY2(totals.astItems > 1000, qPrintable(report));
+        for (auto it = totals.classes.cbegin(); it != totals.classes.cend(); ++it)
+            QVERIFY2(!it.key().contains(QLatin1String("unexplained")), qPrintable(report));
+        for (auto it = totals.faultClasses.cbegin(); it != totals.faultClasses.cend(); ++it)
+            QVERIFY2(!it.key().contains(QLatin1String("unexplained")), qPrintable(report));
+        // Nine items in ten, at least, as ast has them.
+        QVERIFY2(totals.agreed * 10 >= totals.astItems * 9, qPrintable(report));
+    }
 };
 
-QTEST_MAIN(TestPythonHighlighterCorpus)
-#include "tst_PythonHighlighterCorpus.moc"
+QTEST_MAIN(TestPythonCorpus)
+#include "tst_PythonCorpus.moc"
