@@ -49,9 +49,10 @@ qsizetype ProcHeadLength(QStringView line, bool global)
     qsizetype index = 0;
     if (global)
     {
-        if (!line.startsWith(QLatin1String("global")))
+        static constexpr QLatin1String globalWord("global");
+        if (!line.startsWith(globalWord))
             return -1;
-        index = 6;
+        index = globalWord.size();
         const qsizetype blanks = index;
         while (index < line.size() && IsBlank(line.at(index)))
             ++index;
