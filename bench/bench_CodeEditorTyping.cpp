@@ -164,6 +164,11 @@ private slots:
         cursor.movePosition(QTextCursor::EndOfBlock);
         pythonEditor->setTextCursor(cursor);
         pythonEditor->centerCursor();
+        // The buffer's first highlight goes on in later turns; they are not the key's cost.
+        const auto* highlighter = pythonEditor->document()->findChild<Highlighter*>();
+        QVERIFY(highlighter);
+        while (highlighter->IsHighlightPending())
+            QCoreApplication::processEvents();
         QBENCHMARK
         {
             QTest::keyClick(pythonEditor.get(), Qt::Key_A);
@@ -199,7 +204,8 @@ private slots:
         // that was recoloured: the rows without it show the highlighter's own share.
         for (const bool errorBar : {false, true})
         {
-            QTest::addRow("mel /*%s", errorBar ? ", error bar" : "") << false << QStringLiteral("/*") << errorBar;
+            QTest::addRow("mel /*%s", errorBar ? ", error bar" : "")
+                << false << QStringLiteral("/*") << errorBar;
             QTest::addRow("python \"\"\"%s", errorBar ? ", error bar" : "")
                 << true << QStringLiteral("\"\"\"") << errorBar;
         }

@@ -1,5 +1,6 @@
 // Tab rules, font, zoom, colours and overwrite mode of CodeEditor, as the settings give them.
 #include "editor/CodeEditor.h"
+#include "language/Highlighter.h"
 
 #include "settings/ColorSettings.h"
 #include "settings/Settings.h"
@@ -103,7 +104,9 @@ void CodeEditor::UpdateFontsAndColors()
     QPalette viewportPalette = viewport()->palette();
     ApplyEditorColors(viewportPalette);
     viewport()->setPalette(viewportPalette);
-    if (highlighter)
+    if (auto* own = qobject_cast<Highlighter*>(highlighter.data()))
+        own->HighlightDocument();
+    else if (highlighter)
         highlighter->rehighlight();
     UpdateExtraSelections();
 }

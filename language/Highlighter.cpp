@@ -113,9 +113,26 @@ private:
     QVarLengthArray<int, 8> positions;
 };
 
+// The needles here are delimiters and short words: a scan for the first character, which is
+// vectorised, beats the general search's set-up on lines of code.
+int IndexOfText(const QString& text, const QString& needle, int from)
+{
+    const int size = int(needle.size());
+    if (size == 0)
+        return from <= text.size() ? from : -1;
+    const QChar first = needle.front();
+    for (int i = int(text.indexOf(first, from)); i >= 0 && i + size <= text.size();
+         i = int(text.indexOf(first, i + 1)))
+    {
+        if (QStringView(text).mid(i, size) == needle)
+            return i;
+    }
+    return -1;
+}
+
 bool CanMatch(const Highlighter::HighlightingRule& rule, const QString& text)
 {
-    if (!rule.requiredText.isEmpty() && !text.contains(rule.requiredText))
+    if (!rule.requiredText.isEmpty() && IndexOfText(text, rule.requiredText, 0) < 0)
         return false;
     if (rule.requiredCharacters.isEmpty())
         return true;
@@ -140,7 +157,7 @@ int FindStart(const Highlighter::MultiLineHighlightingRule& rule, const QString&
     if (rule.startText.size() == 1)
         return int(text.indexOf(rule.startText.front(), from));
     if (!rule.startText.isEmpty())
-        return int(text.indexOf(rule.startText, from));
+        return IndexOfText(text, rule.startText, from);
     const QRegularExpressionMatch match = rule.startPattern.match(text, from);
     return match.hasMatch() ? int(match.capturedStart(0)) : -1;
 }
@@ -170,51 +187,67 @@ Highlighter::Highlighter(QTextDocument* document) : QSyntaxHighlighter(document)
 {
     if (!sWhitespaceFormat)
         sWhitespaceFormat = ColorSettings::GetCodeEditorFormatPtr(ColorSettings::WHITESPACES, false);
-    // Edits reach the base's own slot through this class, which bounds the pass. Where the base
-    // is not connected that way, edits keep the base's unbounded behaviour.
-    if (document &&
-        disconnect(document, SIGNAL(contentsChange(int, int, int)), this, SLOT(_q_reformatBlocks(int, int, int))))
-    {
-        canDefer = true;
+    // Edits are highlighted by the bounded passes of this class instead of the base's slot. Where
+    // the base is not connected that way, edits keep the base's unbounded behaviour.
+    if (document && disconnect(document, SIGNAL(contentsChange(int, int, int)), this,
+                               SLOT(_q_reformatBlocks(int, int, int))))
         connect(document, SIGNAL(contentsChange(int, int, int)), this, SLOT(OnContentsChange(int, int, int)));
-    }
 }
 
 void Highlighter::OnContentsChange(int from, int charsRemoved, int charsAdded)
 {
-    if (!bounded)
-    {
-        passTimer.start();
-        passBlocks = 0;
-    }
-    Pass(from, charsRemoved, charsAdded);
+    passTimer.start();
+    Pass(from, charsRemoved, charsAdded, true);
 }
 
-void Highlighter::Pass(int from, int charsRemoved, int charsAdded)
+void Highlighter::HighlightDocument()
 {
     QTextDocument* doc = document();
     if (!doc)
         return;
-    const bool outer = !bounded;
-    if (outer)
-    {
-        // The blocks that the base redoes whatever their states, found as the base finds them.
-        const QTextBlock last = doc->findBlock(from + charsAdded + (charsRemoved > 0 ? 1 : 0));
-        passEnd = last.isValid() ? last.position() + last.length() : doc->characterCount();
-        bounded = true;
-        stopped = false;
-    }
-    QMetaObject::invokeMethod(this, "_q_reformatBlocks", Qt::DirectConnection, Q_ARG(int, from),
-                              Q_ARG(int, charsRemoved), Q_ARG(int, charsAdded));
-    if (outer)
-    {
-        bounded = false;
-        stopped = false;
-    }
+    pending = false;
+    Pass(0, 0, doc->characterCount(), false);
 }
 
-// Goes on in steps of a few hundred blocks, so that a turn never walks the whole put-off range:
-// the base visits every block of the range it is given, also those past the budget.
+// The blocks that the edit touched, then those below while their states change, as the base
+// walks them.
+void Highlighter::Pass(int from, int charsRemoved, int charsAdded, bool budgeted)
+{
+    QTextDocument* doc = document();
+    if (!doc)
+        return;
+    QTextBlock target = doc->findBlock(from);
+    const QTextBlock last = doc->findBlock(from + charsAdded + (charsRemoved > 0 ? 1 : 0));
+    const int end = last.isValid() ? last.position() + last.length() : doc->characterCount();
+    // Positions by length from the first: a block's position is a walk of the document's tree.
+    blockPosition = target.isValid() ? target.position() : 0;
+    bool force = false;
+    int blocks = 0;
+    while (target.isValid() && (blockPosition < end || force))
+    {
+        if (budgeted && ++blocks > BUDGET_MIN_BLOCKS && passTimer.hasExpired(BUDGET_MS))
+        {
+            DeferFrom(target, end);
+            break;
+        }
+        const int before = target.userState();
+        HighlightOwnBlock(target);
+        force = target.userState() != before;
+        blockPosition += target.length();
+        target = target.next();
+    }
+    FlushDirty();
+}
+
+void Highlighter::HighlightOwnBlock(const QTextBlock& target)
+{
+    block = target;
+    ownPass = true;
+    highlightBlock(target.text());
+    ownPass = false;
+    block = QTextBlock();
+}
+
 void Highlighter::ContinueHighlighting()
 {
     continuationQueued = false;
@@ -222,59 +255,19 @@ void Highlighter::ContinueHighlighting()
     if (!pending || !doc || pendingStart.document() != doc)
         return;
     pending = false;
-    int from = pendingStart.position();
+    const int from = pendingStart.position();
     const int end = pendingEnd.position();
     passTimer.start();
-    passBlocks = 0;
-    while (from < end)
-    {
-        const QTextBlock first = doc->findBlock(from);
-        QTextBlock last = doc->findBlockByNumber(first.blockNumber() + CONTINUATION_BLOCKS - 1);
-        if (!last.isValid() || last.position() >= end)
-            last = doc->findBlock(end - 1);
-        lastHighlighted = QTextBlock();
-        Pass(first.position(), 0, last.position() - first.position());
-        if (pending)
-        {
-            pendingEnd.setPosition(qMax(pendingEnd.position(), qMin(end, doc->characterCount() - 1)));
-            return;
-        }
-        from = last.position() + last.length();
-        if (lastHighlighted.isValid())
-            from = qMax(from, lastHighlighted.position() + lastHighlighted.length());
-        if (from < end && passTimer.hasExpired(BUDGET_MS))
-        {
-            DeferFrom(doc->findBlock(from));
-            pendingEnd.setPosition(qMin(end, doc->characterCount() - 1));
-            return;
-        }
-    }
+    Pass(from, 0, qMax(0, end - from - 1), true);
 }
 
-bool Highlighter::IsOverBudget()
-{
-    if (!bounded)
-        return false;
-    if (stopped)
-        return true;
-    return ++passBlocks > BUDGET_MIN_BLOCKS && passTimer.hasExpired(BUDGET_MS);
-}
-
-// The block's colours stay as they are; its state and data are not touched.
-void Highlighter::KeepCurrentBlock()
-{
-    const QTextLayout* layout = currentBlock().layout();
-    if (!layout)
-        return;
-    for (const QTextLayout::FormatRange& range : layout->formats())
-        setFormat(range.start, range.length, range.format);
-}
-
-void Highlighter::DeferFrom(const QTextBlock& block)
+// Blocks from this one on keep their colours and states until a later turn redoes them, up to the
+// end the interrupted pass had to reach at least.
+void Highlighter::DeferFrom(const QTextBlock& from, int end)
 {
     QTextDocument* doc = document();
-    int start = block.position();
-    int end = qMax(passEnd, block.position() + block.length());
+    int start = from.position();
+    end = qMax(end, from.position() + from.length());
     if (pending && pendingStart.document() == doc)
     {
         start = qMin(start, pendingStart.position());
@@ -290,6 +283,18 @@ void Highlighter::DeferFrom(const QTextBlock& block)
         continuationQueued = true;
         QTimer::singleShot(0, this, SLOT(ContinueHighlighting()));
     }
+}
+
+int Highlighter::PreviousBlockState() const
+{
+    const QTextBlock previous = block.isValid() ? block.previous() : QTextBlock();
+    return previous.isValid() ? previous.userState() : -1;
+}
+
+void Highlighter::SetCurrentBlockState(int state)
+{
+    if (block.isValid())
+        block.setUserState(state);
 }
 
 HighlighterWordIndex& Highlighter::MelKeywordIndex()
@@ -550,7 +555,7 @@ int Highlighter::GetActiveRuleIndex(const QString& text, int& index) const
 
 CodeEditorBlockData* Highlighter::CurrentBlockData() const
 {
-    return blockData ? blockData : dynamic_cast<CodeEditorBlockData*>(currentBlockUserData());
+    return blockData ? blockData : dynamic_cast<CodeEditorBlockData*>(block.userData());
 }
 
 // The passes keep their order of priority (a later one overwrites an earlier one), but strings
@@ -558,15 +563,18 @@ CodeEditorBlockData* Highlighter::CurrentBlockData() const
 // skipped on lines that lie wholly inside them, as in a long docstring or comment.
 void Highlighter::highlightBlock(const QString& text)
 {
-    if (IsOverBudget())
+    if (ownPass)
     {
-        if (!stopped)
-            DeferFrom(currentBlock());
-        stopped = true;
-        KeepCurrentBlock();
+        HighlightText(text);
         return;
     }
-    lastHighlighted = currentBlock();
+    block = currentBlock();
+    HighlightText(text);
+    block = QTextBlock();
+}
+
+void Highlighter::HighlightText(const QString& text)
+{
     const int n = int(text.size());
     baseLayer.resize(n);
     spanLayer.resize(n);
@@ -583,6 +591,7 @@ void Highlighter::highlightBlock(const QString& text)
     {
         paintLayer = &baseLayer;
         blockData = nullptr;
+        FlushFormats(0);
         return;
     }
     if (!SpansCoverLine(text))
@@ -602,12 +611,12 @@ void Highlighter::highlightBlock(const QString& text)
 
 void Highlighter::ClearBlockData()
 {
-    setCurrentBlockState(-1);
+    SetCurrentBlockState(-1);
     CodeEditorBlockData* data = CurrentBlockData();
     if (data)
         data->Clear();
-    else
-        setCurrentBlockUserData(new CodeEditorBlockData);
+    else if (block.isValid())
+        block.setUserData(new CodeEditorBlockData);
 }
 
 void Highlighter::ApplyRules(const QString& text, const QList<HighlightingRule>& list)
@@ -636,19 +645,90 @@ void Highlighter::Paint(int start, int count, const QTextCharFormat* format)
         layer[i] = format;
 }
 
-void Highlighter::FlushFormats(int length)
+// Calls visit(start, end, format) for each run of characters with one format that is not empty.
+template <typename Visit> void Highlighter::ForEachFormatRun(int length, Visit visit) const
 {
     int i = 0;
     while (i < length)
     {
-        const QTextCharFormat* format = spanLayer[i] ? spanLayer[i] : baseLayer[i];
+        const QTextCharFormat* format = FormatAt(i);
         int end = i + 1;
-        while (end < length && (spanLayer[end] ? spanLayer[end] : baseLayer[end]) == format)
+        while (end < length && FormatAt(end) == format)
             ++end;
-        if (format)
-            setFormat(i, end - i, *format);
+        if (format && !format->isEmpty())
+            visit(i, end, format);
         i = end;
     }
+}
+
+void Highlighter::FlushFormats(int length)
+{
+    if (ownPass)
+        SetLayoutFormats(length);
+    else
+        ForEachFormatRun(length, [this](int start, int end, const QTextCharFormat* format)
+                         { setFormat(start, end - start, *format); });
+}
+
+// The ranges that QSyntaxHighlighter would set: equal formats side by side are one range, an empty
+// format is none, and a range of the input method's text being composed stays, with the colours
+// moved around it.
+void Highlighter::SetLayoutFormats(int length)
+{
+    QTextLayout* layout = block.layout();
+    if (!layout)
+        return;
+    formatRanges.clear();
+    const QTextCharFormat* previous = nullptr;
+    ForEachFormatRun(length,
+                     [&](int start, int end, const QTextCharFormat* format)
+                     {
+                         if (previous &&
+                             formatRanges.constLast().start + formatRanges.constLast().length == start &&
+                             (previous == format || *previous == *format))
+                             formatRanges.last().length += end - start;
+                         else
+                             formatRanges.append({start, end - start, *format});
+                         previous = format;
+                     });
+    const QList<QTextLayout::FormatRange> before = layout->formats();
+    const int preeditLength = int(layout->preeditAreaText().size());
+    if (preeditLength != 0)
+        MoveAroundPreedit(before, layout->preeditAreaPosition(), preeditLength);
+    if (formatRanges == before)
+        return;
+    layout->setFormats(formatRanges);
+    dirtyFrom = dirtyFrom < 0 ? blockPosition : qMin(dirtyFrom, blockPosition);
+    dirtyTo = qMax(dirtyTo, blockPosition + block.length());
+}
+
+void Highlighter::MoveAroundPreedit(const QList<QTextLayout::FormatRange>& before, int start, int length)
+{
+    QList<QTextLayout::FormatRange> ranges;
+    for (const QTextLayout::FormatRange& range : before)
+    {
+        if (range.start >= start && range.start + range.length <= start + length)
+            ranges.append(range);
+    }
+    for (QTextLayout::FormatRange range : std::as_const(formatRanges))
+    {
+        if (range.start >= start)
+            range.start += length;
+        else if (range.start + range.length >= start)
+            range.length += length;
+        ranges.append(range);
+    }
+    formatRanges = ranges;
+}
+
+// One stretch for the pass: the plain text layout then lays out again, when shown, the blocks in
+// it, instead of laying out each recoloured block at once.
+void Highlighter::FlushDirty()
+{
+    QTextDocument* doc = document();
+    if (doc && dirtyFrom >= 0)
+        doc->markContentsDirty(dirtyFrom, qMin(dirtyTo, doc->characterCount()) - dirtyFrom);
+    dirtyFrom = dirtyTo = -1;
 }
 
 // True when strings and comments leave nothing but blanks: the passes before them would be
@@ -678,7 +758,7 @@ void Highlighter::HighlightKeywords(const QString&) {}
 
 void Highlighter::HighlightBuiltins(const QString&) {}
 
-void Highlighter::UpdateSmartIndentData(CodeEditorBlockData*, const QString&) {}
+void Highlighter::UpdateSmartIndentData(CodeEditorBlockData*, QStringView) {}
 
 bool Highlighter::IsWordPlacementValid(const QString& text, int position, WordPlacement placement)
 {
@@ -767,7 +847,7 @@ int Highlighter::FindEnd(const MultiLineHighlightingRule& rule, const QString& t
         length = int(rule.endText.size());
         if (length == 1)
             return int(text.indexOf(rule.endText.front(), from));
-        return int(text.indexOf(rule.endText, from));
+        return IndexOfText(text, rule.endText, from);
     }
     const QRegularExpressionMatch match = rule.endPattern.match(text, from);
     if (!match.hasMatch())
@@ -789,7 +869,7 @@ void Highlighter::UpdateMultiLine(const QString& text)
 
     // A state left by another language's highlighter, before the rehighlight reaches this
     // block, names no rule here.
-    const int previous = previousBlockState();
+    const int previous = PreviousBlockState();
     if (previous < 0 || previous >= multiLineRules.size())
     {
         activeIndex = ActiveRule(multiLineRules, text, startIndex, memo);
@@ -831,18 +911,18 @@ void Highlighter::UpdateMultiLine(const QString& text)
             length = endIndex - startIndex + capturedLength;
             if (rule->blockComment && data)
                 data->AppendBlockComment(endIndex + capturedLength, -1);
-            setCurrentBlockState(-1);
+            SetCurrentBlockState(-1);
             reachedLineEnd = rule->endsAtEol;
         }
         else if (rule->continuesWithBackslash && !text.endsWith(QLatin1Char('\\')))
         {
-            setCurrentBlockState(-1);
+            SetCurrentBlockState(-1);
             endsAtEol = true;
             length = n - startIndex;
         }
         else
         {
-            setCurrentBlockState(activeIndex);
+            SetCurrentBlockState(activeIndex);
             length = n - startIndex;
         }
         if (rule->format)
@@ -880,7 +960,7 @@ void Highlighter::UpdateMultiLine(const QString& text)
         }
     }
 
-    const int state = currentBlockState();
+    const int state = CurrentBlockState();
     if (data && (activeIndex >= 0 || state >= 0 || endsAtEol))
     {
         data->AppendIgnorePosition(n - 1, n);
@@ -904,18 +984,18 @@ void Highlighter::UpdateBlockData(const QString& text, int start, int end, bool 
     // A stretch of code followed by a string is not the line's tail.
     if (end >= 0 && !force)
         return;
-    QString segment;
+    QStringView segment;
     if (end >= 0)
     {
         data->SetNonCommentLength(end + 1);
         // One character short of the stretch: the segment stops before the character in front of
         // the comment.
-        segment = text.mid(start, qMax(0, end - start));
+        segment = QStringView(text).mid(start, qMax(0, end - start));
     }
     else
     {
         data->SetNonCommentLength(int(text.size()));
-        segment = text.mid(start);
+        segment = QStringView(text).mid(start);
     }
     UpdateSmartIndentData(data, segment);
 }
@@ -975,6 +1055,6 @@ void Highlighter::UsePreviousIndent()
     if (!data)
         return;
     const CodeEditorBlockData* previous =
-        dynamic_cast<const CodeEditorBlockData*>(currentBlock().previous().userData());
+        dynamic_cast<const CodeEditorBlockData*>(block.previous().userData());
     data->SetIndent(previous ? previous->GetIndent() : QString());
 }

@@ -9,9 +9,10 @@
 #include <QtCore/QStringList>
 #include <QtCore/QVarLengthArray>
 #include <QtGui/QSyntaxHighlighter>
-#include <QtGui/QTextCharFormat>
 #include <QtGui/QTextBlock>
+#include <QtGui/QTextCharFormat>
 #include <QtGui/QTextCursor>
+#include <QtGui/QTextLayout>
 
 class CodeEditorBlockData;
 
@@ -33,13 +34,13 @@ public:
     enum class FastMatch
     {
         None,
-        Number,              // \b[0-9]*[.]?[0-9]*
-        Word,                // \bword\b
-        NameAfterWord,       // (?<=\bword)\s+[A-Za-z0-9_]+(?=\s*\()
-        Call,                // \b[A-Za-z0-9_]+(?=\s*\()
-        CallNotAfterDash,    // (?<![A-Za-z0-9_\-])[A-Za-z0-9_]+(?=\s*\()
-        Variable,            // (?<![A-Za-z0-9_])(\$)[A-Za-z0-9_]+
-        Decorator,           // ^[\s]*[@](.)*
+        Number,           // \b[0-9]*[.]?[0-9]*
+        Word,             // \bword\b
+        NameAfterWord,    // (?<=\bword)\s+[A-Za-z0-9_]+(?=\s*\()
+        Call,             // \b[A-Za-z0-9_]+(?=\s*\()
+        CallNotAfterDash, // (?<![A-Za-z0-9_\-])[A-Za-z0-9_]+(?=\s*\()
+        Variable,         // (?<![A-Za-z0-9_])(\$)[A-Za-z0-9_]+
+        Decorator,        // ^[\s]*[@](.)*
     };
 
     struct HighlightingRule
@@ -109,13 +110,18 @@ public:
     // the editor responsive; the rest follows in later turns of the event loop.
     bool IsHighlightPending() const { return pending; }
 
+public slots:
+    // The result of rehighlight(), without its cost per character and without laying out again the
+    // blocks whose colours did not change.
+    void HighlightDocument();
+
 protected:
     void highlightBlock(const QString& text) override;
     virtual void HighlightEarlyRules(const QString& text);
     virtual void HighlightKeywords(const QString& text);
     virtual void HighlightBuiltins(const QString& text);
     virtual void HighlightRules(const QString& text);
-    virtual void UpdateSmartIndentData(CodeEditorBlockData* data, const QString& segment);
+    virtual void UpdateSmartIndentData(CodeEditorBlockData* data, QStringView segment);
 
     void UpdateBlockData(const QString& text, int start, int end, bool force);
     void UpdateBraceData(CodeEditorBlockData* data, const QString& text, int start, int end);
@@ -172,36 +178,54 @@ private slots:
 private:
     // An edit re-highlights the blocks it touched and then every block below while their states
     // change: at the top of a long buffer, an opened block comment or triple quote would colour
-    // the whole buffer before the key returns. So the work of one such pass is bounded; the block
-    // where it stops keeps its old colours and state, which ends the pass, and a later turn of the
-    // event loop goes on from there. The final colours are those of a full pass.
+    // the whole buffer before the key returns. So the work of one such pass is bounded; the blocks
+    // past the budget keep their old colours and states, and a later turn of the event loop goes
+    // on from there. The final colours are those of a full pass.
+    //
+    // These passes walk the blocks themselves rather than through QSyntaxHighlighter, which copies
+    // a format per character and marks every block for a new layout, changed or not. Here the
+    // formats go to the block's layout as ranges, and only the blocks whose ranges changed are
+    // marked, in one stretch per pass.
     static constexpr int BUDGET_MS = 5;
     static constexpr int BUDGET_MIN_BLOCKS = 96; // short passes always finish at once
-    static constexpr int CONTINUATION_BLOCKS = 96;
-    void Pass(int from, int charsRemoved, int charsAdded);
-    bool IsOverBudget();
-    void KeepCurrentBlock();
-    void DeferFrom(const QTextBlock& block);
+    void Pass(int from, int charsRemoved, int charsAdded, bool budgeted);
+    void HighlightOwnBlock(const QTextBlock& target);
+    void HighlightText(const QString& text);
+    void DeferFrom(const QTextBlock& from, int end);
+    void SetLayoutFormats(int length);
+    void MoveAroundPreedit(const QList<QTextLayout::FormatRange>& before, int start, int length);
+    void FlushDirty();
 
-    bool canDefer = false;  // the base's reaction to edits could be taken over
-    bool bounded = false;   // inside a pass set off by an edit or a continuation
-    bool stopped = false;   // the current pass has put off its remaining blocks
-    int passBlocks = 0;
-    int passEnd = 0;        // end of the blocks that the current pass must redo whatever the states
+    // The block being highlighted, by either kind of pass; the base's block accessors only work
+    // inside its own.
+    int PreviousBlockState() const;
+    int CurrentBlockState() const { return block.isValid() ? block.userState() : -1; }
+    void SetCurrentBlockState(int state);
+
+    QTextBlock block;
+    int blockPosition = 0;                        // of the block, in a pass of our own
+    bool ownPass = false;                         // formats go straight to the block's layout
+    QList<QTextLayout::FormatRange> formatRanges; // kept for its capacity
+    int dirtyFrom = -1; // the stretch whose layouts must be redone, once the pass ends
+    int dirtyTo = -1;
     QElapsedTimer passTimer;
     bool pending = false;
     bool continuationQueued = false;
     QTextCursor pendingStart;
     QTextCursor pendingEnd;
-    QTextBlock lastHighlighted;
 
-    // Formats are gathered per character and handed to QSyntaxHighlighter once per run at the end
-    // of the block: passes that overwrite one another then cost a pointer per character, not a
-    // format copy. Strings, comments and blanks go to a layer above the other passes, so they can
-    // be worked out first and the other passes skipped where they cover the whole line.
+    // Formats are gathered per character and handed on once per run at the end of the block:
+    // passes that overwrite one another then cost a pointer per character, not a format copy.
+    // Strings, comments and blanks go to a layer above the other passes, so they can be worked
+    // out first and the other passes skipped where they cover the whole line.
     using FormatLayer = QVarLengthArray<const QTextCharFormat*, 256>;
     void Paint(int start, int count, const QTextCharFormat* format);
     void FlushFormats(int length);
+    template <typename Visit> void ForEachFormatRun(int length, Visit visit) const;
+    const QTextCharFormat* FormatAt(int position) const
+    {
+        return spanLayer[position] ? spanLayer[position] : baseLayer[position];
+    }
     bool SpansCoverLine(const QString& text) const;
 
     void ApplyRules(const QString& text, const QList<HighlightingRule>& list);

@@ -78,9 +78,9 @@ void MelHighlighter::HighlightKeywords(const QString& text)
     FormatWordHits(text, hits);
 }
 
-void MelHighlighter::UpdateSmartIndentData(CodeEditorBlockData* data, const QString& segment)
+void MelHighlighter::UpdateSmartIndentData(CodeEditorBlockData* data, QStringView segment)
 {
-    const QString trimmed = segment.trimmed();
+    const QStringView trimmed = segment.trimmed();
     if (trimmed.endsWith(QLatin1Char('(')) || trimmed.endsWith(QLatin1Char('[')))
     {
         data->SetSmartIndentCount(1);

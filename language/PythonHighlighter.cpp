@@ -122,9 +122,9 @@ void PythonHighlighter::HighlightKeywords(const QString& text)
     FormatWordHits(text, hits);
 }
 
-void PythonHighlighter::UpdateSmartIndentData(CodeEditorBlockData* data, const QString& segment)
+void PythonHighlighter::UpdateSmartIndentData(CodeEditorBlockData* data, QStringView segment)
 {
-    const QString trimmed = segment.trimmed();
+    const QStringView trimmed = segment.trimmed();
     if (trimmed.isEmpty())
         return;
     const QChar last = trimmed.back();

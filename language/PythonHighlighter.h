@@ -14,7 +14,7 @@ public:
 protected:
     void HighlightKeywords(const QString& text) override;
     void HighlightBuiltins(const QString& text) override;
-    void UpdateSmartIndentData(CodeEditorBlockData* data, const QString& segment) override;
+    void UpdateSmartIndentData(CodeEditorBlockData* data, QStringView segment) override;
 
 private:
     static void FetchWords();

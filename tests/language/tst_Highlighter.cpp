@@ -15,6 +15,7 @@
 #include <QtGui/QTextLayout>
 #include <QtTest/QtTest>
 
+#include <functional>
 #include <memory>
 
 namespace
@@ -123,6 +124,24 @@ QTextCharFormat FormatAt(const QTextBlock& block, int column)
     return format;
 }
 
+// Calls back before each paint of a widget, with the region about to be painted.
+class PaintWatch : public QObject
+{
+public:
+    explicit PaintWatch(std::function<void(const QRegion&)> paint) : onPaint(std::move(paint)) {}
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() == QEvent::Paint)
+            onPaint(static_cast<QPaintEvent*>(event)->region());
+        return false;
+    }
+
+private:
+    std::function<void(const QRegion&)> onPaint;
+};
+
 CodeEditorLanguage Language(const QString& name)
 {
     return name == QLatin1String("mel")      ? CodeEditorLanguage::MEL
@@ -212,13 +231,16 @@ private slots:
                 lines += QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
         }
         QVERIFY(lines.size() > 5000);
-        lines << QStringLiteral("1.2.3 x1 .5 a.5 1. _1 9_ 0x1f 1e5 ..") << QStringLiteral("self.selfish(cls, self_)")
-              << QStringLiteral("class  Foo (x): classclass A( subclass B( class C\t(") << QStringLiteral("class")
-              << QStringLiteral("def\tf (a): def g: undef h( def  _ ( def 9x(") << QStringLiteral("@ deco(x)")
-              << QStringLiteral(" \t@x") << QStringLiteral("x @y") << QStringLiteral("$a$b $1 -$c x$d $ $_")
-              << QStringLiteral("global proc  p( proc q ( aproc r( proc") << QStringLiteral("a -b(c) -x (y)-z(")
-              << QStringLiteral("f(g(h (\t(") << QString() << QStringLiteral("caf\u00e9 $x f(1.5)")
-              << QStringLiteral("a\u0001b(\u000b1.5 $v") << QStringLiteral("\u00a0class\u00a0K(");
+        lines << QStringLiteral("1.2.3 x1 .5 a.5 1. _1 9_ 0x1f 1e5 ..")
+              << QStringLiteral("self.selfish(cls, self_)")
+              << QStringLiteral("class  Foo (x): classclass A( subclass B( class C\t(")
+              << QStringLiteral("class") << QStringLiteral("def\tf (a): def g: undef h( def  _ ( def 9x(")
+              << QStringLiteral("@ deco(x)") << QStringLiteral(" \t@x") << QStringLiteral("x @y")
+              << QStringLiteral("$a$b $1 -$c x$d $ $_")
+              << QStringLiteral("global proc  p( proc q ( aproc r( proc")
+              << QStringLiteral("a -b(c) -x (y)-z(") << QStringLiteral("f(g(h (\t(") << QString()
+              << QStringLiteral("caf\u00e9 $x f(1.5)") << QStringLiteral("a\u0001b(\u000b1.5 $v")
+              << QStringLiteral("\u00a0class\u00a0K(");
         int rulesWithPlainMatchers = 0;
         for (const QString& language : {QStringLiteral("mel"), QStringLiteral("python")})
         {
@@ -232,7 +254,8 @@ private slots:
                 ++rulesWithPlainMatchers;
                 for (const QString& line : std::as_const(lines))
                 {
-                    QCOMPARE(Highlighter::RuleMatches(rule, line, false), Highlighter::RuleMatches(rule, line, true));
+                    QCOMPARE(Highlighter::RuleMatches(rule, line, false),
+                             Highlighter::RuleMatches(rule, line, true));
                 }
             }
         }
@@ -264,10 +287,29 @@ private slots:
         const Highlighter* highlighter = editor->document()->findChild<Highlighter*>();
         QVERIFY(highlighter);
         QTRY_VERIFY_WITH_TIMEOUT(!highlighter->IsHighlightPending(), 60000);
-        editor->moveCursor(QTextCursor::Start);
-        QTest::keyClicks(editor.get(), keys);
+        // The lines on screen are far below the edit and recoloured by a later step, which must
+        // paint them again: the last paint of such a line shows its new colour.
+        editor->setTextCursor(QTextCursor(Block(10000)));
+        editor->centerCursor();
+        QVERIFY(QTest::qWaitForWindowExposed(editor.get()));
+        QCoreApplication::processEvents();
+        const QTextBlock shown = Block(10003); // not the caret's line, which blinks
+        const int column = int(Highlighter::GetIndent(shown.text()).size());
+        QVERIFY(column < shown.text().size());
+        QString painted;
+        PaintWatch watch(
+            [&](const QRegion& region)
+            {
+                if (region.contains(editor->cursorRect(QTextCursor(shown)).center()))
+                    painted = KeyOfFormat(FormatAt(shown, column));
+            });
+        editor->viewport()->installEventFilter(&watch);
+        QTextCursor(editor->document()).insertText(keys);
         QVERIFY(highlighter->IsHighlightPending()); // 20,000 lines do not fit in one step
         QTRY_VERIFY_WITH_TIMEOUT(!highlighter->IsHighlightPending(), 60000);
+        QTRY_COMPARE(painted, language == QLatin1String("mel") ? ColorSettings::MEL_COMMENTS
+                                                               : ColorSettings::PYTHON_DOC_STRINGS);
+        editor->viewport()->removeEventFilter(&watch);
         const auto record = [this]
         {
             QStringList lines;
@@ -275,7 +317,10 @@ private slots:
             {
                 QString line = Describe(block);
                 for (const QTextLayout::FormatRange& range : block.layout()->formats())
-                    line += QStringLiteral(" %1+%2:%3").arg(range.start).arg(range.length).arg(KeyOfFormat(range.format));
+                    line += QStringLiteral(" %1+%2:%3")
+                                .arg(range.start)
+                                .arg(range.length)
+                                .arg(KeyOfFormat(range.format));
                 lines.append(line);
             }
             return lines;
@@ -346,8 +391,10 @@ private slots:
             << python << "s = '''doc''' + 'x'" << 7 << ColorSettings::PYTHON_DOC_STRINGS;
         QTest::newRow("py string after doc string")
             << python << "s = '''doc''' + 'x'" << 17 << ColorSettings::PYTHON_STRINGS;
-        QTest::newRow("text has no rules") << "text" << "def f(): # x" << 9 << QString();
-        QTest::newRow("text blanks") << "text" << "def f(): # x" << 3 << ColorSettings::WHITESPACES;
+        QTest::newRow("text has no rules") << "text"
+                                           << "def f(): # x" << 9 << QString();
+        QTest::newRow("text blanks") << "text"
+                                     << "def f(): # x" << 3 << ColorSettings::WHITESPACES;
     }
 
     void formats()
@@ -378,7 +425,8 @@ private slots:
         QFETCH(bool, coloured);
         NewEditor(QStringLiteral("python"));
         const QString head = QStringLiteral("def f(): s = '''");
-        editor->SetText(head + QString(length - int(head.size()), QLatin1Char('a')) + QStringLiteral("\nclass C:"));
+        editor->SetText(head + QString(length - int(head.size()), QLatin1Char('a')) +
+                        QStringLiteral("\nclass C:"));
         QCOMPARE(Block(0).length() - 1, length);
         QCOMPARE(KeyOfFormat(FormatAt(Block(0), 0)), coloured ? ColorSettings::PYTHON_KEYWORDS : QString());
         QCOMPARE(KeyOfFormat(FormatAt(Block(1), 0)), ColorSettings::PYTHON_DOC_STRINGS);
