@@ -2,7 +2,6 @@
 // matched braces and selections, guides, the gutter and the error bar.
 #include "HostFixture.h"
 #include "editor/CodeEditor.h"
-#include "editor/CodeEditorBlockData.h"
 #include "editor/CodeEditorErrorBarOverlay.h"
 #include "language/BaseParser.h"
 #include "settings/ColorSettings.h"
@@ -24,12 +23,15 @@
 
 namespace
 {
-CodeEditorProperties Properties(CodeEditorLanguage language,
-                                const QString& path = QStringLiteral("/tmp/buffer"),
-                                CodeEditorType type = CodeEditorType::INTERNAL_BUFFER)
+// A buffer whose file name tells its language.
+CodeEditorProperties Properties(CodeEditorLanguage language, QString path = QString())
 {
+    if (path.isEmpty())
+        path = language == CodeEditorLanguage::MEL      ? QStringLiteral("/tmp/buffer.mel")
+               : language == CodeEditorLanguage::PYTHON ? QStringLiteral("/tmp/buffer.py")
+                                                        : QStringLiteral("/tmp/buffer");
     CodeEditorProperties properties;
-    properties.type = type;
+    properties.type = CodeEditorType::INTERNAL_BUFFER;
     properties.language = language;
     properties.filePath = path;
     properties.label = QStringLiteral("buffer");
@@ -43,25 +45,6 @@ QStringList ActionTexts(const QMenu* menu)
         texts.append(action->isSeparator() ? QStringLiteral("-") : action->text());
     return texts;
 }
-
-// A buffer whose file name tells its language.
-CodeEditorProperties BufferProperties(CodeEditorLanguage language)
-{
-    CodeEditorProperties properties;
-    properties.type = CodeEditorType::INTERNAL_BUFFER;
-    properties.language = language;
-    properties.filePath = language == CodeEditorLanguage::MEL ? QStringLiteral("/tmp/buffer.mel")
-                                                              : QStringLiteral("/tmp/buffer.py");
-    properties.label = QStringLiteral("buffer");
-    return properties;
-}
-
-// An editor with the language's own highlighter, which fills the block data.
-class BlockDataEditor : public CodeEditor
-{
-public:
-    explicit BlockDataEditor(CodeEditorLanguage language) : CodeEditor(BufferProperties(language), nullptr) {}
-};
 
 bool IsNear(QRgb pixel, QRgb color, int tolerance)
 {
@@ -134,7 +117,7 @@ private:
     {
         auto session = std::make_unique<Session>();
         session->group.resize(700, 400);
-        session->group.InsertCodeEditor(0, BufferProperties(language), text);
+        session->group.InsertCodeEditor(0, Properties(language), text);
         session->group.show();
         if (!QTest::qWaitForWindowExposed(&session->group))
             return nullptr;
@@ -702,7 +685,7 @@ private slots:
         QFETCH(QString, text);
         QFETCH(int, cursor);
         QFETCH(QList<int>, marked);
-        BlockDataEditor editor(CodeEditorLanguage::MEL);
+        CodeEditor editor(Properties(CodeEditorLanguage::MEL), nullptr);
         editor.SetText(text);
         QTextCursor textCursor = editor.textCursor();
         textCursor.setPosition(cursor);
@@ -749,7 +732,7 @@ private slots:
         QFETCH(int, hits);
         Settings::codeEditorMatchedSelectionWordsOnly = wordsOnly;
         Settings::melDoubleClickIncludesDollarSign = true;
-        CodeEditor editor(BufferProperties(static_cast<CodeEditorLanguage>(language)), nullptr);
+        CodeEditor editor(Properties(static_cast<CodeEditorLanguage>(language)), nullptr);
         editor.SetText(text);
         editor.SetCursorSelection(start, end);
         const QStringList marked = SelectedTexts(editor, CodeEditor::sMatchingSelectionFormat);
@@ -772,7 +755,7 @@ private slots:
     {
         QFETCH(QString, text);
         QFETCH(QList<int>, counts);
-        BlockDataEditor editor(CodeEditorLanguage::PYTHON);
+        CodeEditor editor(Properties(CodeEditorLanguage::PYTHON), nullptr);
         editor.SetText(text);
         QList<int> actual;
         for (QTextBlock block = editor.document()->firstBlock(); block.isValid(); block = block.next())
@@ -783,7 +766,7 @@ private slots:
     void indentGuidesAreDrawn()
     {
         Settings::codeEditorDisplayIndentationGuides = true;
-        BlockDataEditor editor(CodeEditorLanguage::PYTHON);
+        CodeEditor editor(Properties(CodeEditorLanguage::PYTHON), nullptr);
         editor.resize(500, 300);
         editor.SetText(QStringLiteral("if a:\n        b\nc"));
         editor.show();
@@ -809,7 +792,7 @@ private slots:
 
     void gutterWidthFollowsTheLineCount()
     {
-        CodeEditor editor(BufferProperties(CodeEditorLanguage::TEXT), nullptr);
+        CodeEditor editor(Properties(CodeEditorLanguage::TEXT), nullptr);
         editor.show();
         QVERIFY(QTest::qWaitForWindowExposed(&editor));
         const int digit = editor.fontMetrics().horizontalAdvance(QLatin1Char('9'));

@@ -6,6 +6,7 @@
 #include "HostOutput.h"
 #include "HostPlugins.h"
 #include "HostState.h"
+#include "TestFiles.h"
 
 #include <maya/MArgDatabase.h>
 #include <maya/MCommandMessage.h>
@@ -154,267 +155,250 @@ class TestHostCore : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void init();
-    void cleanup();
+    void initTestCase()
+    {
+        QVERIFY(appDir.isValid());
+        qputenv("MAYA_APP_DIR", QFile::encodeName(appDir.path()));
+        HostOutput::SetTerminalEchoEnabled(false);
+    }
 
-    void pluginCommandsComeAndGo();
-    void flagsByShortAndLongNames();
-    void badFlagsFailLikeMaya_data();
-    void badFlagsFailLikeMaya();
-    void typedResults();
-    void typedResults_data();
-    void callbacksMayBeRemovedWhileCalled();
-    void melEchoAndResult();
-    void optionVarsSurviveRestart();
-    void corruptPreferencesGiveNoValues();
-    void idleQueueRunsInOrderOnLaterTurns();
-    void batchStateAndFolders();
+    void init()
+    {
+        PluginState() = TestPluginState();
+        QVERIFY(HostPlugins::Load(QStringLiteral("hostTest"), InitializeTestPlugin, UninitializeTestPlugin));
+    }
+
+    void cleanup()
+    {
+        HostPlugins::UnloadAll();
+        HostState::SetBatch(false);
+    }
+
+    void pluginCommandsComeAndGo()
+    {
+        QCOMPARE(HostPlugins::Commands(), QStringList{QStringLiteral("hostTestCommand")});
+        MString version;
+        QVERIFY(MGlobal::executeCommand("hostTestCommand -v", version));
+        QCOMPARE(version, MString("2.7.6"));
+        // A plug-in that fails to start leaves no trace.
+        QVERIFY(!HostPlugins::Load(
+            QStringLiteral("broken"), [](MObject) { return MStatus(MStatus::kFailure); }, nullptr));
+        QVERIFY(!HostPlugins::IsLoaded(QStringLiteral("broken")));
+
+        // Unloading all goes in reverse order of loading.
+        QVERIFY(HostPlugins::Load(QStringLiteral("second"), InitializeEmptyPlugin, UninitializeEmptyPlugin));
+        QVERIFY(HostPlugins::UnloadAll());
+        QCOMPARE(PluginState().unloadOrder,
+                 (QStringList{QStringLiteral("second"), QStringLiteral("hostTest")}));
+        QVERIFY(!HostMel::CommandExists(QStringLiteral("hostTestCommand")));
+        Recorder recorder;
+        QVERIFY(!MGlobal::executeCommand("hostTestCommand -v"));
+        QCOMPARE(recorder.Texts(MCommandMessage::kError),
+                 QStringList{QStringLiteral("line 1: Cannot find procedure \"hostTestCommand\".")});
+        QVERIFY(!HostPlugins::Unload(QStringLiteral("hostTest")));
+    }
+
+    void flagsByShortAndLongNames()
+    {
+        QVERIFY(MGlobal::executeCommand("hostTestCommand -version -clearOutput"));
+        QCOMPARE(PluginState().flagsSeen,
+                 (QStringList{QStringLiteral("-version"), QStringLiteral("-clearOutput")}));
+
+        QVERIFY(MGlobal::executeCommand("hostTestCommand -of \"/path with spaces/x.py\""));
+        QCOMPARE(PluginState().openedFile, QStringLiteral("/path with spaces/x.py"));
+        QVERIFY(MGlobal::executeCommand("hostTestCommand -openFile \"C:\\\\dir\\\\a \\\"quoted\\\".py\""));
+        QCOMPARE(PluginState().openedFile, QStringLiteral("C:\\dir\\a \"quoted\".py"));
+        QVERIFY(MGlobal::executeCommand("string $p = \"/tmp/\"; hostTestCommand -of ($p + \"v.mel\")"));
+        QCOMPARE(PluginState().openedFile, QStringLiteral("/tmp/v.mel"));
+    }
+
+    void badFlagsFailLikeMaya_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<QString>("error");
+        QTest::newRow("unknown flag") << "hostTestCommand -x"
+                                      << "line 1: Invalid flag '-x'";
+        QTest::newRow("missing string") << "hostTestCommand -v;\nhostTestCommand -of"
+                                        << "line 2: Flag 'openFile' must be passed a string argument";
+        QTest::newRow("not an integer") << "hostTestCommand -twice many"
+                                        << "line 1: Flag 'twice' must be passed an integer argument";
+        // A failing command stops the script there: nothing is printed after it.
+        QTest::newRow("failing command") << "hostTestCommand -fail; print \"after\""
+                                         << "asked to fail";
+    }
+
+    void badFlagsFailLikeMaya()
+    {
+        QFETCH(QString, command);
+        QFETCH(QString, error);
+        Recorder recorder;
+        QVERIFY(!MGlobal::executeCommand(MString(command.toUtf8().constData())));
+        QCOMPARE(recorder.Texts(MCommandMessage::kError), QStringList{error});
+        QVERIFY(recorder.Texts(MCommandMessage::kDisplay).isEmpty());
+    }
+
+    // Each typed overload succeeds for its own type only and leaves its argument alone otherwise.
+    void typedResults()
+    {
+        QFETCH(QString, command);
+        QFETCH(int, type);
+        const MString text(command.toUtf8().constData());
+
+        MCommandResult result;
+        QVERIFY(MGlobal::executeCommand(text, result));
+        QCOMPARE(int(result.resultType()), type);
+
+        int number = -1;
+        double real = -1.0;
+        MString string("unchanged");
+        MStringArray array(1, "unchanged");
+        QCOMPARE(bool(MGlobal::executeCommand(text, number)), type == MCommandResult::kInt);
+        QCOMPARE(bool(MGlobal::executeCommand(text, real)), type == MCommandResult::kDouble);
+        QCOMPARE(bool(MGlobal::executeCommand(text, string)), type == MCommandResult::kString);
+        QCOMPARE(bool(MGlobal::executeCommand(text, array)), type == MCommandResult::kStringArray);
+        QCOMPARE(number, type == MCommandResult::kInt ? 42 : -1);
+        QCOMPARE(real, type == MCommandResult::kDouble ? 2.5 : -1.0);
+        QCOMPARE(string, MString(type == MCommandResult::kString ? "2.7.6" : "unchanged"));
+        QCOMPARE(array[array.length() - 1],
+                 MString(type == MCommandResult::kStringArray ? "b c" : "unchanged"));
+    }
+
+    void typedResults_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<int>("type");
+        QTest::newRow("string") << QStringLiteral("hostTestCommand -v") << int(MCommandResult::kString);
+        QTest::newRow("int") << QStringLiteral("hostTestCommand -tw 21") << int(MCommandResult::kInt);
+        QTest::newRow("double") << QStringLiteral("hostTestCommand -h 5") << int(MCommandResult::kDouble);
+        QTest::newRow("array") << QStringLiteral("hostTestCommand -ls") << int(MCommandResult::kStringArray);
+        QTest::newRow("none") << QStringLiteral("hostTestCommand") << int(MCommandResult::kInvalid);
+    }
+
+    void callbacksMayBeRemovedWhileCalled()
+    {
+        CallbackLog log;
+        MStatus status;
+        log.selfRemoving = MCommandMessage::addCommandOutputCallback(SelfRemovingCallback, &log, &status);
+        QVERIFY(status);
+        log.other = MCommandMessage::addCommandOutputCallback(OtherCallback, &log);
+        QVERIFY(log.selfRemoving != 0 && log.other != 0 && log.selfRemoving != log.other);
+        QCOMPARE(MEventMessage::addEventCallback("noSuchEvent", nullptr, &log, &status), MCallbackId(0));
+        QVERIFY(!status);
+        Recorder recorder; // registered after both, still called
+        MGlobal::displayWarning("first");
+        MGlobal::displayWarning("second");
+        // The second callback was removed by the first before its turn, so it is never called.
+        QCOMPARE(log.calls, QStringList{QStringLiteral("self:first")});
+        QCOMPARE(recorder.Texts(MCommandMessage::kWarning),
+                 (QStringList{QStringLiteral("first"), QStringLiteral("second")}));
+        QVERIFY(!MMessage::removeCallback(log.other));
+    }
+
+    void melEchoAndResult()
+    {
+        Recorder recorder;
+        QVERIFY(MGlobal::executeCommand("hostTestCommand -tw 2", true));
+        QVERIFY(MGlobal::executeCommand("hostTestCommand -ls;  \n", true, true));
+        QVERIFY(MGlobal::executeCommand("hostTestCommand", true));
+        QVERIFY(MGlobal::executeCommand("hostTestCommand -v", false));
+        QVERIFY(!MGlobal::executeCommand("hostTestCommand -f", true));
+        QStringList shown;
+        for (const OutputRecorder::Message& message : std::as_const(recorder.messages))
+            shown.append(QStringLiteral("%1:%2").arg(int(message.type)).arg(message.text));
+        QCOMPARE(shown,
+                 (QStringList{QStringLiteral("0:hostTestCommand -tw 2;\n"), QStringLiteral("5:4"),
+                              QStringLiteral("0:hostTestCommand -ls;\n"), QStringLiteral("5:a b c"),
+                              QStringLiteral("0:hostTestCommand;\n"),
+                              QStringLiteral("0:hostTestCommand -f;\n"), QStringLiteral("4:asked to fail")}));
+    }
+
+    void optionVarsSurviveRestart()
+    {
+        QTemporaryDir dir;
+        qputenv("MAYA_APP_DIR", QFile::encodeName(dir.path()));
+        bool exists = true;
+        QCOMPARE(MGlobal::optionVarIntValue("echoAllLines", &exists), 0);
+        QVERIFY(!exists);
+        QVERIFY(MGlobal::setOptionVarValue("echoAllLines", 1));
+        QVERIFY(MGlobal::setOptionVarValue("stackTraceIsOn", 0));
+        QVERIFY(MGlobal::setOptionVarValue("quote", MString("say \"hi\"\n")));
+        QVERIFY(MGlobal::setOptionVarValue("scale", 1.25));
+
+        const QString path = dir.path() + QStringLiteral("/2026/prefs/userPrefs.mel");
+        QCOMPARE(HostOptionVars::FilePath(), path);
+        // Only the finished file is left: the write went through a temporary file.
+        QCOMPARE(QDir(dir.path() + QStringLiteral("/2026/prefs")).entryList(QDir::Files),
+                 QStringList{QStringLiteral("userPrefs.mel")});
+
+        HostOptionVars::Forget();
+        QCOMPARE(MGlobal::optionVarIntValue("echoAllLines", &exists), 1);
+        QCOMPARE(MGlobal::optionVarIntValue("stackTraceIsOn", &exists), 0);
+        QVERIFY(exists);
+        QCOMPARE(MGlobal::optionVarStringValue("quote"), MString("say \"hi\"\n"));
+        QCOMPARE(MGlobal::optionVarDoubleValue("scale"), 1.25);
+        qputenv("MAYA_APP_DIR", QFile::encodeName(appDir.path()));
+    }
+
+    void corruptPreferencesGiveNoValues()
+    {
+        QTemporaryDir dir;
+        qputenv("MAYA_APP_DIR", QFile::encodeName(dir.path()));
+        const QByteArray garbage("\xff\xfe\x00optionVar -iv \"broken\" notanumber;\noptionVar -iv \"open",
+                                 56);
+        QVERIFY(TestFiles::Write(HostOptionVars::FilePath(), garbage + QByteArray(4096, '\0')));
+        HostOptionVars::Forget();
+        QVERIFY(HostOptionVars::Names().isEmpty());
+        // Writing replaces the garbage with a readable file.
+        QVERIFY(MGlobal::setOptionVarValue("fresh", 3));
+        HostOptionVars::Forget();
+        QCOMPARE(HostOptionVars::Names(), QStringList{QStringLiteral("fresh")});
+        qputenv("MAYA_APP_DIR", QFile::encodeName(appDir.path()));
+    }
+
+    void idleQueueRunsInOrderOnLaterTurns()
+    {
+        HostIdleQueue::Flush();
+        QStringList order;
+        HostIdleQueue::Post(
+            [&order]
+            {
+                order.append(QStringLiteral("first"));
+                HostIdleQueue::Post([&order] { order.append(QStringLiteral("posted while flushing")); });
+            });
+        QVERIFY(MGlobal::executeCommandOnIdle("hostTestCommand -of \"idle.py\""));
+        HostIdleQueue::Post([&order] { order.append(PluginState().openedFile); });
+        QCOMPARE(HostIdleQueue::Pending(), 3);
+        QVERIFY(order.isEmpty());
+
+        HostIdleQueue::Flush();
+        QCOMPARE(order, (QStringList{QStringLiteral("first"), QStringLiteral("idle.py")}));
+        QCOMPARE(HostIdleQueue::Pending(), 1);
+        // The event loop flushes by itself.
+        QTRY_COMPARE(HostIdleQueue::Pending(), 0);
+        QCOMPARE(order.last(), QStringLiteral("posted while flushing"));
+    }
+
+    void batchStateAndFolders()
+    {
+        HostState::SetBatch(true);
+        QCOMPARE(MGlobal::mayaState(), MGlobal::kBatch);
+        int batch = 0;
+        QVERIFY(MGlobal::executeCommand("about -batch", batch));
+        QCOMPARE(batch, 1);
+        QCOMPARE(HostState::UserScriptDir(), appDir.path() + QStringLiteral("/2026/scripts/"));
+        QVERIFY(QDir(HostState::UserScriptDir()).exists());
+
+        int calls = 0;
+        QVERIFY(!HostState::RequestQuit());
+        HostState::SetQuitHandler([&calls] { ++calls; });
+        QVERIFY(MGlobal::executeCommand("quit -f"));
+        QCOMPARE(calls, 1);
+        HostState::SetQuitHandler({});
+    }
 
 private:
     QTemporaryDir appDir;
 };
-
-void TestHostCore::initTestCase()
-{
-    QVERIFY(appDir.isValid());
-    qputenv("MAYA_APP_DIR", QFile::encodeName(appDir.path()));
-    HostOutput::SetTerminalEchoEnabled(false);
-}
-
-void TestHostCore::init()
-{
-    PluginState() = TestPluginState();
-    QVERIFY(HostPlugins::Load(QStringLiteral("hostTest"), InitializeTestPlugin, UninitializeTestPlugin));
-}
-
-void TestHostCore::cleanup()
-{
-    HostPlugins::UnloadAll();
-    HostState::SetBatch(false);
-}
-
-void TestHostCore::pluginCommandsComeAndGo()
-{
-    QCOMPARE(HostPlugins::Commands(), QStringList{QStringLiteral("hostTestCommand")});
-    MString version;
-    QVERIFY(MGlobal::executeCommand("hostTestCommand -v", version));
-    QCOMPARE(version, MString("2.7.6"));
-    // A plug-in that fails to start leaves no trace.
-    QVERIFY(!HostPlugins::Load(
-        QStringLiteral("broken"), [](MObject) { return MStatus(MStatus::kFailure); }, nullptr));
-    QVERIFY(!HostPlugins::IsLoaded(QStringLiteral("broken")));
-
-    // Unloading all goes in reverse order of loading.
-    QVERIFY(HostPlugins::Load(QStringLiteral("second"), InitializeEmptyPlugin, UninitializeEmptyPlugin));
-    QVERIFY(HostPlugins::UnloadAll());
-    QCOMPARE(PluginState().unloadOrder, (QStringList{QStringLiteral("second"), QStringLiteral("hostTest")}));
-    QVERIFY(!HostMel::CommandExists(QStringLiteral("hostTestCommand")));
-    Recorder recorder;
-    QVERIFY(!MGlobal::executeCommand("hostTestCommand -v"));
-    QCOMPARE(recorder.Texts(MCommandMessage::kError),
-             QStringList{QStringLiteral("line 1: Cannot find procedure \"hostTestCommand\".")});
-    QVERIFY(!HostPlugins::Unload(QStringLiteral("hostTest")));
-}
-
-void TestHostCore::flagsByShortAndLongNames()
-{
-    QVERIFY(MGlobal::executeCommand("hostTestCommand -version -clearOutput"));
-    QCOMPARE(PluginState().flagsSeen,
-             (QStringList{QStringLiteral("-version"), QStringLiteral("-clearOutput")}));
-
-    QVERIFY(MGlobal::executeCommand("hostTestCommand -of \"/path with spaces/x.py\""));
-    QCOMPARE(PluginState().openedFile, QStringLiteral("/path with spaces/x.py"));
-    QVERIFY(MGlobal::executeCommand(R"(hostTestCommand -openFile "C:\\dir\\a \"quoted\".py")"));
-    QCOMPARE(PluginState().openedFile, QStringLiteral("C:\\dir\\a \"quoted\".py"));
-    QVERIFY(MGlobal::executeCommand("string $p = \"/tmp/\"; hostTestCommand -of ($p + \"v.mel\")"));
-    QCOMPARE(PluginState().openedFile, QStringLiteral("/tmp/v.mel"));
-}
-
-void TestHostCore::badFlagsFailLikeMaya_data()
-{
-    QTest::addColumn<QString>("command");
-    QTest::addColumn<QString>("error");
-    QTest::newRow("unknown flag") << "hostTestCommand -x"
-                                  << "line 1: Invalid flag '-x'";
-    QTest::newRow("missing string") << "hostTestCommand -v;\nhostTestCommand -of"
-                                    << "line 2: Flag 'openFile' must be passed a string argument";
-    QTest::newRow("not an integer") << "hostTestCommand -twice many"
-                                    << "line 1: Flag 'twice' must be passed an integer argument";
-    // A failing command stops the script there: nothing is printed after it.
-    QTest::newRow("failing command") << "hostTestCommand -fail; print \"after\""
-                                     << "asked to fail";
-}
-
-void TestHostCore::badFlagsFailLikeMaya()
-{
-    QFETCH(QString, command);
-    QFETCH(QString, error);
-    Recorder recorder;
-    QVERIFY(!MGlobal::executeCommand(MString(command.toUtf8().constData())));
-    QCOMPARE(recorder.Texts(MCommandMessage::kError), QStringList{error});
-    QVERIFY(recorder.Texts(MCommandMessage::kDisplay).isEmpty());
-}
-
-void TestHostCore::typedResults_data()
-{
-    QTest::addColumn<QString>("command");
-    QTest::addColumn<int>("type");
-    QTest::newRow("string") << QStringLiteral("hostTestCommand -v") << int(MCommandResult::kString);
-    QTest::newRow("int") << QStringLiteral("hostTestCommand -tw 21") << int(MCommandResult::kInt);
-    QTest::newRow("double") << QStringLiteral("hostTestCommand -h 5") << int(MCommandResult::kDouble);
-    QTest::newRow("array") << QStringLiteral("hostTestCommand -ls") << int(MCommandResult::kStringArray);
-    QTest::newRow("none") << QStringLiteral("hostTestCommand") << int(MCommandResult::kInvalid);
-}
-
-// Each typed overload succeeds for its own type only and leaves its argument alone otherwise.
-void TestHostCore::typedResults()
-{
-    QFETCH(QString, command);
-    QFETCH(int, type);
-    const MString text(command.toUtf8().constData());
-
-    MCommandResult result;
-    QVERIFY(MGlobal::executeCommand(text, result));
-    QCOMPARE(int(result.resultType()), type);
-
-    int number = -1;
-    double real = -1.0;
-    MString string("unchanged");
-    MStringArray array(1, "unchanged");
-    QCOMPARE(bool(MGlobal::executeCommand(text, number)), type == MCommandResult::kInt);
-    QCOMPARE(bool(MGlobal::executeCommand(text, real)), type == MCommandResult::kDouble);
-    QCOMPARE(bool(MGlobal::executeCommand(text, string)), type == MCommandResult::kString);
-    QCOMPARE(bool(MGlobal::executeCommand(text, array)), type == MCommandResult::kStringArray);
-    QCOMPARE(number, type == MCommandResult::kInt ? 42 : -1);
-    QCOMPARE(real, type == MCommandResult::kDouble ? 2.5 : -1.0);
-    QCOMPARE(string, MString(type == MCommandResult::kString ? "2.7.6" : "unchanged"));
-    QCOMPARE(array[array.length() - 1], MString(type == MCommandResult::kStringArray ? "b c" : "unchanged"));
-}
-
-void TestHostCore::callbacksMayBeRemovedWhileCalled()
-{
-    CallbackLog log;
-    MStatus status;
-    log.selfRemoving = MCommandMessage::addCommandOutputCallback(SelfRemovingCallback, &log, &status);
-    QVERIFY(status);
-    log.other = MCommandMessage::addCommandOutputCallback(OtherCallback, &log);
-    QVERIFY(log.selfRemoving != 0 && log.other != 0 && log.selfRemoving != log.other);
-    QCOMPARE(MEventMessage::addEventCallback("noSuchEvent", nullptr, &log, &status), MCallbackId(0));
-    QVERIFY(!status);
-    Recorder recorder; // registered after both, still called
-    MGlobal::displayWarning("first");
-    MGlobal::displayWarning("second");
-    // The second callback was removed by the first before its turn, so it is never called.
-    QCOMPARE(log.calls, QStringList{QStringLiteral("self:first")});
-    QCOMPARE(recorder.Texts(MCommandMessage::kWarning),
-             (QStringList{QStringLiteral("first"), QStringLiteral("second")}));
-    QVERIFY(!MMessage::removeCallback(log.other));
-}
-
-void TestHostCore::melEchoAndResult()
-{
-    Recorder recorder;
-    QVERIFY(MGlobal::executeCommand("hostTestCommand -tw 2", true));
-    QVERIFY(MGlobal::executeCommand("hostTestCommand -ls;  \n", true, true));
-    QVERIFY(MGlobal::executeCommand("hostTestCommand", true));
-    QVERIFY(MGlobal::executeCommand("hostTestCommand -v", false));
-    QVERIFY(!MGlobal::executeCommand("hostTestCommand -f", true));
-    QStringList shown;
-    for (const OutputRecorder::Message& message : std::as_const(recorder.messages))
-        shown.append(QStringLiteral("%1:%2").arg(int(message.type)).arg(message.text));
-    QCOMPARE(shown,
-             (QStringList{QStringLiteral("0:hostTestCommand -tw 2;\n"), QStringLiteral("5:4"),
-                          QStringLiteral("0:hostTestCommand -ls;\n"), QStringLiteral("5:a b c"),
-                          QStringLiteral("0:hostTestCommand;\n"), QStringLiteral("0:hostTestCommand -f;\n"),
-                          QStringLiteral("4:asked to fail")}));
-}
-
-void TestHostCore::optionVarsSurviveRestart()
-{
-    QTemporaryDir dir;
-    qputenv("MAYA_APP_DIR", QFile::encodeName(dir.path()));
-    bool exists = true;
-    QCOMPARE(MGlobal::optionVarIntValue("echoAllLines", &exists), 0);
-    QVERIFY(!exists);
-    QVERIFY(MGlobal::setOptionVarValue("echoAllLines", 1));
-    QVERIFY(MGlobal::setOptionVarValue("stackTraceIsOn", 0));
-    QVERIFY(MGlobal::setOptionVarValue("quote", MString("say \"hi\"\n")));
-    QVERIFY(MGlobal::setOptionVarValue("scale", 1.25));
-
-    const QString path = dir.path() + QStringLiteral("/2026/prefs/userPrefs.mel");
-    QCOMPARE(HostOptionVars::FilePath(), path);
-    // Only the finished file is left: the write went through a temporary file.
-    QCOMPARE(QDir(dir.path() + QStringLiteral("/2026/prefs")).entryList(QDir::Files),
-             QStringList{QStringLiteral("userPrefs.mel")});
-
-    HostOptionVars::Forget();
-    QCOMPARE(MGlobal::optionVarIntValue("echoAllLines", &exists), 1);
-    QCOMPARE(MGlobal::optionVarIntValue("stackTraceIsOn", &exists), 0);
-    QVERIFY(exists);
-    QCOMPARE(MGlobal::optionVarStringValue("quote"), MString("say \"hi\"\n"));
-    QCOMPARE(MGlobal::optionVarDoubleValue("scale"), 1.25);
-    qputenv("MAYA_APP_DIR", QFile::encodeName(appDir.path()));
-}
-
-void TestHostCore::corruptPreferencesGiveNoValues()
-{
-    QTemporaryDir dir;
-    qputenv("MAYA_APP_DIR", QFile::encodeName(dir.path()));
-    QFile file(HostOptionVars::FilePath());
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(QByteArray("\xff\xfe\x00optionVar -iv \"broken\" notanumber;\noptionVar -iv \"open", 56));
-    file.write(QByteArray(4096, '\0'));
-    file.close();
-    HostOptionVars::Forget();
-    QVERIFY(HostOptionVars::Names().isEmpty());
-    // Writing replaces the garbage with a readable file.
-    QVERIFY(MGlobal::setOptionVarValue("fresh", 3));
-    HostOptionVars::Forget();
-    QCOMPARE(HostOptionVars::Names(), QStringList{QStringLiteral("fresh")});
-    qputenv("MAYA_APP_DIR", QFile::encodeName(appDir.path()));
-}
-
-void TestHostCore::idleQueueRunsInOrderOnLaterTurns()
-{
-    HostIdleQueue::Flush();
-    QStringList order;
-    HostIdleQueue::Post(
-        [&order]
-        {
-            order.append(QStringLiteral("first"));
-            HostIdleQueue::Post([&order] { order.append(QStringLiteral("posted while flushing")); });
-        });
-    QVERIFY(MGlobal::executeCommandOnIdle("hostTestCommand -of \"idle.py\""));
-    HostIdleQueue::Post([&order] { order.append(PluginState().openedFile); });
-    QCOMPARE(HostIdleQueue::Pending(), 3);
-    QVERIFY(order.isEmpty());
-
-    HostIdleQueue::Flush();
-    QCOMPARE(order, (QStringList{QStringLiteral("first"), QStringLiteral("idle.py")}));
-    QCOMPARE(HostIdleQueue::Pending(), 1);
-    // The event loop flushes by itself.
-    QTRY_COMPARE(HostIdleQueue::Pending(), 0);
-    QCOMPARE(order.last(), QStringLiteral("posted while flushing"));
-}
-
-void TestHostCore::batchStateAndFolders()
-{
-    HostState::SetBatch(true);
-    QCOMPARE(MGlobal::mayaState(), MGlobal::kBatch);
-    int batch = 0;
-    QVERIFY(MGlobal::executeCommand("about -batch", batch));
-    QCOMPARE(batch, 1);
-    QCOMPARE(HostState::UserScriptDir(), appDir.path() + QStringLiteral("/2026/scripts/"));
-    QVERIFY(QDir(HostState::UserScriptDir()).exists());
-
-    int calls = 0;
-    QVERIFY(!HostState::RequestQuit());
-    HostState::SetQuitHandler([&calls] { ++calls; });
-    QVERIFY(MGlobal::executeCommand("quit -f"));
-    QCOMPARE(calls, 1);
-    HostState::SetQuitHandler({});
-}
 
 QTEST_GUILESS_MAIN(TestHostCore)
 #include "tst_HostCore.moc"

@@ -99,425 +99,408 @@ class TestHostPython : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void init();
-    void cleanupTestCase();
+    void initTestCase()
+    {
+        // A handler of the application's own, which Python must leave in place.
+        struct sigaction handler = {};
+        handler.sa_handler = &IgnoreSignal;
+        sigaction(SIGINT, &handler, &sigintBefore);
 
-    void interpreterIsolatedAndQuiet();
-    void mainNamespacePersists();
-    void printGoesOutLineByLine();
-    void expressionResultWithDisplay();
-    void typedEvaluationRunsStatementsWithoutValue();
-    void conversions_data();
-    void conversions();
-    void tracebackAndErrorLine();
-    void syntaxErrorReportsItsLine();
-    void melEvalRoundTrip();
-    void cmdsBuildsFlagsAndObjects();
-    void failingMelRaisesRuntimeError();
-    void mayaPackageModules();
-    void executeDeferredWaitsForIdle();
-    void threadsReachTheHostOnTheMainThread();
+        HostOutput::SetTerminalEchoEnabled(false);
+        recorderId = MCommandMessage::addCommandOutputCallback(&Record);
+        QVERIFY(HostPython::Initialize());
+        QVERIFY(HostPython::IsInitialized());
+        QVERIFY(HostPython::Initialize());
+
+        HostMel::RegisterCommand(QStringLiteral("h2Value"),
+                                 {{QStringLiteral("k"), QStringLiteral("kind"), 1}}, &ValueCommand);
+        HostMel::RegisterCommand(QStringLiteral("h2Record"),
+                                 {{QStringLiteral("q"), QStringLiteral("query"), 0},
+                                  {QStringLiteral("e"), QStringLiteral("edit"), 0},
+                                  {QStringLiteral("vis"), QStringLiteral("visible"), 1},
+                                  {QStringLiteral("cl"), QStringLiteral("close"), 0},
+                                  {QStringLiteral("l"), QStringLiteral("label"), 1},
+                                  {QStringLiteral("it"), QStringLiteral("item"), 1},
+                                  {QStringLiteral("p"), QStringLiteral("pair"), 2}},
+                                 &RecordingCommand);
+        HostMel::RegisterCommand(QStringLiteral("h2Fail"), {}, &FailingCommand);
+        QVERIFY(HostPython::Execute(
+            QStringLiteral("import sys\nimport maya.cmds as cmds\nimport maya.mel as mel"), false));
+    }
+
+    void init() { messages.clear(); }
+
+    void cleanupTestCase()
+    {
+        HostMel::UnregisterCommand(QStringLiteral("h2Value"));
+        HostMel::UnregisterCommand(QStringLiteral("h2Record"));
+        HostMel::UnregisterCommand(QStringLiteral("h2Fail"));
+        MMessage::removeCallback(recorderId);
+        sigaction(SIGINT, &sigintBefore, nullptr);
+    }
+
+    void interpreterIsolatedAndQuiet()
+    {
+        int flag = 0;
+        // Importing signal must not take Ctrl+C away from the application.
+        QVERIFY(HostPython::Execute(QStringLiteral("import signal"), false));
+        struct sigaction now = {};
+        sigaction(SIGINT, nullptr, &now);
+        QVERIFY(now.sa_handler == &IgnoreSignal);
+
+        // No terminal to read from: input() ends at once instead of blocking.
+        QVERIFY(HostPython::Execute(
+            QStringLiteral("try:\n    input()\n    got_eof = False\nexcept EOFError:\n    got_eof = True"),
+            false));
+        QVERIFY(HostPython::EvaluateInt(QStringLiteral("got_eof"), flag));
+        QCOMPARE(flag, 1);
+    }
+
+    void mainNamespacePersists()
+    {
+        QVERIFY(HostPython::Execute(QStringLiteral("x = 5"), false));
+        QVERIFY(HostPython::Execute(QStringLiteral("print(x)"), false));
+        QCOMPARE(Texts(MCommandMessage::kDisplay), QStringList{QStringLiteral("5\n")});
+
+        QVERIFY(HostPython::Execute(
+            QStringLiteral("class Counter:\n    def twice(self, n):\n        return 2 * n"), true));
+        int value = 0;
+        QVERIFY(HostPython::EvaluateInt(QStringLiteral("Counter().twice(x)"), value));
+        QCOMPARE(value, 10);
+        QVERIFY(HostPython::EvaluateInt(QStringLiteral("__import__('__main__').Counter is Counter"), value));
+        QCOMPARE(value, 1);
+    }
+
+    void printGoesOutLineByLine()
+    {
+        // Line by line, in order with what MEL prints meanwhile.
+        QVERIFY(HostPython::Execute(
+            QStringLiteral("print('a\\nb', end='')\nprint()\nmel.eval('print \"c\\\\n\"')\n"
+                           "sys.stdout.write('tail')"),
+            false));
+        QCOMPARE(Texts(MCommandMessage::kDisplay),
+                 (QStringList{QStringLiteral("a\n"), QStringLiteral("b\n"), QStringLiteral("c\n"),
+                              QStringLiteral("tail")}));
+
+        messages.clear();
+        QVERIFY(HostPython::Execute(
+            QStringLiteral("print('oops', file=sys.stderr)\nsys.stderr.write('one\\ntwo')"), false));
+        QCOMPARE(Texts(MCommandMessage::kError),
+                 (QStringList{QStringLiteral("oops"), QStringLiteral("one"), QStringLiteral("two")}));
+        QVERIFY(Texts(MCommandMessage::kDisplay).isEmpty());
+    }
+
+    void expressionResultWithDisplay()
+    {
+        QVERIFY(HostPython::Execute(QStringLiteral("calls = []"), false));
+        QVERIFY(HostPython::Execute(QStringLiteral("calls.append(1) or 6 * 7"), true));
+        QCOMPARE(Describe(messages), QStringLiteral("5:42"));
+        int count = 0;
+        QVERIFY(HostPython::EvaluateInt(QStringLiteral("len(calls)"), count));
+        QCOMPARE(count, 1); // evaluated once, not once to test and once to show
+
+        messages.clear();
+        QVERIFY(HostPython::Execute(QStringLiteral("'text'"), true));
+        QVERIFY(HostPython::Execute(QStringLiteral("None"), true));
+        QVERIFY(HostPython::Execute(QStringLiteral("6 * 7"), false));
+        QVERIFY(HostPython::Execute(QStringLiteral("print('p')"), true));
+        QVERIFY(HostPython::Execute(QStringLiteral("y = 6 * 7"), true));
+        QCOMPARE(Describe(messages), QStringLiteral("5:text|1:p\n"));
+    }
+
+    void typedEvaluationRunsStatementsWithoutValue()
+    {
+        int value = -1;
+        QVERIFY(!HostPython::EvaluateInt(QStringLiteral("y = 3"), value));
+        QCOMPARE(value, -1);
+        QVERIFY(messages.isEmpty());
+        QVERIFY(HostPython::EvaluateInt(QStringLiteral("y"), value));
+        QCOMPARE(value, 3);
+
+        QString text = QStringLiteral("unchanged");
+        QVERIFY(!HostPython::EvaluateString(QStringLiteral("for i in range(2):\n    print(i)"), text));
+        QCOMPARE(text, QStringLiteral("unchanged"));
+        QCOMPARE(Texts(MCommandMessage::kDisplay),
+                 (QStringList{QStringLiteral("0\n"), QStringLiteral("1\n")}));
+    }
+
+    void conversions_data()
+    {
+        QTest::addColumn<QString>("kind");
+        QTest::addColumn<QString>("code");
+        QTest::addColumn<bool>("ok");
+        QTest::addColumn<QString>("expected");
+        // The expected value as text (a list joined by '|'); none where the conversion is refused.
+        const char* const rows[][4] = {
+            {"int", "int", "41 + 1", "42"},
+            {"int from bool", "int", "True", "1"},
+            {"int from float", "int", "1.5", nullptr},
+            {"int too large", "int", "2 ** 40", nullptr},
+            {"double", "double", "1.25", "1.25"},
+            {"double from int", "double", "3", "3"},
+            {"double from None", "double", "None", nullptr},
+            {"string", "string", "'abc'", "abc"},
+            {"string beyond BMP", "string", "'\\u00e9\\u20ac\\U0001F600'", "\u00e9\u20ac\U0001F600"},
+            {"string from int", "string", "5", nullptr},
+            {"list", "list", "['a', 1, None]", "a|1|None"},
+            {"empty list", "list", "[]", ""},
+            {"list from str", "list", "'abc'", nullptr},
+        };
+        for (const auto& row : rows)
+            QTest::newRow(row[0]) << row[1] << row[2] << (row[3] != nullptr) << QString::fromUtf8(row[3]);
+    }
+
+    void conversions()
+    {
+        QFETCH(QString, kind);
+        QFETCH(QString, code);
+        QFETCH(bool, ok);
+        QFETCH(QString, expected);
+
+        // A failed conversion leaves the result as it was.
+        QString got;
+        if (kind == QLatin1String("int"))
+        {
+            int value = -7;
+            QCOMPARE(HostPython::EvaluateInt(code, value), ok);
+            got = QString::number(value);
+        }
+        else if (kind == QLatin1String("double"))
+        {
+            double value = -7.0;
+            QCOMPARE(HostPython::EvaluateDouble(code, value), ok);
+            got = QString::number(value);
+        }
+        else if (kind == QLatin1String("string"))
+        {
+            QString value = QStringLiteral("-7");
+            QCOMPARE(HostPython::EvaluateString(code, value), ok);
+            got = value;
+        }
+        else
+        {
+            QStringList value{QStringLiteral("-7")};
+            QCOMPARE(HostPython::EvaluateStringList(code, value), ok);
+            got = value.join(QLatin1Char('|'));
+        }
+        QCOMPARE(got, ok ? expected : QStringLiteral("-7"));
+        // A value of the wrong type is no error of the code.
+        QVERIFY2(Texts(MCommandMessage::kError).isEmpty(), qPrintable(Describe(messages)));
+    }
+
+    void tracebackAndErrorLine()
+    {
+        const QString code = QStringLiteral("def fail():\n"
+                                            "    raise ValueError('bad')\n"
+                                            "print('before')\n"
+                                            "fail()\n");
+        QVERIFY(!HostPython::Execute(code, true));
+        QCOMPARE(messages.size(), 3);
+        QCOMPARE(messages[0].text, QStringLiteral("before\n"));
+        QCOMPARE(messages[1].type, MCommandMessage::kStackTrace);
+        QVERIFY(messages[1].text.startsWith(QLatin1String("Traceback (most recent call last):\n")));
+        QVERIFY(messages[1].text.contains(QLatin1String("File \"<maya console>\", line 4, in <module>")));
+        QVERIFY(messages[1].text.contains(QLatin1String("File \"<maya console>\", line 2, in fail")));
+        QCOMPARE(messages[2].type, MCommandMessage::kError);
+        QCOMPARE(messages[2].text, QStringLiteral("ValueError: file <maya console> line 2: bad"));
+
+        // Frames outside the code that was run don't count: the line is the deepest one of ours.
+        messages.clear();
+        QVERIFY(!HostPython::Execute(QStringLiteral("import json\n\njson.loads('{')"), false));
+        const QStringList errors = Texts(MCommandMessage::kError);
+        QCOMPARE(errors.size(), 1);
+        QVERIFY2(errors.first().startsWith(QLatin1String("JSONDecodeError: file <maya console> line 3: ")),
+                 qPrintable(errors.first()));
+
+        messages.clear();
+        int value = 0;
+        QVERIFY(!HostPython::EvaluateInt(QStringLiteral("1 / 0"), value));
+        QCOMPARE(
+            Texts(MCommandMessage::kError),
+            QStringList{QStringLiteral("ZeroDivisionError: file <maya console> line 1: division by zero")});
+        QCOMPARE(Texts(MCommandMessage::kStackTrace).size(), 1);
+    }
+
+    void syntaxErrorReportsItsLine()
+    {
+        QVERIFY(HostPython::Execute(QStringLiteral("ran = 0"), false));
+        QVERIFY(!HostPython::Execute(QStringLiteral("ran = 1\nif ran\n    pass"), true));
+        QStringList errors = Texts(MCommandMessage::kError);
+        QCOMPARE(errors.size(), 1);
+        QVERIFY2(errors.first().startsWith(QLatin1String("SyntaxError: file <maya console> line 2: ")),
+                 qPrintable(errors.first()));
+        int ran = -1;
+        QVERIFY(HostPython::EvaluateInt(QStringLiteral("ran"), ran));
+        QCOMPARE(ran, 0); // nothing of code that does not compile runs
+
+        messages.clear();
+        QString text;
+        QVERIFY(!HostPython::EvaluateString(QStringLiteral("x = 1\n  y = 2"), text));
+        errors = Texts(MCommandMessage::kError);
+        QCOMPARE(errors.size(), 1);
+        QVERIFY2(errors.first().startsWith(QLatin1String("IndentationError: file <maya console> line 2: ")),
+                 qPrintable(errors.first()));
+    }
+
+    void melEvalRoundTrip()
+    {
+        QString text;
+        QVERIFY(HostPython::EvaluateString(QStringLiteral("repr(mel.eval('h2Value -kind \"int\"'))"), text));
+        QCOMPARE(text, QStringLiteral("42"));
+        QVERIFY(HostPython::EvaluateString(QStringLiteral("mel.eval('h2Value -k string')"), text));
+        QCOMPARE(text, QStringLiteral("text \"quoted\""));
+        QStringList list;
+        QVERIFY(HostPython::EvaluateStringList(QStringLiteral("mel.eval('h2Value -kind array')"), list));
+        QCOMPARE(list, (QStringList{QStringLiteral("a"), QStringLiteral("b c")}));
+        QVERIFY(HostPython::EvaluateString(QStringLiteral("repr(mel.eval('h2Value -kind none'))"), text));
+        QCOMPARE(text, QStringLiteral("None"));
+
+        // And from Python through MEL back into Python.
+        QVERIFY(HostPython::EvaluateString(QStringLiteral("repr(cmds.h2Value(kind='array'))"), text));
+        QCOMPARE(text, QStringLiteral("['a', 'b c']"));
+        QVERIFY2(Texts(MCommandMessage::kError).isEmpty(), qPrintable(Describe(messages)));
+    }
+
+    void cmdsBuildsFlagsAndObjects()
+    {
+        using Flags = QList<QPair<QString, QStringList>>;
+        auto run = [](const QString& call)
+        {
+            lastCall = HostMelCall();
+            return HostPython::Execute(QStringLiteral("cmds.") + call, false);
+        };
+
+        QVERIFY(run(QStringLiteral("h2Record('ctl', e=True, visible=False)")));
+        QVERIFY(lastCall.edit);
+        QCOMPARE(lastCall.flags, (Flags{{QStringLiteral("visible"), {QStringLiteral("0")}}}));
+        QCOMPARE(lastCall.positionals, QStringList{QStringLiteral("ctl")});
+
+        // In query mode a boolean only names the flag asked about.
+        QVERIFY(run(QStringLiteral("h2Record('ctl', q=True, visible=True)")));
+        QVERIFY(lastCall.query);
+        QCOMPARE(lastCall.flags, (Flags{{QStringLiteral("visible"), {}}}));
+
+        QVERIFY(run(QStringLiteral("h2Record(['a', 'b'], 'c', close=False, label='say \"hi\"\\n\\\\')")));
+        QCOMPARE(lastCall.flags, (Flags{{QStringLiteral("label"), {QStringLiteral("say \"hi\"\n\\")}}}));
+        QCOMPARE(lastCall.positionals,
+                 (QStringList{QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")}));
+
+        QVERIFY(run(QStringLiteral("h2Record(item=['x', 'y z'], pair=(1, 2.5))")));
+        QCOMPARE(lastCall.flags,
+                 (Flags{{QStringLiteral("item"), {QStringLiteral("x")}},
+                        {QStringLiteral("item"), {QStringLiteral("y z")}},
+                        {QStringLiteral("pair"), {QStringLiteral("1"), QStringLiteral("2.5")}}}));
+
+        QVERIFY2(Texts(MCommandMessage::kError).isEmpty(), qPrintable(Describe(messages)));
+        int flagCount = 0;
+        QVERIFY(HostPython::EvaluateInt(
+            QStringLiteral("'h2Record' in dir(cmds) and hasattr(cmds, 'h2Record')"), flagCount));
+        QCOMPARE(flagCount, 1);
+        QVERIFY(HostPython::EvaluateInt(QStringLiteral("hasattr(cmds, 'h2NoSuchCommand')"), flagCount));
+        QCOMPARE(flagCount, 0);
+    }
+
+    void failingMelRaisesRuntimeError()
+    {
+        const QString code = QStringLiteral("try:\n"
+                                            "    %1\n"
+                                            "    caught = None\n"
+                                            "except RuntimeError as error:\n"
+                                            "    caught = str(error)\n");
+        QString caught;
+        QVERIFY(HostPython::Execute(code.arg(QStringLiteral("mel.eval('h2Fail')")), false));
+        QVERIFY(HostPython::EvaluateString(QStringLiteral("caught"), caught));
+        QCOMPARE(caught, QStringLiteral("Error occurred during execution of MEL script"));
+        QVERIFY(Texts(MCommandMessage::kError).contains(QStringLiteral("h2 failure text")));
+
+        // A command called from Python carries MEL's own error text.
+        QVERIFY(HostPython::Execute(code.arg(QStringLiteral("cmds.h2Fail()")), false));
+        QVERIFY(HostPython::EvaluateString(QStringLiteral("caught"), caught));
+        QCOMPARE(caught, QStringLiteral("h2 failure text"));
+
+        // Uncaught, it is reported against the Python line.
+        messages.clear();
+        QVERIFY(!HostPython::Execute(QStringLiteral("\nmel.eval('h2Fail')"), false));
+        QCOMPARE(
+            Texts(MCommandMessage::kError).last(),
+            QStringLiteral(
+                "RuntimeError: file <maya console> line 2: Error occurred during execution of MEL script"));
+    }
+
+    void mayaPackageModules()
+    {
+        QVERIFY(HostPython::Execute(
+            QStringLiteral("import maya.cmds, maya.mel, maya.utils\n"
+                           "import maya.OpenMaya, maya.OpenMayaAnim, maya.OpenMayaFX\n"
+                           "import maya.OpenMayaMPx, maya.OpenMayaRender, maya.OpenMayaUI\n"
+                           "import maya.api.OpenMaya"),
+            false));
+        QVERIFY2(messages.isEmpty(), qPrintable(Describe(messages)));
+        QVERIFY(!HostPython::Execute(QStringLiteral("import maya.OpenMayaCloth"), false));
+        QCOMPARE(Texts(MCommandMessage::kError),
+                 QStringList{QStringLiteral("ModuleNotFoundError: file <maya console> line 1: "
+                                            "No module named 'maya.OpenMayaCloth'")});
+        // Removing a module of the maya package forces a fresh import, as the module state revert needs.
+        int value = 0;
+        QVERIFY(HostPython::Execute(QStringLiteral("import maya.OpenMaya\n"
+                                                   "first = maya.OpenMaya\n"
+                                                   "del sys.modules['maya.OpenMaya']\n"
+                                                   "import maya.OpenMaya\n"
+                                                   "fresh = maya.OpenMaya is not first"),
+                                    false));
+        QVERIFY(HostPython::EvaluateInt(QStringLiteral("fresh"), value));
+        QCOMPARE(value, 1);
+    }
+
+    void executeDeferredWaitsForIdle()
+    {
+        QVERIFY(HostPython::Execute(QStringLiteral("import maya.utils\n"
+                                                   "deferred = []\n"
+                                                   "maya.utils.executeDeferred(deferred.append, 1)\n"
+                                                   "maya.utils.executeDeferred('deferred.append(2)')\n"
+                                                   "maya.utils.executeDeferred('1/0')"),
+                                    false));
+        int count = -1;
+        QVERIFY(HostPython::EvaluateInt(QStringLiteral("len(deferred)"), count));
+        QCOMPARE(count, 0);
+        QVERIFY(messages.isEmpty());
+        HostIdleQueue::Flush();
+        QStringList list;
+        QVERIFY(HostPython::EvaluateStringList(QStringLiteral("deferred"), list));
+        QCOMPARE(list, (QStringList{QStringLiteral("1"), QStringLiteral("2")}));
+        QCOMPARE(
+            Texts(MCommandMessage::kError),
+            QStringList{QStringLiteral("ZeroDivisionError: file <maya console> line 1: division by zero")});
+    }
+
+    void threadsReachTheHostOnTheMainThread()
+    {
+        everythingOnMainThread = true;
+        QVERIFY(HostPython::Execute(
+            QStringLiteral("import threading, maya.utils\n"
+                           "thread_results = []\n"
+                           "def work():\n"
+                           "    thread_results.append(mel.eval('h2Value -k int'))\n"
+                           "    on_main = lambda: threading.current_thread() is threading.main_thread()\n"
+                           "    thread_results.append(maya.utils.executeInMainThreadWithResult(on_main))\n"
+                           "    thread_results.append(on_main())\n"
+                           "    print('from thread')\n"
+                           "worker = threading.Thread(target=work)\n"
+                           "worker.start()"),
+            false));
+        // The worker runs while the main thread waits in its event loop, without the GIL.
+        QTRY_COMPARE(Texts(MCommandMessage::kDisplay), QStringList{QStringLiteral("from thread\n")});
+        QVERIFY(HostPython::Execute(QStringLiteral("worker.join()"), false));
+        QString results;
+        QVERIFY(HostPython::EvaluateString(QStringLiteral("repr(thread_results)"), results));
+        QCOMPARE(results, QStringLiteral("[42, True, False]"));
+        QVERIFY(everythingOnMainThread);
+    }
 
 private:
     struct sigaction sigintBefore = {};
     MCallbackId recorderId = 0;
 };
-
-void TestHostPython::initTestCase()
-{
-    // A handler of the application's own, which Python must leave in place.
-    struct sigaction handler = {};
-    handler.sa_handler = &IgnoreSignal;
-    sigaction(SIGINT, &handler, &sigintBefore);
-
-    HostOutput::SetTerminalEchoEnabled(false);
-    recorderId = MCommandMessage::addCommandOutputCallback(&Record);
-    QVERIFY(HostPython::Initialize());
-    QVERIFY(HostPython::IsInitialized());
-    QVERIFY(HostPython::Initialize());
-
-    HostMel::RegisterCommand(QStringLiteral("h2Value"), {{QStringLiteral("k"), QStringLiteral("kind"), 1}},
-                             &ValueCommand);
-    HostMel::RegisterCommand(QStringLiteral("h2Record"),
-                             {{QStringLiteral("q"), QStringLiteral("query"), 0},
-                              {QStringLiteral("e"), QStringLiteral("edit"), 0},
-                              {QStringLiteral("vis"), QStringLiteral("visible"), 1},
-                              {QStringLiteral("cl"), QStringLiteral("close"), 0},
-                              {QStringLiteral("l"), QStringLiteral("label"), 1},
-                              {QStringLiteral("it"), QStringLiteral("item"), 1},
-                              {QStringLiteral("p"), QStringLiteral("pair"), 2}},
-                             &RecordingCommand);
-    HostMel::RegisterCommand(QStringLiteral("h2Fail"), {}, &FailingCommand);
-    QVERIFY(HostPython::Execute(
-        QStringLiteral("import sys\nimport maya.cmds as cmds\nimport maya.mel as mel"), false));
-}
-
-void TestHostPython::init()
-{
-    messages.clear();
-}
-
-void TestHostPython::cleanupTestCase()
-{
-    HostMel::UnregisterCommand(QStringLiteral("h2Value"));
-    HostMel::UnregisterCommand(QStringLiteral("h2Record"));
-    HostMel::UnregisterCommand(QStringLiteral("h2Fail"));
-    MMessage::removeCallback(recorderId);
-    sigaction(SIGINT, &sigintBefore, nullptr);
-}
-
-void TestHostPython::interpreterIsolatedAndQuiet()
-{
-    int flag = 0;
-    // Importing signal must not take Ctrl+C away from the application.
-    QVERIFY(HostPython::Execute(QStringLiteral("import signal"), false));
-    struct sigaction now = {};
-    sigaction(SIGINT, nullptr, &now);
-    QVERIFY(now.sa_handler == &IgnoreSignal);
-
-    // No terminal to read from: input() ends at once instead of blocking.
-    QVERIFY(HostPython::Execute(
-        QStringLiteral("try:\n    input()\n    got_eof = False\nexcept EOFError:\n    got_eof = True"),
-        false));
-    QVERIFY(HostPython::EvaluateInt(QStringLiteral("got_eof"), flag));
-    QCOMPARE(flag, 1);
-}
-
-void TestHostPython::mainNamespacePersists()
-{
-    QVERIFY(HostPython::Execute(QStringLiteral("x = 5"), false));
-    QVERIFY(HostPython::Execute(QStringLiteral("print(x)"), false));
-    QCOMPARE(Texts(MCommandMessage::kDisplay), QStringList{QStringLiteral("5\n")});
-
-    QVERIFY(HostPython::Execute(
-        QStringLiteral("class Counter:\n    def twice(self, n):\n        return 2 * n"), true));
-    int value = 0;
-    QVERIFY(HostPython::EvaluateInt(QStringLiteral("Counter().twice(x)"), value));
-    QCOMPARE(value, 10);
-    QVERIFY(HostPython::EvaluateInt(QStringLiteral("__import__('__main__').Counter is Counter"), value));
-    QCOMPARE(value, 1);
-}
-
-void TestHostPython::printGoesOutLineByLine()
-{
-    // Line by line, in order with what MEL prints meanwhile.
-    QVERIFY(
-        HostPython::Execute(QStringLiteral("print('a\\nb', end='')\nprint()\nmel.eval('print \"c\\\\n\"')\n"
-                                           "sys.stdout.write('tail')"),
-                            false));
-    QCOMPARE(Texts(MCommandMessage::kDisplay), (QStringList{QStringLiteral("a\n"), QStringLiteral("b\n"),
-                                                            QStringLiteral("c\n"), QStringLiteral("tail")}));
-
-    messages.clear();
-    QVERIFY(HostPython::Execute(
-        QStringLiteral("print('oops', file=sys.stderr)\nsys.stderr.write('one\\ntwo')"), false));
-    QCOMPARE(Texts(MCommandMessage::kError),
-             (QStringList{QStringLiteral("oops"), QStringLiteral("one"), QStringLiteral("two")}));
-    QVERIFY(Texts(MCommandMessage::kDisplay).isEmpty());
-}
-
-void TestHostPython::expressionResultWithDisplay()
-{
-    QVERIFY(HostPython::Execute(QStringLiteral("calls = []"), false));
-    QVERIFY(HostPython::Execute(QStringLiteral("calls.append(1) or 6 * 7"), true));
-    QCOMPARE(Describe(messages), QStringLiteral("5:42"));
-    int count = 0;
-    QVERIFY(HostPython::EvaluateInt(QStringLiteral("len(calls)"), count));
-    QCOMPARE(count, 1); // evaluated once, not once to test and once to show
-
-    messages.clear();
-    QVERIFY(HostPython::Execute(QStringLiteral("'text'"), true));
-    QVERIFY(HostPython::Execute(QStringLiteral("None"), true));
-    QVERIFY(HostPython::Execute(QStringLiteral("6 * 7"), false));
-    QVERIFY(HostPython::Execute(QStringLiteral("print('p')"), true));
-    QVERIFY(HostPython::Execute(QStringLiteral("y = 6 * 7"), true));
-    QCOMPARE(Describe(messages), QStringLiteral("5:text|1:p\n"));
-}
-
-void TestHostPython::typedEvaluationRunsStatementsWithoutValue()
-{
-    int value = -1;
-    QVERIFY(!HostPython::EvaluateInt(QStringLiteral("y = 3"), value));
-    QCOMPARE(value, -1);
-    QVERIFY(messages.isEmpty());
-    QVERIFY(HostPython::EvaluateInt(QStringLiteral("y"), value));
-    QCOMPARE(value, 3);
-
-    QString text = QStringLiteral("unchanged");
-    QVERIFY(!HostPython::EvaluateString(QStringLiteral("for i in range(2):\n    print(i)"), text));
-    QCOMPARE(text, QStringLiteral("unchanged"));
-    QCOMPARE(Texts(MCommandMessage::kDisplay), (QStringList{QStringLiteral("0\n"), QStringLiteral("1\n")}));
-}
-
-void TestHostPython::conversions_data()
-{
-    QTest::addColumn<QString>("kind");
-    QTest::addColumn<QString>("code");
-    QTest::addColumn<bool>("ok");
-    QTest::addColumn<QString>("expected");
-    // The expected value as text (a list joined by '|'); none where the conversion is refused.
-    const char* const rows[][4] = {
-        {"int", "int", "41 + 1", "42"},
-        {"int from bool", "int", "True", "1"},
-        {"int from float", "int", "1.5", nullptr},
-        {"int too large", "int", "2 ** 40", nullptr},
-        {"double", "double", "1.25", "1.25"},
-        {"double from int", "double", "3", "3"},
-        {"double from None", "double", "None", nullptr},
-        {"string", "string", "'abc'", "abc"},
-        {"string beyond BMP", "string", "'\\u00e9\\u20ac\\U0001F600'", "\u00e9\u20ac\U0001F600"},
-        {"string from int", "string", "5", nullptr},
-        {"list", "list", "['a', 1, None]", "a|1|None"},
-        {"empty list", "list", "[]", ""},
-        {"list from str", "list", "'abc'", nullptr},
-    };
-    for (const auto& row : rows)
-        QTest::newRow(row[0]) << row[1] << row[2] << (row[3] != nullptr) << QString::fromUtf8(row[3]);
-}
-
-void TestHostPython::conversions()
-{
-    QFETCH(QString, kind);
-    QFETCH(QString, code);
-    QFETCH(bool, ok);
-    QFETCH(QString, expected);
-
-    // A failed conversion leaves the result as it was.
-    QString got;
-    if (kind == QLatin1String("int"))
-    {
-        int value = -7;
-        QCOMPARE(HostPython::EvaluateInt(code, value), ok);
-        got = QString::number(value);
-    }
-    else if (kind == QLatin1String("double"))
-    {
-        double value = -7.0;
-        QCOMPARE(HostPython::EvaluateDouble(code, value), ok);
-        got = QString::number(value);
-    }
-    else if (kind == QLatin1String("string"))
-    {
-        QString value = QStringLiteral("-7");
-        QCOMPARE(HostPython::EvaluateString(code, value), ok);
-        got = value;
-    }
-    else
-    {
-        QStringList value{QStringLiteral("-7")};
-        QCOMPARE(HostPython::EvaluateStringList(code, value), ok);
-        got = value.join(QLatin1Char('|'));
-    }
-    QCOMPARE(got, ok ? expected : QStringLiteral("-7"));
-    // A value of the wrong type is no error of the code.
-    QVERIFY2(Texts(MCommandMessage::kError).isEmpty(), qPrintable(Describe(messages)));
-}
-
-void TestHostPython::tracebackAndErrorLine()
-{
-    const QString code = QStringLiteral("def fail():\n"
-                                        "    raise ValueError('bad')\n"
-                                        "print('before')\n"
-                                        "fail()\n");
-    QVERIFY(!HostPython::Execute(code, true));
-    QCOMPARE(messages.size(), 3);
-    QCOMPARE(messages[0].text, QStringLiteral("before\n"));
-    QCOMPARE(messages[1].type, MCommandMessage::kStackTrace);
-    QVERIFY(messages[1].text.startsWith(QLatin1String("Traceback (most recent call last):\n")));
-    QVERIFY(messages[1].text.contains(QLatin1String("File \"<maya console>\", line 4, in <module>")));
-    QVERIFY(messages[1].text.contains(QLatin1String("File \"<maya console>\", line 2, in fail")));
-    QCOMPARE(messages[2].type, MCommandMessage::kError);
-    QCOMPARE(messages[2].text, QStringLiteral("ValueError: file <maya console> line 2: bad"));
-
-    // Frames outside the code that was run don't count: the line is the deepest one of ours.
-    messages.clear();
-    QVERIFY(!HostPython::Execute(QStringLiteral("import json\n\njson.loads('{')"), false));
-    const QStringList errors = Texts(MCommandMessage::kError);
-    QCOMPARE(errors.size(), 1);
-    QVERIFY2(errors.first().startsWith(QLatin1String("JSONDecodeError: file <maya console> line 3: ")),
-             qPrintable(errors.first()));
-
-    messages.clear();
-    int value = 0;
-    QVERIFY(!HostPython::EvaluateInt(QStringLiteral("1 / 0"), value));
-    QCOMPARE(Texts(MCommandMessage::kError),
-             QStringList{QStringLiteral("ZeroDivisionError: file <maya console> line 1: division by zero")});
-    QCOMPARE(Texts(MCommandMessage::kStackTrace).size(), 1);
-}
-
-void TestHostPython::syntaxErrorReportsItsLine()
-{
-    QVERIFY(HostPython::Execute(QStringLiteral("ran = 0"), false));
-    QVERIFY(!HostPython::Execute(QStringLiteral("ran = 1\nif ran\n    pass"), true));
-    QStringList errors = Texts(MCommandMessage::kError);
-    QCOMPARE(errors.size(), 1);
-    QVERIFY2(errors.first().startsWith(QLatin1String("SyntaxError: file <maya console> line 2: ")),
-             qPrintable(errors.first()));
-    int ran = -1;
-    QVERIFY(HostPython::EvaluateInt(QStringLiteral("ran"), ran));
-    QCOMPARE(ran, 0); // nothing of code that does not compile runs
-
-    messages.clear();
-    QString text;
-    QVERIFY(!HostPython::EvaluateString(QStringLiteral("x = 1\n  y = 2"), text));
-    errors = Texts(MCommandMessage::kError);
-    QCOMPARE(errors.size(), 1);
-    QVERIFY2(errors.first().startsWith(QLatin1String("IndentationError: file <maya console> line 2: ")),
-             qPrintable(errors.first()));
-}
-
-void TestHostPython::melEvalRoundTrip()
-{
-    QString text;
-    QVERIFY(HostPython::EvaluateString(QStringLiteral("repr(mel.eval('h2Value -kind \"int\"'))"), text));
-    QCOMPARE(text, QStringLiteral("42"));
-    QVERIFY(HostPython::EvaluateString(QStringLiteral("mel.eval('h2Value -k string')"), text));
-    QCOMPARE(text, QStringLiteral("text \"quoted\""));
-    QStringList list;
-    QVERIFY(HostPython::EvaluateStringList(QStringLiteral("mel.eval('h2Value -kind array')"), list));
-    QCOMPARE(list, (QStringList{QStringLiteral("a"), QStringLiteral("b c")}));
-    QVERIFY(HostPython::EvaluateString(QStringLiteral("repr(mel.eval('h2Value -kind none'))"), text));
-    QCOMPARE(text, QStringLiteral("None"));
-
-    // And from Python through MEL back into Python.
-    QVERIFY(HostPython::EvaluateString(QStringLiteral("repr(cmds.h2Value(kind='array'))"), text));
-    QCOMPARE(text, QStringLiteral("['a', 'b c']"));
-    QVERIFY2(Texts(MCommandMessage::kError).isEmpty(), qPrintable(Describe(messages)));
-}
-
-void TestHostPython::cmdsBuildsFlagsAndObjects()
-{
-    using Flags = QList<QPair<QString, QStringList>>;
-    auto run = [](const QString& call)
-    {
-        lastCall = HostMelCall();
-        return HostPython::Execute(QStringLiteral("cmds.") + call, false);
-    };
-
-    QVERIFY(run(QStringLiteral("h2Record('ctl', e=True, visible=False)")));
-    QVERIFY(lastCall.edit);
-    QCOMPARE(lastCall.flags, (Flags{{QStringLiteral("visible"), {QStringLiteral("0")}}}));
-    QCOMPARE(lastCall.positionals, QStringList{QStringLiteral("ctl")});
-
-    // In query mode a boolean only names the flag asked about.
-    QVERIFY(run(QStringLiteral("h2Record('ctl', q=True, visible=True)")));
-    QVERIFY(lastCall.query);
-    QCOMPARE(lastCall.flags, (Flags{{QStringLiteral("visible"), {}}}));
-
-    QVERIFY(run(QStringLiteral("h2Record(['a', 'b'], 'c', close=False, label='say \"hi\"\\n\\\\')")));
-    QCOMPARE(lastCall.flags, (Flags{{QStringLiteral("label"), {QStringLiteral("say \"hi\"\n\\")}}}));
-    QCOMPARE(lastCall.positionals,
-             (QStringList{QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")}));
-
-    QVERIFY(run(QStringLiteral("h2Record(item=['x', 'y z'], pair=(1, 2.5))")));
-    QCOMPARE(lastCall.flags, (Flags{{QStringLiteral("item"), {QStringLiteral("x")}},
-                                    {QStringLiteral("item"), {QStringLiteral("y z")}},
-                                    {QStringLiteral("pair"), {QStringLiteral("1"), QStringLiteral("2.5")}}}));
-
-    QVERIFY2(Texts(MCommandMessage::kError).isEmpty(), qPrintable(Describe(messages)));
-    int flagCount = 0;
-    QVERIFY(HostPython::EvaluateInt(QStringLiteral("'h2Record' in dir(cmds) and hasattr(cmds, 'h2Record')"),
-                                    flagCount));
-    QCOMPARE(flagCount, 1);
-    QVERIFY(HostPython::EvaluateInt(QStringLiteral("hasattr(cmds, 'h2NoSuchCommand')"), flagCount));
-    QCOMPARE(flagCount, 0);
-}
-
-void TestHostPython::failingMelRaisesRuntimeError()
-{
-    const QString code = QStringLiteral("try:\n"
-                                        "    %1\n"
-                                        "    caught = None\n"
-                                        "except RuntimeError as error:\n"
-                                        "    caught = str(error)\n");
-    QString caught;
-    QVERIFY(HostPython::Execute(code.arg(QStringLiteral("mel.eval('h2Fail')")), false));
-    QVERIFY(HostPython::EvaluateString(QStringLiteral("caught"), caught));
-    QCOMPARE(caught, QStringLiteral("Error occurred during execution of MEL script"));
-    QVERIFY(Texts(MCommandMessage::kError).contains(QStringLiteral("h2 failure text")));
-
-    // A command called from Python carries MEL's own error text.
-    QVERIFY(HostPython::Execute(code.arg(QStringLiteral("cmds.h2Fail()")), false));
-    QVERIFY(HostPython::EvaluateString(QStringLiteral("caught"), caught));
-    QCOMPARE(caught, QStringLiteral("h2 failure text"));
-
-    // Uncaught, it is reported against the Python line.
-    messages.clear();
-    QVERIFY(!HostPython::Execute(QStringLiteral("\nmel.eval('h2Fail')"), false));
-    QCOMPARE(Texts(MCommandMessage::kError).last(),
-             QStringLiteral(
-                 "RuntimeError: file <maya console> line 2: Error occurred during execution of MEL script"));
-}
-
-void TestHostPython::mayaPackageModules()
-{
-    QVERIFY(
-        HostPython::Execute(QStringLiteral("import maya.cmds, maya.mel, maya.utils\n"
-                                           "import maya.OpenMaya, maya.OpenMayaAnim, maya.OpenMayaFX\n"
-                                           "import maya.OpenMayaMPx, maya.OpenMayaRender, maya.OpenMayaUI\n"
-                                           "import maya.api.OpenMaya"),
-                            false));
-    QVERIFY2(messages.isEmpty(), qPrintable(Describe(messages)));
-    QVERIFY(!HostPython::Execute(QStringLiteral("import maya.OpenMayaCloth"), false));
-    QCOMPARE(Texts(MCommandMessage::kError),
-             QStringList{QStringLiteral("ModuleNotFoundError: file <maya console> line 1: "
-                                        "No module named 'maya.OpenMayaCloth'")});
-    // Removing a module of the maya package forces a fresh import, as the module state revert needs.
-    int value = 0;
-    QVERIFY(HostPython::Execute(QStringLiteral("import maya.OpenMaya\n"
-                                               "first = maya.OpenMaya\n"
-                                               "del sys.modules['maya.OpenMaya']\n"
-                                               "import maya.OpenMaya\n"
-                                               "fresh = maya.OpenMaya is not first"),
-                                false));
-    QVERIFY(HostPython::EvaluateInt(QStringLiteral("fresh"), value));
-    QCOMPARE(value, 1);
-}
-
-void TestHostPython::executeDeferredWaitsForIdle()
-{
-    QVERIFY(HostPython::Execute(QStringLiteral("import maya.utils\n"
-                                               "deferred = []\n"
-                                               "maya.utils.executeDeferred(deferred.append, 1)\n"
-                                               "maya.utils.executeDeferred('deferred.append(2)')\n"
-                                               "maya.utils.executeDeferred('1/0')"),
-                                false));
-    int count = -1;
-    QVERIFY(HostPython::EvaluateInt(QStringLiteral("len(deferred)"), count));
-    QCOMPARE(count, 0);
-    QVERIFY(messages.isEmpty());
-    HostIdleQueue::Flush();
-    QStringList list;
-    QVERIFY(HostPython::EvaluateStringList(QStringLiteral("deferred"), list));
-    QCOMPARE(list, (QStringList{QStringLiteral("1"), QStringLiteral("2")}));
-    QCOMPARE(Texts(MCommandMessage::kError),
-             QStringList{QStringLiteral("ZeroDivisionError: file <maya console> line 1: division by zero")});
-}
-
-void TestHostPython::threadsReachTheHostOnTheMainThread()
-{
-    everythingOnMainThread = true;
-    QVERIFY(HostPython::Execute(
-        QStringLiteral("import threading, maya.utils\n"
-                       "thread_results = []\n"
-                       "def work():\n"
-                       "    thread_results.append(mel.eval('h2Value -k int'))\n"
-                       "    on_main = lambda: threading.current_thread() is threading.main_thread()\n"
-                       "    thread_results.append(maya.utils.executeInMainThreadWithResult(on_main))\n"
-                       "    thread_results.append(on_main())\n"
-                       "    print('from thread')\n"
-                       "worker = threading.Thread(target=work)\n"
-                       "worker.start()"),
-        false));
-    // The worker runs while the main thread waits in its event loop, without the GIL.
-    QTRY_COMPARE(Texts(MCommandMessage::kDisplay), QStringList{QStringLiteral("from thread\n")});
-    QVERIFY(HostPython::Execute(QStringLiteral("worker.join()"), false));
-    QString results;
-    QVERIFY(HostPython::EvaluateString(QStringLiteral("repr(thread_results)"), results));
-    QCOMPARE(results, QStringLiteral("[42, True, False]"));
-    QVERIFY(everythingOnMainThread);
-}
 
 int main(int argc, char** argv)
 {

@@ -97,246 +97,231 @@ class TestHostUi : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
+    void init()
+    {
+        pluginLog.clear();
+        recorder = std::make_unique<OutputRecorder>();
+        host = std::make_unique<HostApplication>(false);
+    }
 
-    void workspaceControlCreateQueryEdit();
-    void workspaceControlCloseAndRetain();
-    void workspaceControlTitleBarClose();
-    void qtUtilLookups();
-    void quitVetoedThenCompleted_data();
-    void quitVetoedThenCompleted();
-    void quitCommandIsQueued();
-    void batchModeFailures();
+    void cleanup()
+    {
+        recorder.reset();
+        host.reset();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+
+    void workspaceControlCreateQueryEdit()
+    {
+        QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -exists testPanel")), 0);
+        QCOMPARE(MelString(QStringLiteral("workspaceControl -label \"Test Panel\" -retain 1 -floating 0 "
+                                          "-visible 1 -uiScript \"print 1\" -initialWidth 300 testPanel")),
+                 QStringLiteral("testPanel"));
+
+        auto* dock = Window()->findChild<QDockWidget*>(QStringLiteral("testPanel"));
+        QVERIFY(dock);
+        QCOMPARE(dock->windowTitle(), QStringLiteral("Test Panel"));
+        QVERIFY(Window()->dockWidgetArea(dock) != Qt::NoDockWidgetArea);
+        QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -vis testPanel")), 1);
+        QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -floating testPanel")), 0);
+        QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -collapse testPanel")), 0);
+        QCOMPARE(MelString(QStringLiteral("workspaceControl -q -l testPanel")), QStringLiteral("Test Panel"));
+        QCOMPARE(host->WorkspaceControlUiScript(QStringLiteral("testPanel")), QStringLiteral("print 1"));
+
+        // Hiding, collapsing and restoring are driven by the plug-in's own tests.
+        QCOMPARE(Mel(QStringLiteral("workspaceControl -e -l \"Renamed\" -fl 1 -uiScript \"brindletEditor2\" "
+                                    "testPanel")),
+                 MStatus::kSuccess);
+        QCOMPARE(dock->windowTitle(), QStringLiteral("Renamed"));
+        QVERIFY(dock->isFloating());
+        QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -fl testPanel")), 1);
+        QCOMPARE(host->WorkspaceControlUiScript(QStringLiteral("testPanel")),
+                 QStringLiteral("brindletEditor2"));
+
+        // A second control of the same name, and any question about a missing one, fail loudly.
+        const int errorsBefore = ErrorCount();
+        QCOMPARE(Mel(QStringLiteral("workspaceControl testPanel")), MStatus::kFailure);
+        QCOMPARE(Mel(QStringLiteral("workspaceControl -q -visible missingPanel")), MStatus::kFailure);
+        QCOMPARE(Mel(QStringLiteral("workspaceControl -e -restore missingPanel")), MStatus::kFailure);
+        QCOMPARE(ErrorCount(), errorsBefore + 3);
+        QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -exists missingPanel")), 0);
+    }
+
+    void workspaceControlCloseAndRetain()
+    {
+        QCOMPARE(Mel(QStringLiteral("workspaceControl -rt 1 keptPanel")), MStatus::kSuccess);
+        QCOMPARE(Mel(QStringLiteral("workspaceControl -e -close keptPanel")), MStatus::kSuccess);
+        QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -exists keptPanel")), 1);
+        QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -visible keptPanel")), 0);
+        QCOMPARE(Mel(QStringLiteral("workspaceControl -e -rs keptPanel")), MStatus::kSuccess);
+        QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -visible keptPanel")), 1);
+
+        QCOMPARE(Mel(QStringLiteral("workspaceControl -retain 0 droppedPanel")), MStatus::kSuccess);
+        QPointer<QWidget> content = MQtUtil::findControl("droppedPanel");
+        QVERIFY(content);
+        QCOMPARE(Mel(QStringLiteral("workspaceControl -e -cl droppedPanel")), MStatus::kSuccess);
+        QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -exists droppedPanel")), 0);
+        QVERIFY(!MQtUtil::findControl("droppedPanel"));
+        QVERIFY(!MQtUtil::getCurrentParent());
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QVERIFY(content.isNull());
+
+        // deleteUI removes a retained control too.
+        QCOMPARE(Mel(QStringLiteral("deleteUI keptPanel")), MStatus::kSuccess);
+        QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -exists keptPanel")), 0);
+        QCOMPARE(Mel(QStringLiteral("deleteUI keptPanel")), MStatus::kFailure);
+    }
+
+    void workspaceControlTitleBarClose()
+    {
+        host->ShowMainWindow();
+        QVERIFY(QTest::qWaitForWindowExposed(Window()));
+        QCOMPARE(Mel(QStringLiteral("workspaceControl -rt 1 keptPanel")), MStatus::kSuccess);
+        QCOMPARE(Mel(QStringLiteral("workspaceControl -rt 0 droppedPanel")), MStatus::kSuccess);
+
+        const auto clickClose = [this](const QString& name)
+        {
+            auto* dock = Window()->findChild<QDockWidget*>(name);
+            auto* button =
+                dock ? dock->findChild<QAbstractButton*>(QStringLiteral("qt_dockwidget_closebutton"))
+                     : nullptr;
+            if (!button || !button->isVisible())
+                return false;
+            QTest::mouseClick(button, Qt::LeftButton);
+            return true;
+        };
+        QVERIFY(clickClose(QStringLiteral("keptPanel")));
+        QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -exists keptPanel")), 1);
+        QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -visible keptPanel")), 0);
+        QVERIFY(clickClose(QStringLiteral("droppedPanel")));
+        QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -exists droppedPanel")), 0);
+    }
+
+    // The lookups the plug-in makes: the current parent after a control is made, the control by
+    // name, and its content as a layout for the plug-in's widget.
+    void qtUtilLookups()
+    {
+        QCOMPARE(MQtUtil::mainWindow(), static_cast<QWidget*>(host->MainWindow()));
+        QVERIFY(!MQtUtil::getCurrentParent());
+        QCOMPARE(Mel(QStringLiteral("workspaceControl panelA")), MStatus::kSuccess);
+        QWidget* contentA = MQtUtil::getCurrentParent();
+        QCOMPARE(Mel(QStringLiteral("workspaceControl panelB")), MStatus::kSuccess);
+        QWidget* contentB = MQtUtil::getCurrentParent();
+        QVERIFY(contentA && contentB && contentA != contentB);
+        QCOMPARE(MQtUtil::findControl("panelA"), contentA);
+        QCOMPARE(MQtUtil::findControl("panelB"), contentB);
+        QVERIFY(qobject_cast<QDockWidget*>(contentB->parentWidget()));
+
+        auto* label = new QLabel(QStringLiteral("child"));
+        QVERIFY(!MQtUtil::addWidgetToMayaLayout(label, contentB).isEmpty());
+        QCOMPARE(label->parentWidget(), contentB);
+        QVERIFY(contentB->layout()->indexOf(label) >= 0);
+        QVERIFY(MQtUtil::addWidgetToMayaLayout(nullptr, contentB).isEmpty());
+        const QString text = QStringLiteral("Gr\u00FC\u00DFe \U0001F600");
+        QCOMPARE(MQtUtil::toQString(MQtUtil::toMString(text)), text);
+    }
+
+    void quitVetoedThenCompleted_data()
+    {
+        QTest::addColumn<bool>("byWindow");
+        QTest::addColumn<bool>("consume");
+        QTest::newRow("quit, filter eats the close") << false << true;
+        QTest::newRow("quit, filter ignores the close") << false << false;
+        QTest::newRow("user closes the window") << true << true;
+    }
+
+    // A vetoed close leaves everything loaded; the next one quits once, whatever comes after.
+    void quitVetoedThenCompleted()
+    {
+        QFETCH(bool, byWindow);
+        QFETCH(bool, consume);
+        LoadTestPlugin();
+        QSignalSpy finished(host.get(), &HostApplication::QuitFinished);
+        host->ShowMainWindow();
+        QVERIFY(QTest::qWaitForWindowExposed(Window()));
+        const auto quit = [this, byWindow] { return byWindow ? Window()->close() : host->Quit(); };
+
+        CloseVeto veto(consume);
+        Window()->installEventFilter(&veto);
+        QVERIFY(!quit());
+        Window()->removeEventFilter(&veto);
+        QCOMPARE(veto.seen, 1);
+        QVERIFY(!host->HasQuit());
+        QVERIFY(HostPlugins::IsLoaded(TEST_PLUGIN));
+        QVERIFY(pluginLog.isEmpty());
+
+        QVERIFY(quit());
+        QVERIFY(host->HasQuit());
+        QCOMPARE(pluginLog, QStringList({QStringLiteral("quitApplication"), QStringLiteral("uninitialize")}));
+        QVERIFY(!HostPlugins::IsLoaded(TEST_PLUGIN));
+        QVERIFY(!Window()->isVisible());
+        Window()->show();
+        Window()->close();
+        QVERIFY(host->Quit());
+        QCOMPARE(finished.count(), 1);
+        QCOMPARE(pluginLog.size(), 2);
+    }
+
+    void quitCommandIsQueued()
+    {
+        LoadTestPlugin();
+        QCOMPARE(Mel(QStringLiteral("hostUiTestQuit")), MStatus::kSuccess);
+        QVERIFY(loadedAfterQuitCommand);
+        QVERIFY(!host->HasQuit());
+        QVERIFY(HostPlugins::IsLoaded(TEST_PLUGIN));
+
+        host->ProcessIdleQueue();
+        QVERIFY(host->HasQuit());
+        QVERIFY(!HostPlugins::IsLoaded(TEST_PLUGIN));
+        QCOMPARE(pluginLog, QStringList({QStringLiteral("quitApplication"), QStringLiteral("uninitialize")}));
+    }
+
+    void batchModeFailures()
+    {
+        host.reset();
+        host = std::make_unique<HostApplication>(true);
+        QVERIFY(!host->MainWindow());
+        QVERIFY(!MQtUtil::mainWindow());
+        QVERIFY(!MQtUtil::findControl("MayaWindow"));
+        QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -exists anyPanel")), 0);
+
+        const QStringList failing = {
+            QStringLiteral("workspaceControl anyPanel"),
+            QStringLiteral("workspaceControlState -e -tlc 1 2 -w 3 -h 4 anyPanel"),
+            QStringLiteral("symbolButton -q -c anyButton"),
+            QStringLiteral("showHelp DocsMelCommands"),
+            QStringLiteral("scriptToShelf \"a\" \"b\" 1"),
+            QStringLiteral("lsUI -type symbolButton"),
+        };
+        for (const QString& command : failing)
+        {
+            const int errorsBefore = ErrorCount();
+            QVERIFY2(Mel(command) == MStatus::kFailure, qPrintable(command));
+            QVERIFY2(ErrorCount() > errorsBefore, qPrintable(command));
+        }
+        QVERIFY(host->ShownHelp().isEmpty());
+        QVERIFY(host->ShelfButtons().isEmpty());
+
+        // The quit path works without a window.
+        LoadTestPlugin();
+        QVERIFY(host->Quit());
+        QCOMPARE(pluginLog, QStringList({QStringLiteral("quitApplication"), QStringLiteral("uninitialize")}));
+    }
 
 private:
-    HostMainWindow* Window() const;
-    void LoadTestPlugin();
+    HostMainWindow* Window() const { return host->HostWindow(); }
+
+    void LoadTestPlugin()
+    {
+        QCOMPARE(host->LoadPlugin(TEST_PLUGIN, InitializeTestPlugin, UninitializeTestPlugin),
+                 MStatus::kSuccess);
+        pluginLog.clear();
+    }
 
     std::unique_ptr<HostApplication> host;
     std::unique_ptr<OutputRecorder> recorder;
     int ErrorCount() const { return static_cast<int>(recorder->Errors().size()); }
 };
-
-void TestHostUi::init()
-{
-    pluginLog.clear();
-    recorder = std::make_unique<OutputRecorder>();
-    host = std::make_unique<HostApplication>(false);
-}
-
-void TestHostUi::cleanup()
-{
-    recorder.reset();
-    host.reset();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-}
-
-HostMainWindow* TestHostUi::Window() const
-{
-    return host->HostWindow();
-}
-
-void TestHostUi::LoadTestPlugin()
-{
-    QCOMPARE(host->LoadPlugin(TEST_PLUGIN, InitializeTestPlugin, UninitializeTestPlugin), MStatus::kSuccess);
-    pluginLog.clear();
-}
-
-void TestHostUi::workspaceControlCreateQueryEdit()
-{
-    QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -exists testPanel")), 0);
-    QCOMPARE(MelString(QStringLiteral("workspaceControl -label \"Test Panel\" -retain 1 -floating 0 "
-                                      "-visible 1 -uiScript \"print 1\" -initialWidth 300 testPanel")),
-             QStringLiteral("testPanel"));
-
-    auto* dock = Window()->findChild<QDockWidget*>(QStringLiteral("testPanel"));
-    QVERIFY(dock);
-    QCOMPARE(dock->windowTitle(), QStringLiteral("Test Panel"));
-    QVERIFY(Window()->dockWidgetArea(dock) != Qt::NoDockWidgetArea);
-    QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -vis testPanel")), 1);
-    QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -floating testPanel")), 0);
-    QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -collapse testPanel")), 0);
-    QCOMPARE(MelString(QStringLiteral("workspaceControl -q -l testPanel")), QStringLiteral("Test Panel"));
-    QCOMPARE(host->WorkspaceControlUiScript(QStringLiteral("testPanel")), QStringLiteral("print 1"));
-
-    // Hiding, collapsing and restoring are driven by the plug-in's own tests.
-    QCOMPARE(Mel(QStringLiteral("workspaceControl -e -l \"Renamed\" -fl 1 -uiScript \"brindletEditor2\" "
-                                "testPanel")),
-             MStatus::kSuccess);
-    QCOMPARE(dock->windowTitle(), QStringLiteral("Renamed"));
-    QVERIFY(dock->isFloating());
-    QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -fl testPanel")), 1);
-    QCOMPARE(host->WorkspaceControlUiScript(QStringLiteral("testPanel")), QStringLiteral("brindletEditor2"));
-
-    // A second control of the same name, and any question about a missing one, fail loudly.
-    const int errorsBefore = ErrorCount();
-    QCOMPARE(Mel(QStringLiteral("workspaceControl testPanel")), MStatus::kFailure);
-    QCOMPARE(Mel(QStringLiteral("workspaceControl -q -visible missingPanel")), MStatus::kFailure);
-    QCOMPARE(Mel(QStringLiteral("workspaceControl -e -restore missingPanel")), MStatus::kFailure);
-    QCOMPARE(ErrorCount(), errorsBefore + 3);
-    QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -exists missingPanel")), 0);
-}
-
-void TestHostUi::workspaceControlCloseAndRetain()
-{
-    QCOMPARE(Mel(QStringLiteral("workspaceControl -rt 1 keptPanel")), MStatus::kSuccess);
-    QCOMPARE(Mel(QStringLiteral("workspaceControl -e -close keptPanel")), MStatus::kSuccess);
-    QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -exists keptPanel")), 1);
-    QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -visible keptPanel")), 0);
-    QCOMPARE(Mel(QStringLiteral("workspaceControl -e -rs keptPanel")), MStatus::kSuccess);
-    QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -visible keptPanel")), 1);
-
-    QCOMPARE(Mel(QStringLiteral("workspaceControl -retain 0 droppedPanel")), MStatus::kSuccess);
-    QPointer<QWidget> content = MQtUtil::findControl("droppedPanel");
-    QVERIFY(content);
-    QCOMPARE(Mel(QStringLiteral("workspaceControl -e -cl droppedPanel")), MStatus::kSuccess);
-    QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -exists droppedPanel")), 0);
-    QVERIFY(!MQtUtil::findControl("droppedPanel"));
-    QVERIFY(!MQtUtil::getCurrentParent());
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QVERIFY(content.isNull());
-
-    // deleteUI removes a retained control too.
-    QCOMPARE(Mel(QStringLiteral("deleteUI keptPanel")), MStatus::kSuccess);
-    QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -exists keptPanel")), 0);
-    QCOMPARE(Mel(QStringLiteral("deleteUI keptPanel")), MStatus::kFailure);
-}
-
-void TestHostUi::workspaceControlTitleBarClose()
-{
-    host->ShowMainWindow();
-    QVERIFY(QTest::qWaitForWindowExposed(Window()));
-    QCOMPARE(Mel(QStringLiteral("workspaceControl -rt 1 keptPanel")), MStatus::kSuccess);
-    QCOMPARE(Mel(QStringLiteral("workspaceControl -rt 0 droppedPanel")), MStatus::kSuccess);
-
-    const auto clickClose = [this](const QString& name)
-    {
-        auto* dock = Window()->findChild<QDockWidget*>(name);
-        auto* button =
-            dock ? dock->findChild<QAbstractButton*>(QStringLiteral("qt_dockwidget_closebutton")) : nullptr;
-        if (!button || !button->isVisible())
-            return false;
-        QTest::mouseClick(button, Qt::LeftButton);
-        return true;
-    };
-    QVERIFY(clickClose(QStringLiteral("keptPanel")));
-    QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -exists keptPanel")), 1);
-    QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -visible keptPanel")), 0);
-    QVERIFY(clickClose(QStringLiteral("droppedPanel")));
-    QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -exists droppedPanel")), 0);
-}
-
-// The lookups the plug-in makes: the current parent after a control is made, the control by
-// name, and its content as a layout for the plug-in's widget.
-void TestHostUi::qtUtilLookups()
-{
-    QCOMPARE(MQtUtil::mainWindow(), static_cast<QWidget*>(host->MainWindow()));
-    QVERIFY(!MQtUtil::getCurrentParent());
-    QCOMPARE(Mel(QStringLiteral("workspaceControl panelA")), MStatus::kSuccess);
-    QWidget* contentA = MQtUtil::getCurrentParent();
-    QCOMPARE(Mel(QStringLiteral("workspaceControl panelB")), MStatus::kSuccess);
-    QWidget* contentB = MQtUtil::getCurrentParent();
-    QVERIFY(contentA && contentB && contentA != contentB);
-    QCOMPARE(MQtUtil::findControl("panelA"), contentA);
-    QCOMPARE(MQtUtil::findControl("panelB"), contentB);
-    QVERIFY(qobject_cast<QDockWidget*>(contentB->parentWidget()));
-
-    auto* label = new QLabel(QStringLiteral("child"));
-    QVERIFY(!MQtUtil::addWidgetToMayaLayout(label, contentB).isEmpty());
-    QCOMPARE(label->parentWidget(), contentB);
-    QVERIFY(contentB->layout()->indexOf(label) >= 0);
-    QVERIFY(MQtUtil::addWidgetToMayaLayout(nullptr, contentB).isEmpty());
-    const QString text = QStringLiteral("Gr\u00FC\u00DFe \U0001F600");
-    QCOMPARE(MQtUtil::toQString(MQtUtil::toMString(text)), text);
-}
-
-void TestHostUi::quitVetoedThenCompleted_data()
-{
-    QTest::addColumn<bool>("byWindow");
-    QTest::addColumn<bool>("consume");
-    QTest::newRow("quit, filter eats the close") << false << true;
-    QTest::newRow("quit, filter ignores the close") << false << false;
-    QTest::newRow("user closes the window") << true << true;
-}
-
-// A vetoed close leaves everything loaded; the next one quits once, whatever comes after.
-void TestHostUi::quitVetoedThenCompleted()
-{
-    QFETCH(bool, byWindow);
-    QFETCH(bool, consume);
-    LoadTestPlugin();
-    QSignalSpy finished(host.get(), &HostApplication::QuitFinished);
-    host->ShowMainWindow();
-    QVERIFY(QTest::qWaitForWindowExposed(Window()));
-    const auto quit = [this, byWindow] { return byWindow ? Window()->close() : host->Quit(); };
-
-    CloseVeto veto(consume);
-    Window()->installEventFilter(&veto);
-    QVERIFY(!quit());
-    Window()->removeEventFilter(&veto);
-    QCOMPARE(veto.seen, 1);
-    QVERIFY(!host->HasQuit());
-    QVERIFY(HostPlugins::IsLoaded(TEST_PLUGIN));
-    QVERIFY(pluginLog.isEmpty());
-
-    QVERIFY(quit());
-    QVERIFY(host->HasQuit());
-    QCOMPARE(pluginLog, QStringList({QStringLiteral("quitApplication"), QStringLiteral("uninitialize")}));
-    QVERIFY(!HostPlugins::IsLoaded(TEST_PLUGIN));
-    QVERIFY(!Window()->isVisible());
-    Window()->show();
-    Window()->close();
-    QVERIFY(host->Quit());
-    QCOMPARE(finished.count(), 1);
-    QCOMPARE(pluginLog.size(), 2);
-}
-
-void TestHostUi::quitCommandIsQueued()
-{
-    LoadTestPlugin();
-    QCOMPARE(Mel(QStringLiteral("hostUiTestQuit")), MStatus::kSuccess);
-    QVERIFY(loadedAfterQuitCommand);
-    QVERIFY(!host->HasQuit());
-    QVERIFY(HostPlugins::IsLoaded(TEST_PLUGIN));
-
-    host->ProcessIdleQueue();
-    QVERIFY(host->HasQuit());
-    QVERIFY(!HostPlugins::IsLoaded(TEST_PLUGIN));
-    QCOMPARE(pluginLog, QStringList({QStringLiteral("quitApplication"), QStringLiteral("uninitialize")}));
-}
-
-void TestHostUi::batchModeFailures()
-{
-    host.reset();
-    host = std::make_unique<HostApplication>(true);
-    QVERIFY(!host->MainWindow());
-    QVERIFY(!MQtUtil::mainWindow());
-    QVERIFY(!MQtUtil::findControl("MayaWindow"));
-    QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -exists anyPanel")), 0);
-
-    const QStringList failing = {
-        QStringLiteral("workspaceControl anyPanel"),
-        QStringLiteral("workspaceControlState -e -tlc 1 2 -w 3 -h 4 anyPanel"),
-        QStringLiteral("symbolButton -q -c anyButton"),
-        QStringLiteral("showHelp DocsMelCommands"),
-        QStringLiteral("scriptToShelf \"a\" \"b\" 1"),
-        QStringLiteral("lsUI -type symbolButton"),
-    };
-    for (const QString& command : failing)
-    {
-        const int errorsBefore = ErrorCount();
-        QVERIFY2(Mel(command) == MStatus::kFailure, qPrintable(command));
-        QVERIFY2(ErrorCount() > errorsBefore, qPrintable(command));
-    }
-    QVERIFY(host->ShownHelp().isEmpty());
-    QVERIFY(host->ShelfButtons().isEmpty());
-
-    // The quit path works without a window.
-    LoadTestPlugin();
-    QVERIFY(host->Quit());
-    QCOMPARE(pluginLog, QStringList({QStringLiteral("quitApplication"), QStringLiteral("uninitialize")}));
-}
 
 int main(int argc, char** argv)
 {

@@ -1,4 +1,5 @@
 #include "HostFixture.h"
+#include "TestFiles.h"
 #include "settings/ColorSettings.h"
 
 #include <QtCore/QDir>
@@ -16,12 +17,7 @@ class TestColorSettings : public QObject
 private:
     static QString ConfigPath() { return ColorSettings::GetUserConfigPath(); }
 
-    static void WriteRaw(const QByteArray& bytes)
-    {
-        QFile file(ConfigPath());
-        QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        file.write(bytes);
-    }
+    static void WriteRaw(const QByteArray& bytes) { QVERIFY(TestFiles::Write(ConfigPath(), bytes)); }
 
     static QString CodeEditorString(const QString& key, bool useDefault = false)
     {

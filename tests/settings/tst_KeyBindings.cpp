@@ -20,12 +20,7 @@ class TestKeyBindings : public QObject
 private:
     static QString BindingsPath() { return KeyBindings::GetUserKeyBindingsPath(); }
 
-    static void WriteRaw(const QByteArray& bytes)
-    {
-        QFile file(BindingsPath());
-        QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        file.write(bytes);
-    }
+    static void WriteRaw(const QByteArray& bytes) { QVERIFY(TestFiles::Write(BindingsPath(), bytes)); }
 
     static QKeySequence Keys(const char* text)
     {

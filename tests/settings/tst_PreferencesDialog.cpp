@@ -1,5 +1,6 @@
 #include "DialogAnswer.h"
 #include "HostFixture.h"
+#include "TestFiles.h"
 
 #include "editor/CodeEditor.h"
 #include "output/OutputTextEdit.h"
@@ -59,488 +60,466 @@ class tst_PreferencesDialog : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-    void pagesAndMinimumSize();
-    void checkBoxReachesSettingAndFile_data();
-    void checkBoxReachesSettingAndFile();
-    void cancelChangesNothing();
-    void numericFieldsStayInTheirLimits_data();
-    void numericFieldsStayInTheirLimits();
-    void tabsPerLanguage();
-    void fontSizeReachesEditorsAndOutput();
-    void fontFamilyResetsZoomOfItsTargetOnly();
-    void colourReachesEditorInPlace();
-    void keyBindingReachesItsAction();
-    void duplicateKeyBindingMovesToNewRow();
-    void reservedShortcutShownAsPermanent();
-    void restoreDefaultKeyBindingsAsks();
-    void additionalPythonPathsLoseTrailingSeparator();
-    void generatePylintrcFailures_data();
-    void generatePylintrcFailures();
-    void generatedPylintrcIsAcceptedByPylint();
+    void init()
+    {
+        host = std::make_unique<HostFixture>();
+        QVERIFY(host->LoadPlugin());
+        editor = host->OpenEditor();
+        QVERIFY(editor);
+    }
+
+    void cleanup()
+    {
+        editor = nullptr;
+        host.reset();
+    }
+
+    void pagesAndMinimumSize()
+    {
+        PreferencesDialog* dialog = Dialog(PYLINT_PAGE);
+        QVERIFY(dialog);
+        QCOMPARE(dialog->windowTitle(), QStringLiteral("Preferences"));
+        QCOMPARE(dialog->minimumSize(), QSize(620, 480));
+        QCOMPARE(dialog->GetCurrentPage(), static_cast<int>(PYLINT_PAGE));
+        auto* pages = Child<QListWidget>(QStringLiteral("menuListWdg"));
+        const QStringList labels{
+            "General", "Keyboard", "Tabs and Spacing", "Fonts and Colors", "Code Editor", "Output", "MEL",
+            "Python",  "Pylint"};
+        QCOMPARE(pages->count(), labels.size());
+        for (int row = 0; row < labels.size(); ++row)
+            QCOMPARE(pages->item(row)->text(), labels.at(row));
+        dialog->resize(dialog->minimumSize());
+        // Every page fits: nothing wider than the dialog at its minimum size.
+        for (int row = 0; row < labels.size(); ++row)
+        {
+            dialog->SetCurrentPage(static_cast<PreferencePage>(row));
+            QCoreApplication::processEvents();
+            auto* stack = Child<QWidget>(QStringLiteral("pageStack"));
+            QVERIFY2(stack->width() <= dialog->width(), qPrintable(labels.at(row)));
+        }
+        pages->setCurrentRow(-1);
+        QCOMPARE(dialog->GetCurrentPage(), 10);
+    }
+
+    void checkBoxReachesSettingAndFile_data()
+    {
+        QTest::addColumn<QString>("box");
+        QTest::addColumn<QString>("key");
+        const QByteArray sameName = // boxes named after their setting
+            "codeEditorBackspaceToTabStop codeEditorDisplayIndentationGuides "
+            "codeEditorMouseWheelChangesFontSize codeEditorMatchedSelectionWordsOnly "
+            "outputMouseWheelChangesFontSize outputMatchedSelectionWordsOnly "
+            "outputDoubleClickIncludesDollarSign outputDisableEchoAllOnStartup outputWordWrapEnabled "
+            "outputSyntaxHighlightingEnabled melDisplayErrors melSmartIndent melIndentToParentheses "
+            "melInsertClosingParentheses melInsertClosingQuotes melTrimTrailingWhiteSpacesOnSave "
+            "melEnsureNewLineAtEofOnSave melDoubleClickIncludesDollarSign melAutoCompleteToQuickHelp "
+            "melCompleteOnUser melCompleteOnLetters pythonDisplayErrors pythonSmartIndent "
+            "pythonIndentToParentheses pythonInsertClosingParentheses pythonInsertClosingQuotes "
+            "pythonTrimTrailingWhiteSpacesOnSave pythonEnsureNewLineAtEofOnSave "
+            "pythonAutoCompleteToQuickHelp "
+            "pythonHideCompiledFiles pythonImportPyMelOnLoad pythonConfirmOverwriteModuleState "
+            "pythonDisableRevertModuleStateOnExecuteOnStartup pythonCompleteOnUser pythonCompleteOnLetters "
+            "pythonCompleteOnDot pythonIncludeKeywords pythonIncludeBuiltins "
+            "pythonNativeMayaAutoCompleteFallback pylintUseMinimalCheckers pylintShowErrors";
+        for (const QByteArray& name : sameName.split(' '))
+            QTest::newRow(name.constData()) << QString::fromLatin1(name) << QString::fromLatin1(name);
+        const QList<QPair<const char*, const char*>> rows{
+            {"saveOnExecuteChk", "saveAllOnExecute"},
+            {"saveOnExitChk", "saveAllOnExit"},
+            {"checkForModifiedFilesChk", "checkForModifiedFiles"},
+            {"alwaysShowEditorAndOutputOnStartupChk", "alwaysShowEditorAndOutputOnStartup"},
+            {"confirmCloseTemporaryBufferChk", "showConfirmDialogOnInternalBufferClose"},
+            {"unsavedFileDialogOnExitChk", "showUnsavedFileDialogOnMayaExit"},
+            {"showTabBarChk", "showTabBar"},
+            {"showCloseButtonOnTabsChk", "showCloseButtonOnTabs"},
+            {"showTabBarMiniToolbarChk", "showTabBarMiniToolbar"},
+            {"mouseWheelChangesActiveTabChk", "mouseWheelChangesActiveTab"},
+            {"lockTabPositionsChk", "lockTabPositions"},
+        };
+        for (const auto& row : rows)
+            QTest::newRow(row.first) << QString::fromLatin1(row.first) << QString::fromLatin1(row.second);
+    }
+
+    void checkBoxReachesSettingAndFile()
+    {
+        QFETCH(QString, box);
+        QFETCH(QString, key);
+        // Only the compiled-files option changes what the explorer lists.
+        QSignalSpy workspace(Dialog(GENERAL_PAGE), SIGNAL(WorkspaceModified()));
+        auto* check = Child<QCheckBox>(box);
+        QVERIFY(check);
+        const bool before = check->isChecked();
+        QSettings initial(Settings::GetUserConfigPath(), QSettings::IniFormat);
+        const QString iniKey = QStringLiteral("preferences/%1").arg(key);
+        QCOMPARE(initial.value(iniKey, before).toBool(), before);
+        check->setChecked(!before);
+        Apply();
+        QSettings written(Settings::GetUserConfigPath(), QSettings::IniFormat);
+        QCOMPARE(written.value(iniKey).toBool(), !before);
+        QCOMPARE(workspace.count(), key == QLatin1String("pythonHideCompiledFiles") ? 1 : 0);
+        // The dialog shows the stored value when it opens again.
+        Dialog(GENERAL_PAGE);
+        QCOMPARE(Child<QCheckBox>(box)->isChecked(), !before);
+    }
+
+    void cancelChangesNothing()
+    {
+        editor->SaveState();
+        const QByteArray settingsBefore = ReadBytes(Settings::GetUserConfigPath());
+        const QByteArray colorsBefore = ReadBytes(ColorSettings::GetUserConfigPath());
+        const bool saveOnExecute = Settings::saveAllOnExecute;
+        const int bufferSize = Settings::outputBufferSize;
+        const QFont font = Settings::codeEditorFont;
+        Dialog(GENERAL_PAGE);
+        Child<QCheckBox>(QStringLiteral("saveOnExecuteChk"))->setChecked(!saveOnExecute);
+        Child<QSpinBox>(QStringLiteral("outputBufferSizeSB"))->setValue(bufferSize + 100);
+        Child<QComboBox>(QStringLiteral("fontSizeCombo"))->setCurrentIndex(10);
+        Child<QPushButton>(QStringLiteral("cancelBtn"))->click();
+        QCOMPARE(Settings::saveAllOnExecute, saveOnExecute);
+        QCOMPARE(Settings::outputBufferSize, bufferSize);
+        QCOMPARE(Settings::codeEditorFont, font);
+        QCOMPARE(ReadBytes(Settings::GetUserConfigPath()), settingsBefore);
+        QCOMPARE(ReadBytes(ColorSettings::GetUserConfigPath()), colorsBefore);
+        // Opening again shows the stores, not the abandoned edits.
+        Dialog(GENERAL_PAGE);
+        QCOMPARE(Child<QCheckBox>(QStringLiteral("saveOnExecuteChk"))->isChecked(), saveOnExecute);
+    }
+
+    void numericFieldsStayInTheirLimits_data()
+    {
+        QTest::addColumn<QString>("field");
+        QTest::addColumn<int>("entered");
+        QTest::addColumn<int>("kept");
+        QTest::newRow("buffer below") << "outputBufferSizeSB" << 99 << 100;
+        QTest::newRow("buffer minimum") << "outputBufferSizeSB" << 100 << 100;
+        QTest::newRow("buffer maximum") << "outputBufferSizeSB" << 99999 << 99999;
+        QTest::newRow("buffer above") << "outputBufferSizeSB" << 100000 << 99999;
+        QTest::newRow("tab size below") << "tabSizeSpinBox" << 0 << 1;
+        QTest::newRow("tab size minimum") << "tabSizeSpinBox" << 1 << 1;
+        QTest::newRow("tab size maximum") << "tabSizeSpinBox" << 32 << 32;
+        QTest::newRow("tab size above") << "tabSizeSpinBox" << 33 << 32;
+    }
+
+    void numericFieldsStayInTheirLimits()
+    {
+        QFETCH(QString, field);
+        QFETCH(int, entered);
+        QFETCH(int, kept);
+        Dialog(OUTPUT_PAGE);
+        auto* spin = Child<QSpinBox>(field);
+        // Typed text beyond the limits is refused: the field never leaves its range.
+        spin->setFocus();
+        spin->selectAll();
+        QTest::keyClicks(spin, QString::number(entered));
+        spin->interpretText();
+        QVERIFY(spin->value() >= spin->minimum() && spin->value() <= spin->maximum());
+        spin->setValue(entered);
+        QCOMPARE(spin->value(), kept);
+        Apply();
+        const int stored = field == QLatin1String("outputBufferSizeSB") ? Settings::outputBufferSize
+                                                                        : Settings::tabsSizeDefault;
+        QCOMPARE(stored, kept);
+    }
+
+    void tabsPerLanguage()
+    {
+        Dialog(TABS_PAGE);
+        auto* language = Child<QComboBox>(QStringLiteral("languageCombo"));
+        auto* useDefault = Child<QCheckBox>(QStringLiteral("useDefaultTabsChk"));
+        auto* tabGroup = Child<QGroupBox>(QStringLiteral("tabGrp"));
+        auto* indentGroup = Child<QGroupBox>(QStringLiteral("indentingGrp"));
+        QCOMPARE(language->currentIndex(), 0);
+        QVERIFY(useDefault->isHidden());
+        language->setCurrentIndex(1); // MEL
+        QVERIFY(!useDefault->isHidden());
+        useDefault->setChecked(true);
+        QVERIFY(tabGroup->isHidden() && indentGroup->isHidden());
+        useDefault->setChecked(false);
+        QVERIFY(!tabGroup->isHidden() && !indentGroup->isHidden());
+        Child<QSpinBox>(QStringLiteral("tabSizeSpinBox"))->setValue(7);
+        Child<QCheckBox>(QStringLiteral("replaceTabsChk"))->setChecked(false);
+        language->setCurrentIndex(2); // Python keeps its own values
+        QCOMPARE(Child<QSpinBox>(QStringLiteral("tabSizeSpinBox"))->value(), Settings::tabsSizePython);
+        Apply();
+        QCOMPARE(Settings::tabsSizeMel, 7);
+        QCOMPARE(Settings::tabsUseDefaultsMel, false);
+        QCOMPARE(Settings::tabsInsertSpacesMel, false);
+        QSettings written(Settings::GetUserConfigPath(), QSettings::IniFormat);
+        QCOMPARE(written.value(QStringLiteral("preferences/tabsSizeMel")).toInt(), 7);
+    }
+
+    void fontSizeReachesEditorsAndOutput()
+    {
+        editor->NewMelBuffer();
+        CodeEditor* codeEditor = editor->GetActiveCodeEditor();
+        QVERIFY(codeEditor);
+        OutputTextEdit* output = editor->GetPanelGroup()->GetOutputTextEdit();
+        Dialog(FONTS_AND_COLORS_PAGE);
+        auto* target = Child<QComboBox>(QStringLiteral("showSettingsForCombo"));
+        auto* size = Child<QComboBox>(QStringLiteral("fontSizeCombo"));
+        // The list runs from the smallest size to the largest, both ends offered.
+        target->setCurrentIndex(0);
+        size->setCurrentIndex(size->count() - 1);
+        target->setCurrentIndex(1);
+        size->setCurrentIndex(0);
+        Apply();
+        QCOMPARE(codeEditor->font().pointSize(), Settings::MAXIMUM_FONT_SIZE);
+        QCOMPARE(output->font().pointSize(), Settings::MINIMUM_FONT_SIZE);
+        QSettings written(Settings::GetUserConfigPath(), QSettings::IniFormat);
+        QVERIFY(written.allKeys().join(QLatin1Char(' ')).contains(QStringLiteral("Font")));
+    }
+
+    void fontFamilyResetsZoomOfItsTargetOnly()
+    {
+        Settings::codeEditorZoom = 3;
+        Settings::outputZoom = 2;
+        Dialog(FONTS_AND_COLORS_PAGE);
+        Child<QComboBox>(QStringLiteral("showSettingsForCombo"))->setCurrentIndex(0);
+        auto* family = Child<QFontComboBox>(QStringLiteral("fontCombo"));
+        const QString current = family->currentFont().family();
+        for (int i = 0; i < family->count(); ++i)
+        {
+            if (family->itemText(i) != current)
+            {
+                family->setCurrentIndex(i);
+                break;
+            }
+        }
+        QVERIFY(family->currentFont().family() != current);
+        Apply();
+        QCOMPARE(Settings::codeEditorZoom, 0);
+        QCOMPARE(Settings::outputZoom, 2);
+    }
+
+    void colourReachesEditorInPlace()
+    {
+        editor->NewMelBuffer();
+        CodeEditor* codeEditor = editor->GetActiveCodeEditor();
+        QTextCharFormat* keywords = ColorSettings::GetCodeEditorFormatPtr(ColorSettings::MEL_KEYWORDS);
+        Dialog(FONTS_AND_COLORS_PAGE);
+        Child<QComboBox>(QStringLiteral("showSettingsForCombo"))->setCurrentIndex(0);
+        auto* items = Child<QListWidget>(QStringLiteral("highlightItemList"));
+        const HighlightProperties plain =
+            ColorSettings::GetCodeEditorHighlightProperties(ColorSettings::PLAIN_TEXT);
+        const HighlightProperties keyword =
+            ColorSettings::GetCodeEditorHighlightProperties(ColorSettings::MEL_KEYWORDS);
+        const QColor chosen(12, 200, 34);
+
+        // The colour dialog answers with the chosen colour, as a user picking it would.
+        QTimer answer;
+        connect(&answer, &QTimer::timeout, this,
+                [&]
+                {
+                    if (auto* dialog = qobject_cast<QColorDialog*>(QApplication::activeModalWidget()))
+                    {
+                        dialog->setCurrentColor(chosen);
+                        dialog->accept();
+                    }
+                });
+        answer.start(20);
+        items->setCurrentItem(FindItem(items, plain.label));
+        QTest::mouseClick(Child<ColorLabel>(QStringLiteral("backgroundColorLabel")), Qt::LeftButton);
+        items->setCurrentItem(FindItem(items, keyword.label));
+        QTest::mouseClick(Child<ColorLabel>(QStringLiteral("foregroundColorLabel")), Qt::LeftButton);
+        QVERIFY(Child<QCheckBox>(QStringLiteral("boldChk"))->isEnabled() == keyword.fontStylesEnabled);
+        QVERIFY(Child<QLabel>(QStringLiteral("sampleLabel"))->text().contains(QStringLiteral("#0cc822")));
+        answer.stop();
+        Apply();
+        // The same format object, now with the new colour: views that hold it need no rebuild.
+        QCOMPARE(ColorSettings::GetCodeEditorFormatPtr(ColorSettings::MEL_KEYWORDS), keywords);
+        QCOMPARE(keywords->foreground().color(), chosen);
+        QCOMPARE(codeEditor->viewport()->palette().color(QPalette::Base), chosen);
+        QVERIFY(ReadBytes(ColorSettings::GetUserConfigPath()).contains(QByteArray::number(chosen.rgb())));
+    }
+
+    void keyBindingReachesItsAction()
+    {
+        KeyBindings* bindings = editor->GetKeyBindings();
+        KeySequence* row = bindings->GetKeySequence(KeySequenceType::ClearOutput);
+        QVERIFY(row && row->action);
+        Dialog(KEYBOARD_PAGE);
+        auto* commands = Child<QListWidget>(QStringLiteral("keyboardCommandListWdg"));
+        commands->setCurrentItem(FindItem(commands, row->label));
+        auto* press = Child<KeySequenceLineEdit>(QStringLiteral("pressShortcutKeysLE"));
+        QTest::keyClick(press, Qt::Key_Control); // modifiers alone show nothing
+        QCOMPARE(press->text(), QString());
+        QTest::keyClick(press, Qt::Key_K, Qt::ControlModifier | Qt::AltModifier);
+        QCOMPARE(press->text(), QStringLiteral("Ctrl+Alt+K"));
+        Child<QPushButton>(QStringLiteral("assignShortcutBtn"))->click();
+        Apply();
+        QVERIFY(row->action->shortcuts().contains(QKeySequence(QStringLiteral("Ctrl+Alt+K"))));
+        QSettings written(KeyBindings::GetUserKeyBindingsPath(), QSettings::IniFormat);
+        QVERIFY(written.value(KeyBindings::GROUP_NAME + QLatin1Char('/') + row->key)
+                    .toStringList()
+                    .contains(QStringLiteral("Ctrl+Alt+K")));
+        // Remove takes it off again.
+        Dialog(KEYBOARD_PAGE);
+        commands->setCurrentItem(FindItem(commands, row->label));
+        auto* assigned = Child<QComboBox>(QStringLiteral("assignedShortcutCmb"));
+        assigned->setCurrentIndex(assigned->findText(QStringLiteral("Ctrl+Alt+K")));
+        Child<QPushButton>(QStringLiteral("removeShortcutBtn"))->click();
+        Apply();
+        QVERIFY(!row->action->shortcuts().contains(QKeySequence(QStringLiteral("Ctrl+Alt+K"))));
+    }
+
+    void duplicateKeyBindingMovesToNewRow()
+    {
+        KeyBindings* bindings = editor->GetKeyBindings();
+        KeySequence* clear = bindings->GetKeySequence(KeySequenceType::ClearOutput);
+        KeySequence* save = BindableRow(bindings, KeySequenceType::ClearOutput);
+        QVERIFY(save && clear && !save->userSequences.isEmpty());
+        const QString taken = save->userSequences.first().toString(QKeySequence::PortableText);
+        Dialog(KEYBOARD_PAGE);
+        auto* commands = Child<QListWidget>(QStringLiteral("keyboardCommandListWdg"));
+        commands->setCurrentItem(FindItem(commands, clear->label));
+        auto* press = Child<KeySequenceLineEdit>(QStringLiteral("pressShortcutKeysLE"));
+        press->setText(taken);
+        emit press->textEdited(taken);
+        QCOMPARE(Child<QLineEdit>(QStringLiteral("shortcutCurrentlyUsedByLE"))->text(), save->label);
+        Child<QPushButton>(QStringLiteral("assignShortcutBtn"))->click();
+        Apply();
+        QVERIFY(clear->userSequences.contains(QKeySequence(taken)));
+        QVERIFY(!save->userSequences.contains(QKeySequence(taken)));
+    }
+
+    void reservedShortcutShownAsPermanent()
+    {
+        KeySequence* reserved = nullptr;
+        for (KeySequence* row : editor->GetKeyBindings()->GetKeySequences())
+        {
+            if (row->reserved && !row->userSequences.isEmpty())
+                reserved = row;
+        }
+        if (!reserved)
+            QSKIP("no reserved row carries a shortcut");
+        Dialog(KEYBOARD_PAGE);
+        auto* commands = Child<QListWidget>(QStringLiteral("keyboardCommandListWdg"));
+        QVERIFY(!FindItem(commands, reserved->label));
+        auto* press = Child<KeySequenceLineEdit>(QStringLiteral("pressShortcutKeysLE"));
+        const QString text = reserved->userSequences.first().toString(QKeySequence::PortableText);
+        press->setText(text);
+        emit press->textEdited(text);
+        QCOMPARE(Child<QLineEdit>(QStringLiteral("shortcutCurrentlyUsedByLE"))->text(),
+                 reserved->label + QStringLiteral(" (Permanent)"));
+    }
+
+    void restoreDefaultKeyBindingsAsks()
+    {
+        KeySequence* row = BindableRow(editor->GetKeyBindings(), KeySequenceType::NoBinding);
+        QVERIFY(row);
+        const QList<QKeySequence> defaults = row->defaultSequences;
+        row->userSequences.clear();
+        editor->GetKeyBindings()->Update();
+        Dialog(KEYBOARD_PAGE);
+        {
+            DialogAnswer no(QMessageBox::No);
+            Child<QPushButton>(QStringLiteral("restoreDefaultShortcutsBtn"))->click();
+            QCOMPARE(no.texts, QStringList{QStringLiteral(
+                                   "Keyboard mappings will reset to their default values. Continue?")});
+        }
+        Apply();
+        QVERIFY(row->userSequences.isEmpty());
+        {
+            DialogAnswer yes(QMessageBox::Yes);
+            Child<QPushButton>(QStringLiteral("restoreDefaultShortcutsBtn"))->click();
+            QCOMPARE(yes.texts.size(), 1);
+        }
+        Apply();
+        QCOMPARE(row->userSequences, defaults);
+    }
+
+    void additionalPythonPathsLoseTrailingSeparator()
+    {
+        Dialog(PYLINT_PAGE);
+        auto* paths = Child<QLineEdit>(QStringLiteral("pylintAdditionalPythonPathsLE"));
+        paths->setText(QStringLiteral("/a/b:/c::"));
+        Apply();
+        QCOMPARE(Settings::pylintAdditionalPythonPaths, QStringLiteral("/a/b:/c"));
+        QCOMPARE(paths->text(), QStringLiteral("/a/b:/c"));
+        QVERIFY(Settings::pylintPythonPath.startsWith(QStringLiteral("/a/b:/c:")));
+    }
+
+    void generatePylintrcFailures_data()
+    {
+        QTest::addColumn<QString>("executable");
+        QTest::addColumn<QString>("told");
+        QTest::newRow("empty") << QString()
+                               << QStringLiteral("The path to the Pylint executable is not set.");
+        QTest::newRow("missing") << QStringLiteral("/no/such/pylint")
+                                 << QStringLiteral("Failed to generate pylintrc");
+        QTest::newRow("not pylint") << QStringLiteral("/bin/false")
+                                    << QStringLiteral("Failed to generate pylintrc");
+    }
+
+    void generatePylintrcFailures()
+    {
+        QFETCH(QString, executable);
+        QFETCH(QString, told);
+        Dialog(PYLINT_PAGE);
+        Child<QLineEdit>(QStringLiteral("pylintExecutablePathLE"))->setText(executable);
+        const QString target = Settings::GetUserConfigDirectory() + QStringLiteral("/pylintrc");
+        DialogAnswer ok(QMessageBox::Ok);
+        Child<QPushButton>(QStringLiteral("pylintConfigGenerateBtn"))->click();
+        QCOMPARE(ok.texts, QStringList{told});
+        QCOMPARE(ok.titles, QStringList{QStringLiteral("Pylint")});
+        QVERIFY(!QFile::exists(target));
+        QVERIFY(Child<QLineEdit>(QStringLiteral("pylintConfigPathLE"))->text().isEmpty());
+    }
+
+    void generatedPylintrcIsAcceptedByPylint()
+    {
+        if (!QFile::exists(PYLINT))
+            QSKIP("Pylint is not installed (scripts/setup.sh installs it)");
+        Dialog(PYLINT_PAGE);
+        Child<QLineEdit>(QStringLiteral("pylintExecutablePathLE"))->setText(PYLINT);
+        const QString target = Settings::GetUserConfigDirectory() + QStringLiteral("/pylintrc");
+        Child<QPushButton>(QStringLiteral("pylintConfigGenerateBtn"))->click();
+        QTRY_VERIFY(QFile::exists(target));
+        QCOMPARE(Child<QLineEdit>(QStringLiteral("pylintConfigPathLE"))->text(), target);
+        QVERIFY(ReadBytes(target).contains("[MAIN]") || ReadBytes(target).contains("[MASTER]"));
+
+        // Pylint runs with it: exit status 32 would be a usage or configuration error.
+        QTemporaryDir folder;
+        const QString script = folder.filePath(QStringLiteral("check.py"));
+        QVERIFY(TestFiles::Write(script, "import os\n"));
+        QProcess pylint;
+        pylint.start(PYLINT, {QStringLiteral("--rcfile=%1").arg(target), script});
+        QVERIFY(pylint.waitForFinished(60000));
+        QVERIFY2(pylint.exitCode() != 32 && pylint.exitCode() != 1,
+                 pylint.readAllStandardError().constData());
+        QVERIFY(pylint.readAllStandardOutput().contains("W0611"));
+
+        // A second generation asks first; No keeps the file as it is.
+        QFile::resize(target, 3);
+        {
+            DialogAnswer no(QMessageBox::No);
+            Child<QPushButton>(QStringLiteral("pylintConfigGenerateBtn"))->click();
+            QCOMPARE(no.texts, QStringList{QStringLiteral("Overwrite existing pylintrc file?")});
+        }
+        QCOMPARE(QFileInfo(target).size(), 3);
+    }
 
 private:
-    PreferencesDialog* Dialog(PreferencePage page);
-    template <typename T> T* Child(const QString& name);
+    PreferencesDialog* Dialog(PreferencePage page)
+    {
+        editor->ShowPreferencesDialog(page);
+        return editor->findChild<PreferencesDialog*>();
+    }
+
+    template <typename T> T* Child(const QString& name)
+    {
+        PreferencesDialog* dialog = editor->findChild<PreferencesDialog*>();
+        T* child = dialog ? dialog->findChild<T*>(name) : nullptr;
+        if (!child)
+            qWarning("no child %s", qPrintable(name));
+        return child;
+    }
+
     void Apply() { Child<QPushButton>(QStringLiteral("applyBtn"))->click(); }
 
     std::unique_ptr<HostFixture> host;
     BrindletEditor* editor = nullptr;
 };
-
-void tst_PreferencesDialog::init()
-{
-    host = std::make_unique<HostFixture>();
-    QVERIFY(host->LoadPlugin());
-    editor = host->OpenEditor();
-    QVERIFY(editor);
-}
-
-void tst_PreferencesDialog::cleanup()
-{
-    editor = nullptr;
-    host.reset();
-}
-
-PreferencesDialog* tst_PreferencesDialog::Dialog(PreferencePage page)
-{
-    editor->ShowPreferencesDialog(page);
-    return editor->findChild<PreferencesDialog*>();
-}
-
-template <typename T> T* tst_PreferencesDialog::Child(const QString& name)
-{
-    PreferencesDialog* dialog = editor->findChild<PreferencesDialog*>();
-    T* child = dialog ? dialog->findChild<T*>(name) : nullptr;
-    if (!child)
-        qWarning("no child %s", qPrintable(name));
-    return child;
-}
-
-void tst_PreferencesDialog::pagesAndMinimumSize()
-{
-    PreferencesDialog* dialog = Dialog(PYLINT_PAGE);
-    QVERIFY(dialog);
-    QCOMPARE(dialog->windowTitle(), QStringLiteral("Preferences"));
-    QCOMPARE(dialog->minimumSize(), QSize(620, 480));
-    QCOMPARE(dialog->GetCurrentPage(), static_cast<int>(PYLINT_PAGE));
-    auto* pages = Child<QListWidget>(QStringLiteral("menuListWdg"));
-    const QStringList labels{
-        "General", "Keyboard", "Tabs and Spacing", "Fonts and Colors", "Code Editor", "Output", "MEL",
-        "Python",  "Pylint"};
-    QCOMPARE(pages->count(), labels.size());
-    for (int row = 0; row < labels.size(); ++row)
-        QCOMPARE(pages->item(row)->text(), labels.at(row));
-    dialog->resize(dialog->minimumSize());
-    // Every page fits: nothing wider than the dialog at its minimum size.
-    for (int row = 0; row < labels.size(); ++row)
-    {
-        dialog->SetCurrentPage(static_cast<PreferencePage>(row));
-        QCoreApplication::processEvents();
-        auto* stack = Child<QWidget>(QStringLiteral("pageStack"));
-        QVERIFY2(stack->width() <= dialog->width(), qPrintable(labels.at(row)));
-    }
-    pages->setCurrentRow(-1);
-    QCOMPARE(dialog->GetCurrentPage(), 10);
-}
-
-void tst_PreferencesDialog::checkBoxReachesSettingAndFile_data()
-{
-    QTest::addColumn<QString>("box");
-    QTest::addColumn<QString>("key");
-    const QByteArray sameName = // boxes named after their setting
-        "codeEditorBackspaceToTabStop codeEditorDisplayIndentationGuides "
-        "codeEditorMouseWheelChangesFontSize codeEditorMatchedSelectionWordsOnly "
-        "outputMouseWheelChangesFontSize outputMatchedSelectionWordsOnly "
-        "outputDoubleClickIncludesDollarSign outputDisableEchoAllOnStartup outputWordWrapEnabled "
-        "outputSyntaxHighlightingEnabled melDisplayErrors melSmartIndent melIndentToParentheses "
-        "melInsertClosingParentheses melInsertClosingQuotes melTrimTrailingWhiteSpacesOnSave "
-        "melEnsureNewLineAtEofOnSave melDoubleClickIncludesDollarSign melAutoCompleteToQuickHelp "
-        "melCompleteOnUser melCompleteOnLetters pythonDisplayErrors pythonSmartIndent "
-        "pythonIndentToParentheses pythonInsertClosingParentheses pythonInsertClosingQuotes "
-        "pythonTrimTrailingWhiteSpacesOnSave pythonEnsureNewLineAtEofOnSave pythonAutoCompleteToQuickHelp "
-        "pythonHideCompiledFiles pythonImportPyMelOnLoad pythonConfirmOverwriteModuleState "
-        "pythonDisableRevertModuleStateOnExecuteOnStartup pythonCompleteOnUser pythonCompleteOnLetters "
-        "pythonCompleteOnDot pythonIncludeKeywords pythonIncludeBuiltins "
-        "pythonNativeMayaAutoCompleteFallback pylintUseMinimalCheckers pylintShowErrors";
-    for (const QByteArray& name : sameName.split(' '))
-        QTest::newRow(name.constData()) << QString::fromLatin1(name) << QString::fromLatin1(name);
-    const QList<QPair<const char*, const char*>> rows{
-        {"saveOnExecuteChk", "saveAllOnExecute"},
-        {"saveOnExitChk", "saveAllOnExit"},
-        {"checkForModifiedFilesChk", "checkForModifiedFiles"},
-        {"alwaysShowEditorAndOutputOnStartupChk", "alwaysShowEditorAndOutputOnStartup"},
-        {"confirmCloseTemporaryBufferChk", "showConfirmDialogOnInternalBufferClose"},
-        {"unsavedFileDialogOnExitChk", "showUnsavedFileDialogOnMayaExit"},
-        {"showTabBarChk", "showTabBar"},
-        {"showCloseButtonOnTabsChk", "showCloseButtonOnTabs"},
-        {"showTabBarMiniToolbarChk", "showTabBarMiniToolbar"},
-        {"mouseWheelChangesActiveTabChk", "mouseWheelChangesActiveTab"},
-        {"lockTabPositionsChk", "lockTabPositions"},
-    };
-    for (const auto& row : rows)
-        QTest::newRow(row.first) << QString::fromLatin1(row.first) << QString::fromLatin1(row.second);
-}
-
-void tst_PreferencesDialog::checkBoxReachesSettingAndFile()
-{
-    QFETCH(QString, box);
-    QFETCH(QString, key);
-    // Only the compiled-files option changes what the explorer lists.
-    QSignalSpy workspace(Dialog(GENERAL_PAGE), SIGNAL(WorkspaceModified()));
-    auto* check = Child<QCheckBox>(box);
-    QVERIFY(check);
-    const bool before = check->isChecked();
-    QSettings initial(Settings::GetUserConfigPath(), QSettings::IniFormat);
-    const QString iniKey = QStringLiteral("preferences/%1").arg(key);
-    QCOMPARE(initial.value(iniKey, before).toBool(), before);
-    check->setChecked(!before);
-    Apply();
-    QSettings written(Settings::GetUserConfigPath(), QSettings::IniFormat);
-    QCOMPARE(written.value(iniKey).toBool(), !before);
-    QCOMPARE(workspace.count(), key == QLatin1String("pythonHideCompiledFiles") ? 1 : 0);
-    // The dialog shows the stored value when it opens again.
-    Dialog(GENERAL_PAGE);
-    QCOMPARE(Child<QCheckBox>(box)->isChecked(), !before);
-}
-
-void tst_PreferencesDialog::cancelChangesNothing()
-{
-    editor->SaveState();
-    const QByteArray settingsBefore = ReadBytes(Settings::GetUserConfigPath());
-    const QByteArray colorsBefore = ReadBytes(ColorSettings::GetUserConfigPath());
-    const bool saveOnExecute = Settings::saveAllOnExecute;
-    const int bufferSize = Settings::outputBufferSize;
-    const QFont font = Settings::codeEditorFont;
-    Dialog(GENERAL_PAGE);
-    Child<QCheckBox>(QStringLiteral("saveOnExecuteChk"))->setChecked(!saveOnExecute);
-    Child<QSpinBox>(QStringLiteral("outputBufferSizeSB"))->setValue(bufferSize + 100);
-    Child<QComboBox>(QStringLiteral("fontSizeCombo"))->setCurrentIndex(10);
-    Child<QPushButton>(QStringLiteral("cancelBtn"))->click();
-    QCOMPARE(Settings::saveAllOnExecute, saveOnExecute);
-    QCOMPARE(Settings::outputBufferSize, bufferSize);
-    QCOMPARE(Settings::codeEditorFont, font);
-    QCOMPARE(ReadBytes(Settings::GetUserConfigPath()), settingsBefore);
-    QCOMPARE(ReadBytes(ColorSettings::GetUserConfigPath()), colorsBefore);
-    // Opening again shows the stores, not the abandoned edits.
-    Dialog(GENERAL_PAGE);
-    QCOMPARE(Child<QCheckBox>(QStringLiteral("saveOnExecuteChk"))->isChecked(), saveOnExecute);
-}
-
-void tst_PreferencesDialog::numericFieldsStayInTheirLimits_data()
-{
-    QTest::addColumn<QString>("field");
-    QTest::addColumn<int>("entered");
-    QTest::addColumn<int>("kept");
-    QTest::newRow("buffer below") << "outputBufferSizeSB" << 99 << 100;
-    QTest::newRow("buffer minimum") << "outputBufferSizeSB" << 100 << 100;
-    QTest::newRow("buffer maximum") << "outputBufferSizeSB" << 99999 << 99999;
-    QTest::newRow("buffer above") << "outputBufferSizeSB" << 100000 << 99999;
-    QTest::newRow("tab size below") << "tabSizeSpinBox" << 0 << 1;
-    QTest::newRow("tab size minimum") << "tabSizeSpinBox" << 1 << 1;
-    QTest::newRow("tab size maximum") << "tabSizeSpinBox" << 32 << 32;
-    QTest::newRow("tab size above") << "tabSizeSpinBox" << 33 << 32;
-}
-
-void tst_PreferencesDialog::numericFieldsStayInTheirLimits()
-{
-    QFETCH(QString, field);
-    QFETCH(int, entered);
-    QFETCH(int, kept);
-    Dialog(OUTPUT_PAGE);
-    auto* spin = Child<QSpinBox>(field);
-    // Typed text beyond the limits is refused: the field never leaves its range.
-    spin->setFocus();
-    spin->selectAll();
-    QTest::keyClicks(spin, QString::number(entered));
-    spin->interpretText();
-    QVERIFY(spin->value() >= spin->minimum() && spin->value() <= spin->maximum());
-    spin->setValue(entered);
-    QCOMPARE(spin->value(), kept);
-    Apply();
-    const int stored =
-        field == QLatin1String("outputBufferSizeSB") ? Settings::outputBufferSize : Settings::tabsSizeDefault;
-    QCOMPARE(stored, kept);
-}
-
-void tst_PreferencesDialog::tabsPerLanguage()
-{
-    Dialog(TABS_PAGE);
-    auto* language = Child<QComboBox>(QStringLiteral("languageCombo"));
-    auto* useDefault = Child<QCheckBox>(QStringLiteral("useDefaultTabsChk"));
-    auto* tabGroup = Child<QGroupBox>(QStringLiteral("tabGrp"));
-    auto* indentGroup = Child<QGroupBox>(QStringLiteral("indentingGrp"));
-    QCOMPARE(language->currentIndex(), 0);
-    QVERIFY(useDefault->isHidden());
-    language->setCurrentIndex(1); // MEL
-    QVERIFY(!useDefault->isHidden());
-    useDefault->setChecked(true);
-    QVERIFY(tabGroup->isHidden() && indentGroup->isHidden());
-    useDefault->setChecked(false);
-    QVERIFY(!tabGroup->isHidden() && !indentGroup->isHidden());
-    Child<QSpinBox>(QStringLiteral("tabSizeSpinBox"))->setValue(7);
-    Child<QCheckBox>(QStringLiteral("replaceTabsChk"))->setChecked(false);
-    language->setCurrentIndex(2); // Python keeps its own values
-    QCOMPARE(Child<QSpinBox>(QStringLiteral("tabSizeSpinBox"))->value(), Settings::tabsSizePython);
-    Apply();
-    QCOMPARE(Settings::tabsSizeMel, 7);
-    QCOMPARE(Settings::tabsUseDefaultsMel, false);
-    QCOMPARE(Settings::tabsInsertSpacesMel, false);
-    QSettings written(Settings::GetUserConfigPath(), QSettings::IniFormat);
-    QCOMPARE(written.value(QStringLiteral("preferences/tabsSizeMel")).toInt(), 7);
-}
-
-void tst_PreferencesDialog::fontSizeReachesEditorsAndOutput()
-{
-    editor->NewMelBuffer();
-    CodeEditor* codeEditor = editor->GetActiveCodeEditor();
-    QVERIFY(codeEditor);
-    OutputTextEdit* output = editor->GetPanelGroup()->GetOutputTextEdit();
-    Dialog(FONTS_AND_COLORS_PAGE);
-    auto* target = Child<QComboBox>(QStringLiteral("showSettingsForCombo"));
-    auto* size = Child<QComboBox>(QStringLiteral("fontSizeCombo"));
-    // The list runs from the smallest size to the largest, both ends offered.
-    target->setCurrentIndex(0);
-    size->setCurrentIndex(size->count() - 1);
-    target->setCurrentIndex(1);
-    size->setCurrentIndex(0);
-    Apply();
-    QCOMPARE(codeEditor->font().pointSize(), Settings::MAXIMUM_FONT_SIZE);
-    QCOMPARE(output->font().pointSize(), Settings::MINIMUM_FONT_SIZE);
-    QSettings written(Settings::GetUserConfigPath(), QSettings::IniFormat);
-    QVERIFY(written.allKeys().join(QLatin1Char(' ')).contains(QStringLiteral("Font")));
-}
-
-void tst_PreferencesDialog::fontFamilyResetsZoomOfItsTargetOnly()
-{
-    Settings::codeEditorZoom = 3;
-    Settings::outputZoom = 2;
-    Dialog(FONTS_AND_COLORS_PAGE);
-    Child<QComboBox>(QStringLiteral("showSettingsForCombo"))->setCurrentIndex(0);
-    auto* family = Child<QFontComboBox>(QStringLiteral("fontCombo"));
-    const QString current = family->currentFont().family();
-    for (int i = 0; i < family->count(); ++i)
-    {
-        if (family->itemText(i) != current)
-        {
-            family->setCurrentIndex(i);
-            break;
-        }
-    }
-    QVERIFY(family->currentFont().family() != current);
-    Apply();
-    QCOMPARE(Settings::codeEditorZoom, 0);
-    QCOMPARE(Settings::outputZoom, 2);
-}
-
-void tst_PreferencesDialog::colourReachesEditorInPlace()
-{
-    editor->NewMelBuffer();
-    CodeEditor* codeEditor = editor->GetActiveCodeEditor();
-    QTextCharFormat* keywords = ColorSettings::GetCodeEditorFormatPtr(ColorSettings::MEL_KEYWORDS);
-    Dialog(FONTS_AND_COLORS_PAGE);
-    Child<QComboBox>(QStringLiteral("showSettingsForCombo"))->setCurrentIndex(0);
-    auto* items = Child<QListWidget>(QStringLiteral("highlightItemList"));
-    const HighlightProperties plain =
-        ColorSettings::GetCodeEditorHighlightProperties(ColorSettings::PLAIN_TEXT);
-    const HighlightProperties keyword =
-        ColorSettings::GetCodeEditorHighlightProperties(ColorSettings::MEL_KEYWORDS);
-    const QColor chosen(12, 200, 34);
-
-    // The colour dialog answers with the chosen colour, as a user picking it would.
-    QTimer answer;
-    connect(&answer, &QTimer::timeout, this,
-            [&]
-            {
-                if (auto* dialog = qobject_cast<QColorDialog*>(QApplication::activeModalWidget()))
-                {
-                    dialog->setCurrentColor(chosen);
-                    dialog->accept();
-                }
-            });
-    answer.start(20);
-    items->setCurrentItem(FindItem(items, plain.label));
-    QTest::mouseClick(Child<ColorLabel>(QStringLiteral("backgroundColorLabel")), Qt::LeftButton);
-    items->setCurrentItem(FindItem(items, keyword.label));
-    QTest::mouseClick(Child<ColorLabel>(QStringLiteral("foregroundColorLabel")), Qt::LeftButton);
-    QVERIFY(Child<QCheckBox>(QStringLiteral("boldChk"))->isEnabled() == keyword.fontStylesEnabled);
-    QVERIFY(Child<QLabel>(QStringLiteral("sampleLabel"))->text().contains(QStringLiteral("#0cc822")));
-    answer.stop();
-    Apply();
-    // The same format object, now with the new colour: views that hold it need no rebuild.
-    QCOMPARE(ColorSettings::GetCodeEditorFormatPtr(ColorSettings::MEL_KEYWORDS), keywords);
-    QCOMPARE(keywords->foreground().color(), chosen);
-    QCOMPARE(codeEditor->viewport()->palette().color(QPalette::Base), chosen);
-    QVERIFY(ReadBytes(ColorSettings::GetUserConfigPath()).contains(QByteArray::number(chosen.rgb())));
-}
-
-void tst_PreferencesDialog::keyBindingReachesItsAction()
-{
-    KeyBindings* bindings = editor->GetKeyBindings();
-    KeySequence* row = bindings->GetKeySequence(KeySequenceType::ClearOutput);
-    QVERIFY(row && row->action);
-    Dialog(KEYBOARD_PAGE);
-    auto* commands = Child<QListWidget>(QStringLiteral("keyboardCommandListWdg"));
-    commands->setCurrentItem(FindItem(commands, row->label));
-    auto* press = Child<KeySequenceLineEdit>(QStringLiteral("pressShortcutKeysLE"));
-    QTest::keyClick(press, Qt::Key_Control); // modifiers alone show nothing
-    QCOMPARE(press->text(), QString());
-    QTest::keyClick(press, Qt::Key_K, Qt::ControlModifier | Qt::AltModifier);
-    QCOMPARE(press->text(), QStringLiteral("Ctrl+Alt+K"));
-    Child<QPushButton>(QStringLiteral("assignShortcutBtn"))->click();
-    Apply();
-    QVERIFY(row->action->shortcuts().contains(QKeySequence(QStringLiteral("Ctrl+Alt+K"))));
-    QSettings written(KeyBindings::GetUserKeyBindingsPath(), QSettings::IniFormat);
-    QVERIFY(written.value(KeyBindings::GROUP_NAME + QLatin1Char('/') + row->key)
-                .toStringList()
-                .contains(QStringLiteral("Ctrl+Alt+K")));
-    // Remove takes it off again.
-    Dialog(KEYBOARD_PAGE);
-    commands->setCurrentItem(FindItem(commands, row->label));
-    auto* assigned = Child<QComboBox>(QStringLiteral("assignedShortcutCmb"));
-    assigned->setCurrentIndex(assigned->findText(QStringLiteral("Ctrl+Alt+K")));
-    Child<QPushButton>(QStringLiteral("removeShortcutBtn"))->click();
-    Apply();
-    QVERIFY(!row->action->shortcuts().contains(QKeySequence(QStringLiteral("Ctrl+Alt+K"))));
-}
-
-void tst_PreferencesDialog::duplicateKeyBindingMovesToNewRow()
-{
-    KeyBindings* bindings = editor->GetKeyBindings();
-    KeySequence* clear = bindings->GetKeySequence(KeySequenceType::ClearOutput);
-    KeySequence* save = BindableRow(bindings, KeySequenceType::ClearOutput);
-    QVERIFY(save && clear && !save->userSequences.isEmpty());
-    const QString taken = save->userSequences.first().toString(QKeySequence::PortableText);
-    Dialog(KEYBOARD_PAGE);
-    auto* commands = Child<QListWidget>(QStringLiteral("keyboardCommandListWdg"));
-    commands->setCurrentItem(FindItem(commands, clear->label));
-    auto* press = Child<KeySequenceLineEdit>(QStringLiteral("pressShortcutKeysLE"));
-    press->setText(taken);
-    emit press->textEdited(taken);
-    QCOMPARE(Child<QLineEdit>(QStringLiteral("shortcutCurrentlyUsedByLE"))->text(), save->label);
-    Child<QPushButton>(QStringLiteral("assignShortcutBtn"))->click();
-    Apply();
-    QVERIFY(clear->userSequences.contains(QKeySequence(taken)));
-    QVERIFY(!save->userSequences.contains(QKeySequence(taken)));
-}
-
-void tst_PreferencesDialog::reservedShortcutShownAsPermanent()
-{
-    KeySequence* reserved = nullptr;
-    for (KeySequence* row : editor->GetKeyBindings()->GetKeySequences())
-    {
-        if (row->reserved && !row->userSequences.isEmpty())
-            reserved = row;
-    }
-    if (!reserved)
-        QSKIP("no reserved row carries a shortcut");
-    Dialog(KEYBOARD_PAGE);
-    auto* commands = Child<QListWidget>(QStringLiteral("keyboardCommandListWdg"));
-    QVERIFY(!FindItem(commands, reserved->label));
-    auto* press = Child<KeySequenceLineEdit>(QStringLiteral("pressShortcutKeysLE"));
-    const QString text = reserved->userSequences.first().toString(QKeySequence::PortableText);
-    press->setText(text);
-    emit press->textEdited(text);
-    QCOMPARE(Child<QLineEdit>(QStringLiteral("shortcutCurrentlyUsedByLE"))->text(),
-             reserved->label + QStringLiteral(" (Permanent)"));
-}
-
-void tst_PreferencesDialog::restoreDefaultKeyBindingsAsks()
-{
-    KeySequence* row = BindableRow(editor->GetKeyBindings(), KeySequenceType::NoBinding);
-    QVERIFY(row);
-    const QList<QKeySequence> defaults = row->defaultSequences;
-    row->userSequences.clear();
-    editor->GetKeyBindings()->Update();
-    Dialog(KEYBOARD_PAGE);
-    {
-        DialogAnswer no(QMessageBox::No);
-        Child<QPushButton>(QStringLiteral("restoreDefaultShortcutsBtn"))->click();
-        QCOMPARE(no.texts, QStringList{QStringLiteral(
-                               "Keyboard mappings will reset to their default values. Continue?")});
-    }
-    Apply();
-    QVERIFY(row->userSequences.isEmpty());
-    {
-        DialogAnswer yes(QMessageBox::Yes);
-        Child<QPushButton>(QStringLiteral("restoreDefaultShortcutsBtn"))->click();
-        QCOMPARE(yes.texts.size(), 1);
-    }
-    Apply();
-    QCOMPARE(row->userSequences, defaults);
-}
-
-void tst_PreferencesDialog::additionalPythonPathsLoseTrailingSeparator()
-{
-    Dialog(PYLINT_PAGE);
-    auto* paths = Child<QLineEdit>(QStringLiteral("pylintAdditionalPythonPathsLE"));
-    paths->setText(QStringLiteral("/a/b:/c::"));
-    Apply();
-    QCOMPARE(Settings::pylintAdditionalPythonPaths, QStringLiteral("/a/b:/c"));
-    QCOMPARE(paths->text(), QStringLiteral("/a/b:/c"));
-    QVERIFY(Settings::pylintPythonPath.startsWith(QStringLiteral("/a/b:/c:")));
-}
-
-void tst_PreferencesDialog::generatePylintrcFailures_data()
-{
-    QTest::addColumn<QString>("executable");
-    QTest::addColumn<QString>("told");
-    QTest::newRow("empty") << QString() << QStringLiteral("The path to the Pylint executable is not set.");
-    QTest::newRow("missing") << QStringLiteral("/no/such/pylint")
-                             << QStringLiteral("Failed to generate pylintrc");
-    QTest::newRow("not pylint") << QStringLiteral("/bin/false")
-                                << QStringLiteral("Failed to generate pylintrc");
-}
-
-void tst_PreferencesDialog::generatePylintrcFailures()
-{
-    QFETCH(QString, executable);
-    QFETCH(QString, told);
-    Dialog(PYLINT_PAGE);
-    Child<QLineEdit>(QStringLiteral("pylintExecutablePathLE"))->setText(executable);
-    const QString target = Settings::GetUserConfigDirectory() + QStringLiteral("/pylintrc");
-    DialogAnswer ok(QMessageBox::Ok);
-    Child<QPushButton>(QStringLiteral("pylintConfigGenerateBtn"))->click();
-    QCOMPARE(ok.texts, QStringList{told});
-    QCOMPARE(ok.titles, QStringList{QStringLiteral("Pylint")});
-    QVERIFY(!QFile::exists(target));
-    QVERIFY(Child<QLineEdit>(QStringLiteral("pylintConfigPathLE"))->text().isEmpty());
-}
-
-void tst_PreferencesDialog::generatedPylintrcIsAcceptedByPylint()
-{
-    if (!QFile::exists(PYLINT))
-        QSKIP("Pylint is not installed (scripts/setup.sh installs it)");
-    Dialog(PYLINT_PAGE);
-    Child<QLineEdit>(QStringLiteral("pylintExecutablePathLE"))->setText(PYLINT);
-    const QString target = Settings::GetUserConfigDirectory() + QStringLiteral("/pylintrc");
-    Child<QPushButton>(QStringLiteral("pylintConfigGenerateBtn"))->click();
-    QTRY_VERIFY(QFile::exists(target));
-    QCOMPARE(Child<QLineEdit>(QStringLiteral("pylintConfigPathLE"))->text(), target);
-    QVERIFY(ReadBytes(target).contains("[MAIN]") || ReadBytes(target).contains("[MASTER]"));
-
-    // Pylint runs with it: exit status 32 would be a usage or configuration error.
-    QTemporaryDir folder;
-    QFile script(folder.filePath(QStringLiteral("check.py")));
-    QVERIFY(script.open(QIODevice::WriteOnly));
-    script.write("import os\n");
-    script.close();
-    QProcess pylint;
-    pylint.start(PYLINT, {QStringLiteral("--rcfile=%1").arg(target), script.fileName()});
-    QVERIFY(pylint.waitForFinished(60000));
-    QVERIFY2(pylint.exitCode() != 32 && pylint.exitCode() != 1, pylint.readAllStandardError().constData());
-    QVERIFY(pylint.readAllStandardOutput().contains("W0611"));
-
-    // A second generation asks first; No keeps the file as it is.
-    QFile::resize(target, 3);
-    {
-        DialogAnswer no(QMessageBox::No);
-        Child<QPushButton>(QStringLiteral("pylintConfigGenerateBtn"))->click();
-        QCOMPARE(no.texts, QStringList{QStringLiteral("Overwrite existing pylintrc file?")});
-    }
-    QCOMPARE(QFileInfo(target).size(), 3);
-}
 
 QTEST_MAIN(tst_PreferencesDialog)
 #include "tst_PreferencesDialog.moc"

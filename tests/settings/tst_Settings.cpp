@@ -1,4 +1,5 @@
 #include "HostFixture.h"
+#include "TestFiles.h"
 #include "settings/Settings.h"
 
 #include <QtCore/QDir>
@@ -55,12 +56,7 @@ class TestSettings : public QObject
 private:
     static QString ConfigPath() { return Settings::GetUserConfigPath(); }
 
-    static void WriteRaw(const QByteArray& bytes)
-    {
-        QFile file(ConfigPath());
-        QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        file.write(bytes);
-    }
+    static void WriteRaw(const QByteArray& bytes) { QVERIFY(TestFiles::Write(ConfigPath(), bytes)); }
 
 private slots:
     void init() { fixture = std::make_unique<HostFixture>(); }

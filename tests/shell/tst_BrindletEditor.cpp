@@ -296,14 +296,8 @@ private slots:
     {
         BrindletEditor* editor = Open();
         QVERIFY(editor);
-        QAction* toggleSideBar = nullptr;
-        for (KeySequence* row : editor->GetKeyBindings()->GetKeySequences())
-        {
-            if (row->type == KeySequenceType::ToggleSideBar)
-                toggleSideBar = row->action;
-        }
-        QVERIFY(toggleSideBar);
-        QVERIFY(!toggleSideBar->shortcuts().isEmpty());
+        QAction* toggleSideBar = editor->GetKeyBindings()->GetKeySequence(KeySequenceType::ToggleSideBar)->action;
+        QVERIFY(toggleSideBar && !toggleSideBar->shortcuts().isEmpty());
         QVERIFY(fixture->Mel(QStringLiteral("workspaceControl -e -floating 0 %1")
                                  .arg(MayaUtil::workspaceControlName)) == MStatus::kSuccess);
         QVERIFY(!MayaUtil::WorkspaceControlFloating());

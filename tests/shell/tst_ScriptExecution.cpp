@@ -23,31 +23,24 @@ class TestScriptExecution : public QObject
 private:
     BrindletEditor* editor = nullptr;
 
-    CodeEditor* Buffer(CodeEditorLanguage language) const
+    // The first buffer of the language, made current and focused, its text entered as an edit,
+    // as typing would: the buffer becomes modified.
+    CodeEditor* FocusedBuffer(CodeEditorLanguage language, const QString& text) const
     {
         CodeEditorGroup* group = editor->GetActiveCodeEditorGroup();
         for (int i = 0; group && i < group->GetCount(); ++i)
         {
-            if (group->GetLanguage(i) == language)
-            {
-                group->SetCurrentIndex(i);
-                return group->GetCodeEditor(i);
-            }
+            if (group->GetLanguage(i) != language)
+                continue;
+            group->SetCurrentIndex(i);
+            CodeEditor* codeEditor = group->GetCodeEditor(i);
+            QApplication::setActiveWindow(codeEditor->window());
+            codeEditor->setFocus();
+            codeEditor->selectAll();
+            codeEditor->textCursor().insertText(text);
+            return codeEditor;
         }
         return nullptr;
-    }
-
-    CodeEditor* FocusedBuffer(CodeEditorLanguage language, const QString& text) const
-    {
-        CodeEditor* codeEditor = Buffer(language);
-        if (!codeEditor)
-            return nullptr;
-        QApplication::setActiveWindow(codeEditor->window());
-        codeEditor->setFocus();
-        // Entered as an edit, as typing would: the buffer becomes modified.
-        codeEditor->selectAll();
-        codeEditor->textCursor().insertText(text);
-        return codeEditor;
     }
 
     QString Output() const { return editor->GetPanelGroup()->GetOutputTextEdit()->GetText(); }

@@ -1,5 +1,6 @@
 #include "EditorWindow.h"
 #include "HostFixture.h"
+#include "TestFiles.h"
 #include "editor/CodeEditor.h"
 #include "settings/Settings.h"
 #include "shell/BrindletEditor.h"
@@ -67,11 +68,7 @@ class TestGoToWidget : public QObject
 private:
     void MakeFile(const QString& relative, const QByteArray& bytes = QByteArray())
     {
-        const QString path = QDir(workspace->path()).filePath(relative);
-        QDir().mkpath(QFileInfo(path).absolutePath());
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
+        QVERIFY(TestFiles::Write(QDir(workspace->path()).filePath(relative), bytes));
     }
 
     bool OpenEditor()

@@ -1,4 +1,5 @@
 #include "HostFixture.h"
+#include "TestFiles.h"
 #include "editor/CodeEditor.h"
 #include "settings/ColorSettings.h"
 #include "settings/KeyBindings.h"
@@ -311,8 +312,7 @@ private slots:
         for (const QString& name : {QStringLiteral("one.py"), QStringLiteral("two.mel")})
         {
             paths.append(dir.filePath(name));
-            QFile file(paths.last());
-            QVERIFY(file.open(QIODevice::WriteOnly));
+            QVERIFY(TestFiles::Write(paths.last(), QByteArray()));
         }
         QMimeData files;
         files.setUrls({QUrl::fromLocalFile(paths.at(0)),

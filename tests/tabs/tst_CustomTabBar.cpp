@@ -1,4 +1,5 @@
 #include "HostFixture.h"
+#include "TestFiles.h"
 #include "settings/Settings.h"
 #include "tabs/CustomTabBar.h"
 
@@ -400,11 +401,7 @@ private slots:
         QTemporaryDir dir;
         const QString a = dir.filePath(QStringLiteral("a.mel"));
         const QString b = dir.filePath(QStringLiteral("b.py"));
-        for (const QString& path : {a, b})
-        {
-            QFile file(path);
-            QVERIFY(file.open(QIODevice::WriteOnly));
-        }
+        QVERIFY(TestFiles::Write(a, QByteArray()) && TestFiles::Write(b, QByteArray()));
         QSignalSpy open(bar.get(), &CustomTabBar::OpenFileRequested);
         std::unique_ptr<QMimeData> files(
             DragSimulation::UrlMimeData({a, dir.filePath(QStringLiteral("gone.py")), dir.path(), b}));

@@ -1,6 +1,7 @@
 #include "EditorWindow.h"
 #include "HostFixture.h"
 #include "ModalAnswer.h"
+#include "TestFiles.h"
 #include "editor/CodeEditor.h"
 #include "plugin/MayaUtil.h"
 #include "settings/Settings.h"
@@ -61,10 +62,7 @@ private:
     QString Touch(const QString& relative)
     {
         const QString path = QDir(root->path()).filePath(relative);
-        QDir().mkpath(QFileInfo(path).absolutePath());
-        QFile file(path);
-        file.open(QIODevice::WriteOnly);
-        return path;
+        return TestFiles::Write(path, QByteArray()) ? path : QString();
     }
 
     BrindletEditor* OpenEditor() { return EditorWindow::Open(*fixture, QSize(1000, 700), true); }
