@@ -12,6 +12,7 @@
 #include <QtGui/QTextBlock>
 #include <QtGui/QTextCursor>
 #include <QtGui/QTextDocument>
+#include <QtGui/QTextLayout>
 #include <QtWidgets/QApplication>
 
 extern "C" int LLVMFuzzerInitialize(int*, char***)
@@ -35,12 +36,27 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     const bool mel = data[0] % 2 == 0;
     const QString text = FuzzText(data + 1, size - 1);
     QTextDocument document;
-    QSyntaxHighlighter* highlighter = mel ? static_cast<QSyntaxHighlighter*>(new MelHighlighter(&document))
-                                          : static_cast<QSyntaxHighlighter*>(new PythonHighlighter(&document));
+    QSyntaxHighlighter* highlighter =
+        mel ? static_cast<QSyntaxHighlighter*>(new MelHighlighter(&document))
+            : static_cast<QSyntaxHighlighter*>(new PythonHighlighter(&document));
     // A new highlighter colours its document from the event loop; with none running here, the
     // first full pass is asked for directly.
     document.setPlainText(text);
     highlighter->rehighlight();
+    // The editor's own whole pass must agree with the base's, block by block.
+    QList<int> states;
+    QList<QList<QTextLayout::FormatRange>> formats;
+    for (QTextBlock block = document.firstBlock(); block.isValid(); block = block.next())
+    {
+        states.append(block.userState());
+        formats.append(block.layout()->formats());
+    }
+    static_cast<Highlighter*>(highlighter)->HighlightDocument();
+    for (QTextBlock block = document.firstBlock(); block.isValid(); block = block.next())
+    {
+        FUZZ_CHECK(block.userState() == states.at(block.blockNumber()));
+        FUZZ_CHECK(block.layout()->formats() == formats.at(block.blockNumber()));
+    }
     QTextCursor cursor(&document);
     cursor.setPosition(document.characterCount() / 2);
     cursor.insertText(mel ? QStringLiteral("\"/*{") : QStringLiteral("'''(#"));
