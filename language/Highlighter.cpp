@@ -576,8 +576,10 @@ void Highlighter::highlightBlock(const QString& text)
 void Highlighter::HighlightText(const QString& text)
 {
     const int n = int(text.size());
-    baseLayer.resize(n);
-    spanLayer.resize(n);
+    // A line too long to colour gets no layers: they would cost a pointer per character per key.
+    const int layered = n > LONGEST_COLOURED_LINE ? 0 : n;
+    baseLayer.resize(layered);
+    spanLayer.resize(layered);
     std::fill(baseLayer.begin(), baseLayer.end(), nullptr);
     std::fill(spanLayer.begin(), spanLayer.end(), nullptr);
     plainLine = IsPlainLine(text);
@@ -678,6 +680,9 @@ void Highlighter::SetLayoutFormats(int length)
     QTextLayout* layout = block.layout();
     if (!layout)
         return;
+    // Qt shapes a line again for the cursor's place and for each paint unless the layout keeps
+    // its glyphs; in a line of a megabyte that is most of a key's cost. Short lines do without.
+    layout->setCacheEnabled(block.length() > LONGEST_COLOURED_LINE);
     formatRanges.clear();
     const QTextCharFormat* previous = nullptr;
     ForEachFormatRun(length,

@@ -280,10 +280,10 @@ private slots:
         const bool melErrors = std::exchange(Settings::melDisplayErrors, false);
         const bool pythonErrors = std::exchange(Settings::pythonDisplayErrors, false);
         NewEditor(language);
-        // No block comment closes below, so the one opened reaches the end.
+        // No block comment or triple quote closes below, so the one opened reaches the end.
         editor->SetText(language == QLatin1String("mel")
                             ? BenchTexts::MelLines(20000).remove(QStringLiteral("/* how many */"))
-                            : BenchTexts::PythonLines(20000));
+                            : BenchTexts::PythonLines(20000).remove(keys));
         const Highlighter* highlighter = editor->document()->findChild<Highlighter*>();
         QVERIFY(highlighter);
         QTRY_VERIFY_WITH_TIMEOUT(!highlighter->IsHighlightPending(), 60000);
