@@ -25,8 +25,6 @@
 
 namespace
 {
-using Recorder = OutputRecorder;
-
 // The test plug-in: one command with the flag kinds the product's command uses.
 struct TestPluginState
 {
@@ -191,7 +189,7 @@ private slots:
         QCOMPARE(PluginState().unloadOrder,
                  (QStringList{QStringLiteral("second"), QStringLiteral("hostTest")}));
         QVERIFY(!HostMel::CommandExists(QStringLiteral("hostTestCommand")));
-        Recorder recorder;
+        OutputRecorder recorder;
         QVERIFY(!MGlobal::executeCommand("hostTestCommand -v"));
         QCOMPARE(recorder.Texts(MCommandMessage::kError),
                  QStringList{QStringLiteral("line 1: Cannot find procedure \"hostTestCommand\".")});
@@ -231,7 +229,7 @@ private slots:
     {
         QFETCH(QString, command);
         QFETCH(QString, error);
-        Recorder recorder;
+        OutputRecorder recorder;
         QVERIFY(!MGlobal::executeCommand(MString(command.toUtf8().constData())));
         QCOMPARE(recorder.Texts(MCommandMessage::kError), QStringList{error});
         QVERIFY(recorder.Texts(MCommandMessage::kDisplay).isEmpty());
@@ -284,7 +282,7 @@ private slots:
         QVERIFY(log.selfRemoving != 0 && log.other != 0 && log.selfRemoving != log.other);
         QCOMPARE(MEventMessage::addEventCallback("noSuchEvent", nullptr, &log, &status), MCallbackId(0));
         QVERIFY(!status);
-        Recorder recorder; // registered after both, still called
+        OutputRecorder recorder; // registered after both, still called
         MGlobal::displayWarning("first");
         MGlobal::displayWarning("second");
         // The second callback was removed by the first before its turn, so it is never called.
@@ -296,20 +294,15 @@ private slots:
 
     void melEchoAndResult()
     {
-        Recorder recorder;
+        OutputRecorder recorder;
         QVERIFY(MGlobal::executeCommand("hostTestCommand -tw 2", true));
         QVERIFY(MGlobal::executeCommand("hostTestCommand -ls;  \n", true, true));
         QVERIFY(MGlobal::executeCommand("hostTestCommand", true));
         QVERIFY(MGlobal::executeCommand("hostTestCommand -v", false));
         QVERIFY(!MGlobal::executeCommand("hostTestCommand -f", true));
-        QStringList shown;
-        for (const OutputRecorder::Message& message : std::as_const(recorder.messages))
-            shown.append(QStringLiteral("%1:%2").arg(int(message.type)).arg(message.text));
-        QCOMPARE(shown,
-                 (QStringList{QStringLiteral("0:hostTestCommand -tw 2;\n"), QStringLiteral("5:4"),
-                              QStringLiteral("0:hostTestCommand -ls;\n"), QStringLiteral("5:a b c"),
-                              QStringLiteral("0:hostTestCommand;\n"),
-                              QStringLiteral("0:hostTestCommand -f;\n"), QStringLiteral("4:asked to fail")}));
+        QCOMPARE(recorder.Described(),
+                 QStringLiteral("0:hostTestCommand -tw 2;\n|5:4|0:hostTestCommand -ls;\n|5:a b c|"
+                                "0:hostTestCommand;\n|0:hostTestCommand -f;\n|4:asked to fail"));
     }
 
     void optionVarsSurviveRestart()

@@ -24,8 +24,6 @@
 
 namespace
 {
-using Recorder = OutputRecorder;
-
 constexpr auto Mel = &MelText::Run;
 constexpr auto MelString = &MelText::String;
 constexpr auto MelInt = &MelText::Int;
@@ -76,41 +74,6 @@ MStatus UninitializeFlagsPlugin(MObject object)
     MFnPlugin plugin(object);
     return plugin.deregisterCommand("melTestCommand");
 }
-
-const char* const PLUGIN_SCRIPT = R"MEL(
-// The same shape as the plug-in's own script: procedures with bodies this host never runs.
-global proc string xvGetExistingHistory()
-{
-    if (`window -exists xvTempReporterWnd`) deleteUI xvTempReporterWnd;
-    window xvTempReporterWnd;
-    columnLayout;
-    string $reporter = `cmdScrollFieldReporter -fst ""`;
-    string $text = `cmdScrollFieldReporter -q -t $reporter`;
-    deleteUI xvTempReporterWnd;
-    return $text; /* "}" inside comments and strings does not end the body */
-}
-
-global proc xvClearExistingHistory()
-{
-    window xvTempReporterWnd;
-    columnLayout;
-    cmdScrollFieldReporter -e -clear `cmdScrollFieldReporter -fst "}"`;
-    deleteUI xvTempReporterWnd;
-}
-
-global proc string[] xvGetMelInfo(int $commands, int $runTimeCommands, int $procedures)
-{
-    string $names[] = `melInfo`;
-    string $results[];
-    for ($i = 0; $i < size($names); $i++)
-    {
-        string $type = `whatIs $names[$i]`;
-        if (($commands && $type == "Command") || ($procedures && startsWith($type, "Mel procedure")))
-            $results[$i] = $names[$i];
-    }
-    return $results;
-}
-)MEL";
 } // namespace
 
 class TestHostMel : public QObject
@@ -173,7 +136,7 @@ private slots:
         QFETCH(bool, ok);
         QFETCH(QString, printed);
         QFETCH(QString, error);
-        Recorder recorder;
+        OutputRecorder recorder;
         QCOMPARE(bool(Mel(script)), ok);
         QCOMPARE(recorder.Printed(), printed);
         if (error.isEmpty())
@@ -252,7 +215,7 @@ private slots:
 
     void variablesAndTypes()
     {
-        Recorder recorder;
+        OutputRecorder recorder;
         QVERIFY(Mel(QStringLiteral("string $s = \"x\"; int $i = 3; float $f; $f = $i / 2; $s = $s + $i;")));
         QCOMPARE(MelString(QStringLiteral("$s")), QStringLiteral("x3"));
         QCOMPARE(MelString(QStringLiteral("$f + \"\"")), QStringLiteral("1"));
@@ -272,7 +235,7 @@ private slots:
 
     void syntaxErrorRunsNothing()
     {
-        Recorder recorder;
+        OutputRecorder recorder;
         QVERIFY(!Mel(QStringLiteral("print \"first\";\nprint \"unterminated;")));
         QVERIFY(!Mel(QStringLiteral("print \"first\";\nint $x = (1 + ;")));
         QVERIFY(!Mel(QStringLiteral("{ print \"open block\";")));
@@ -291,12 +254,14 @@ private slots:
 
     void userProcedures()
     {
-        Recorder recorder;
+        OutputRecorder recorder;
         QVERIFY(Mel(QStringLiteral(
             "global proc sayHello() { print \"hello\"; print \" there\"; }\n"
             "global proc int twice(int $n) { return $n * 2; }\n"
             "global proc string[] pair(string $a, string $b) { string $r[] = {$a, $b}; return $r; }\n"
-            "global proc counter() { global int $gCount; $gCount++; }")));
+            "global proc counter() { global int $gCount; $gCount++; }\n"
+            "global proc string brace() { return \"}\"; /* } */ }")));
+        QCOMPARE(MelString(QStringLiteral("brace()")), QStringLiteral("}"));
         QVERIFY(recorder.Printed().isEmpty());
         QVERIFY(HostMel::ProcedureDefined(QStringLiteral("sayHello")));
         QVERIFY(Mel(QStringLiteral("sayHello; sayHello();")));
@@ -320,7 +285,7 @@ private slots:
 
     void catchAndCatchQuiet()
     {
-        Recorder recorder;
+        OutputRecorder recorder;
         QCOMPARE(MelInt(QStringLiteral("catch(`noSuchCommand`)")), 1);
         QCOMPARE(recorder.Errors().size(), 1);
         QCOMPARE(MelInt(QStringLiteral("catchQuiet(`noSuchCommand`)")), 1);
@@ -336,7 +301,7 @@ private slots:
 
     void substitutesOnlyAfterDefinition()
     {
-        Recorder recorder;
+        OutputRecorder recorder;
         HostMel::RegisterProcedureSubstitute(
             QStringLiteral("xvSubstituteProbe"),
             [](const HostMelCall& call, HostCommandResult& result)
@@ -354,10 +319,12 @@ private slots:
         QCOMPARE(MelString(QStringLiteral("xvSubstituteProbe(\"a\", 1)")), QStringLiteral("a|1"));
     }
 
-    // The plug-in's own script: its history procedures and its list of run time commands.
+    // The plug-in's own script, whose procedures this host answers natively: its history and its
+    // list of run time commands.
     void pluginScriptProcedures()
     {
-        QVERIFY(Mel(QString::fromLatin1(PLUGIN_SCRIPT)));
+        QVERIFY(
+            Mel(QString::fromLatin1(TestFiles::Read(QStringLiteral(":/bq2_scripts/BrindletEditor2.mel")))));
         MGlobal::displayWarning("kept");
         MGlobal::executeCommand("print \"shown\\n\"", true);
         QCOMPARE(MelString(QStringLiteral("xvGetExistingHistory()")),
@@ -368,7 +335,7 @@ private slots:
         QVERIFY(HostOutput::History().isEmpty());
 
         HostMel::RegisterRunTimeCommand(QStringLiteral("SayRunTime"), QStringLiteral("print \"run time\""));
-        Recorder recorder;
+        OutputRecorder recorder;
         QVERIFY(Mel(QStringLiteral("SayRunTime")));
         QCOMPARE(recorder.Printed(), QStringLiteral("run time"));
         QCOMPARE(HostMel::WhatIs(QStringLiteral("SayRunTime")), QStringLiteral("Run Time Command"));
@@ -380,7 +347,7 @@ private slots:
         const QString path = HostState::UserScriptDir() + QStringLiteral("sourcedHere.mel");
         QVERIFY(TestFiles::Write(path, "global proc string fromSourcedFile() { return \"sourced\"; }\n"));
 
-        Recorder recorder;
+        OutputRecorder recorder;
         QVERIFY(Mel(QStringLiteral("source sourcedHere.mel;")));
         QCOMPARE(MelString(QStringLiteral("fromSourcedFile()")), QStringLiteral("sourced"));
         QCOMPARE(HostMel::WhatIs(QStringLiteral("fromSourcedFile")),
@@ -399,7 +366,7 @@ private slots:
 
     void pythonCommand()
     {
-        Recorder recorder;
+        OutputRecorder recorder;
         QCOMPARE(MelString(QStringLiteral("python(\"6 * 7\")")), QStringLiteral("42"));
         QCOMPARE(MelString(QStringLiteral("python(\"bq2_mel_name = 'set by MEL'\")")), QString());
         QCOMPARE(MelString(QStringLiteral("python \"bq2_mel_name\"")), QStringLiteral("set by MEL"));
