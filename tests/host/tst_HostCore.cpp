@@ -1,5 +1,6 @@
 // The substitute host's API classes, plug-in registry, callbacks, output, option variables and
 // idle queue, driven through the same Maya API the plug-in uses.
+#include "FlagsTestCommand.h"
 #include "HostIdleQueue.h"
 #include "HostMel.h"
 #include "HostOptionVars.h"
@@ -25,75 +26,8 @@
 
 namespace
 {
-// The test plug-in: one command with the flag kinds the product's command uses.
-struct TestPluginState
-{
-    QStringList flagsSeen;
-    QString openedFile;
-    QStringList unloadOrder;
-};
-
-TestPluginState& PluginState()
-{
-    static TestPluginState state;
-    return state;
-}
-
-class TestCommand : public MPxCommand
-{
-public:
-    static void* Creator() { return new TestCommand; }
-
-    static MSyntax Syntax()
-    {
-        MSyntax syntax;
-        syntax.addFlag("-v", "-version");
-        syntax.addFlag("-co", "-clearOutput");
-        syntax.addFlag("-of", "-openFile", MSyntax::kString);
-        syntax.addFlag("-tw", "-twice", MSyntax::kLong);
-        syntax.addFlag("-h", "-half", MSyntax::kDouble);
-        syntax.addFlag("-ls", "-list");
-        syntax.addFlag("-f", "-fail");
-        return syntax;
-    }
-
-    MStatus doIt(const MArgList& args) override
-    {
-        MStatus status;
-        MArgDatabase database(syntax(), args, &status);
-        if (!status)
-            return status;
-        PluginState().flagsSeen.clear();
-        for (const char* flag :
-             {"-version", "-clearOutput", "-openFile", "-twice", "-half", "-list", "-fail"})
-        {
-            if (database.isFlagSet(flag))
-                PluginState().flagsSeen.append(QString::fromLatin1(flag));
-        }
-        MString text;
-        int number = 0;
-        double real = 0.0;
-        if (database.isFlagSet("-v"))
-            setResult("2.7.6");
-        if (database.getFlagArgument("-of", 0, text))
-            PluginState().openedFile = QString::fromUtf8(text.asChar());
-        if (database.getFlagArgument("-tw", 0, number))
-            setResult(number * 2);
-        if (database.getFlagArgument("-h", 0, real))
-            setResult(real / 2);
-        if (database.isFlagSet("-ls"))
-        {
-            appendToResult("a");
-            appendToResult("b c");
-        }
-        if (database.isFlagSet("-f"))
-        {
-            displayError("asked to fail");
-            return MStatus::kFailure;
-        }
-        return MStatus::kSuccess;
-    }
-};
+// The unload order of the test plug-ins.
+QStringList unloadOrder;
 
 MStatus InitializeTestPlugin(MObject object)
 {
@@ -101,13 +35,13 @@ MStatus InitializeTestPlugin(MObject object)
     MFnPlugin plugin(object, "Tests", "1.0", "Any", &status);
     if (!status)
         return status;
-    return plugin.registerCommand("hostTestCommand", TestCommand::Creator, TestCommand::Syntax);
+    return plugin.registerCommand("hostTestCommand", FlagsTestCommand::Creator, FlagsTestCommand::Syntax);
 }
 
 MStatus UninitializeTestPlugin(MObject object)
 {
     MFnPlugin plugin(object);
-    PluginState().unloadOrder.append(QString::fromUtf8(plugin.name().asChar()));
+    unloadOrder.append(QString::fromUtf8(plugin.name().asChar()));
     return plugin.deregisterCommand("hostTestCommand");
 }
 
@@ -121,7 +55,7 @@ MStatus InitializeEmptyPlugin(MObject object)
 MStatus UninitializeEmptyPlugin(MObject object)
 {
     MFnPlugin plugin(object);
-    PluginState().unloadOrder.append(QString::fromUtf8(plugin.name().asChar()));
+    unloadOrder.append(QString::fromUtf8(plugin.name().asChar()));
     return MStatus::kSuccess;
 }
 
@@ -162,7 +96,8 @@ private slots:
 
     void init()
     {
-        PluginState() = TestPluginState();
+        unloadOrder.clear();
+        FlagsTestCommand::openedFile.clear();
         QVERIFY(HostPlugins::Load(QStringLiteral("hostTest"), InitializeTestPlugin, UninitializeTestPlugin));
     }
 
@@ -186,8 +121,7 @@ private slots:
         // Unloading all goes in reverse order of loading.
         QVERIFY(HostPlugins::Load(QStringLiteral("second"), InitializeEmptyPlugin, UninitializeEmptyPlugin));
         QVERIFY(HostPlugins::UnloadAll());
-        QCOMPARE(PluginState().unloadOrder,
-                 (QStringList{QStringLiteral("second"), QStringLiteral("hostTest")}));
+        QCOMPARE(unloadOrder, (QStringList{QStringLiteral("second"), QStringLiteral("hostTest")}));
         QVERIFY(!HostMel::CommandExists(QStringLiteral("hostTestCommand")));
         OutputRecorder recorder;
         QVERIFY(!MGlobal::executeCommand("hostTestCommand -v"));
@@ -199,15 +133,15 @@ private slots:
     void flagsByShortAndLongNames()
     {
         QVERIFY(MGlobal::executeCommand("hostTestCommand -version -clearOutput"));
-        QCOMPARE(PluginState().flagsSeen,
+        QCOMPARE(FlagsTestCommand::flagsSeen,
                  (QStringList{QStringLiteral("-version"), QStringLiteral("-clearOutput")}));
 
         QVERIFY(MGlobal::executeCommand("hostTestCommand -of \"/path with spaces/x.py\""));
-        QCOMPARE(PluginState().openedFile, QStringLiteral("/path with spaces/x.py"));
+        QCOMPARE(FlagsTestCommand::openedFile, QStringLiteral("/path with spaces/x.py"));
         QVERIFY(MGlobal::executeCommand("hostTestCommand -openFile \"C:\\\\dir\\\\a \\\"quoted\\\".py\""));
-        QCOMPARE(PluginState().openedFile, QStringLiteral("C:\\dir\\a \"quoted\".py"));
+        QCOMPARE(FlagsTestCommand::openedFile, QStringLiteral("C:\\dir\\a \"quoted\".py"));
         QVERIFY(MGlobal::executeCommand("string $p = \"/tmp/\"; hostTestCommand -of ($p + \"v.mel\")"));
-        QCOMPARE(PluginState().openedFile, QStringLiteral("/tmp/v.mel"));
+        QCOMPARE(FlagsTestCommand::openedFile, QStringLiteral("/tmp/v.mel"));
     }
 
     void badFlagsFailLikeMaya_data()
@@ -359,7 +293,7 @@ private slots:
                 HostIdleQueue::Post([&order] { order.append(QStringLiteral("posted while flushing")); });
             });
         QVERIFY(MGlobal::executeCommandOnIdle("hostTestCommand -of \"idle.py\""));
-        HostIdleQueue::Post([&order] { order.append(PluginState().openedFile); });
+        HostIdleQueue::Post([&order] { order.append(FlagsTestCommand::openedFile); });
         QCOMPARE(HostIdleQueue::Pending(), 3);
         QVERIFY(order.isEmpty());
 

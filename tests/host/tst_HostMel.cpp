@@ -1,5 +1,6 @@
 // The substitute's MEL: parsing, variables, procedures and their native substitutes, and the
 // built-in commands the plug-in sends, all run from MEL text as Maya would run it.
+#include "FlagsTestCommand.h"
 #include "HostCommandResult.h"
 #include "HostMel.h"
 #include "HostOutput.h"
@@ -29,44 +30,10 @@ constexpr auto MelString = &MelText::String;
 constexpr auto MelInt = &MelText::Int;
 constexpr auto MelArray = &MelText::Array;
 
-// A plug-in command that answers with how it parsed its flags or arguments.
-class FlagsCommand : public MPxCommand
-{
-public:
-    static void* Creator() { return new FlagsCommand; }
-    static MSyntax Syntax()
-    {
-        MSyntax syntax;
-        syntax.addFlag("-v", "-version");
-        syntax.addFlag("-of", "-openFile", MSyntax::kString);
-        syntax.addFlag("-sz", "-size", MSyntax::kLong, MSyntax::kDouble);
-        return syntax;
-    }
-    MStatus doIt(const MArgList& args) override
-    {
-        MStatus status;
-        MArgDatabase database(syntax(), args, &status);
-        if (!status)
-            return status;
-        if (database.numberOfFlagsUsed() > 0)
-        {
-            setResult(static_cast<int>(database.numberOfFlagsUsed()));
-            return status;
-        }
-        // Without flags: the arguments as the command received them.
-        MString joined;
-        MString word;
-        for (unsigned int i = 0; database.getCommandArgument(i, word); ++i)
-            joined += (i > 0 ? "|" : "") + word;
-        setResult(joined);
-        return status;
-    }
-};
-
 MStatus InitializeFlagsPlugin(MObject object)
 {
     MFnPlugin plugin(object, "Tests", "1.0");
-    return plugin.registerCommand("melTestCommand", FlagsCommand::Creator, FlagsCommand::Syntax);
+    return plugin.registerCommand("melTestCommand", FlagsTestCommand::Creator, FlagsTestCommand::Syntax);
 }
 
 MStatus UninitializeFlagsPlugin(MObject object)
@@ -157,8 +124,9 @@ private slots:
                  QStringLiteral("call|2|x|y"));
         QCOMPARE(MelString(QStringLiteral("melTestCommand \"// not a comment\" // a comment")),
                  QStringLiteral("// not a comment"));
-        QCOMPARE(MelInt(QStringLiteral("melTestCommand -of (\"a\" + \"b\") -v")), 2);
-        QCOMPARE(MelInt(QStringLiteral("melTestCommand -sz 2 0.5")), 1);
+        QCOMPARE(MelString(QStringLiteral("melTestCommand -of (\"a\" + \"b\") -v")), QStringLiteral("2.7.6"));
+        QCOMPARE(FlagsTestCommand::openedFile, QStringLiteral("ab"));
+        QCOMPARE(MelString(QStringLiteral("melTestCommand -sz 2 0.5")), QStringLiteral("2 0.5"));
     }
 
     void expressions_data()
