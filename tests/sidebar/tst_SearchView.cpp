@@ -180,17 +180,13 @@ private slots:
         QDir::setCurrent(workspace.path());
         SearchFor(QStringLiteral("os"), include, exclude);
         QDir::setCurrent(oldDir);
+        // The buffers' branch by its name, a folder's by the files in it.
         QStringList shown;
         for (int i = 0; i < Tree()->topLevelItemCount(); ++i)
         {
             const QTreeWidgetItem* root = Tree()->topLevelItem(i);
-            if (root->text(0) == QLatin1String("Internal"))
-            {
-                shown.append(root->text(0));
-                continue;
-            }
-            for (int j = 0; j < root->childCount(); ++j)
-                shown.append(root->child(j)->text(0));
+            const bool buffers = root->text(0) == QLatin1String("Internal");
+            shown += buffers ? QStringList{root->text(0)} : TreeRows::Below(root, false);
         }
         if (files.isEmpty())
         {
