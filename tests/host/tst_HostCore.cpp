@@ -262,6 +262,8 @@ private slots:
         QCOMPARE(MGlobal::optionVarIntValue("stackTraceIsOn", &exists), 0);
         QVERIFY(exists);
         QCOMPARE(MGlobal::optionVarStringValue("quote"), MString("say \"hi\"\n"));
+        // Maya sources the file as MEL: the quotes in a value are escaped.
+        QVERIFY(TestFiles::Read(path).contains("optionVar -sv \"quote\" \"say \\\"hi\\\"\\n\";"));
         QCOMPARE(MGlobal::optionVarDoubleValue("scale"), 1.25);
         qputenv("MAYA_APP_DIR", QFile::encodeName(appDir.path()));
     }
@@ -303,6 +305,9 @@ private slots:
         // The event loop flushes by itself.
         QTRY_COMPARE(HostIdleQueue::Pending(), 0);
         QCOMPARE(order.last(), QStringLiteral("posted while flushing"));
+        // And work posted after that is flushed in its turn too.
+        HostIdleQueue::Post([&order] { order.append(QStringLiteral("later")); });
+        QTRY_COMPARE(order.last(), QStringLiteral("later"));
     }
 
     void batchStateAndFolders()
