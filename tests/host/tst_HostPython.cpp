@@ -360,6 +360,7 @@ private slots:
         QVERIFY(run(QStringLiteral("h2Record('ctl', q=True, visible=True)")));
         QVERIFY(lastCall.query);
         QCOMPARE(lastCall.flags, (Flags{{QStringLiteral("visible"), {}}}));
+        QCOMPARE(lastCall.positionals, QStringList{QStringLiteral("ctl")});
 
         QVERIFY(run(QStringLiteral("h2Record(['a', 'b'], 'c', close=False, label='say \"hi\"\\n\\\\')")));
         QCOMPARE(lastCall.flags, (Flags{{QStringLiteral("label"), {QStringLiteral("say \"hi\"\n\\")}}}));
