@@ -323,7 +323,7 @@ private slots:
         Outline()->ToggleGlobalVariableVisibility();
         QCOMPARE(OutlineRows(), (QStringList{"alpha", "delta", "gamma"}));
         Outline()->ShowAllTypes();
-        QCOMPARE(OutlineRows().size(), 4);
+        QCOMPARE(OutlineRows(), (QStringList{"$gBeta", "alpha", "delta", "gamma"}));
         QTest::mouseClick(Outline()->GetSortButton(), Qt::LeftButton);
         QCOMPARE(OutlineRows(), (QStringList{"gamma", "alpha", "$gBeta", "delta"}));
     }
