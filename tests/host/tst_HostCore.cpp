@@ -1,5 +1,6 @@
 // The substitute host's API classes, plug-in registry, callbacks, output, option variables and
 // idle queue, driven through the same Maya API the plug-in uses.
+#include "FlagsTestCommand.h"
 #include "HostIdleQueue.h"
 #include "HostMel.h"
 #include "HostOptionVars.h"
@@ -25,77 +26,8 @@
 
 namespace
 {
-using Recorder = OutputRecorder;
-
-// The test plug-in: one command with the flag kinds the product's command uses.
-struct TestPluginState
-{
-    QStringList flagsSeen;
-    QString openedFile;
-    QStringList unloadOrder;
-};
-
-TestPluginState& PluginState()
-{
-    static TestPluginState state;
-    return state;
-}
-
-class TestCommand : public MPxCommand
-{
-public:
-    static void* Creator() { return new TestCommand; }
-
-    static MSyntax Syntax()
-    {
-        MSyntax syntax;
-        syntax.addFlag("-v", "-version");
-        syntax.addFlag("-co", "-clearOutput");
-        syntax.addFlag("-of", "-openFile", MSyntax::kString);
-        syntax.addFlag("-tw", "-twice", MSyntax::kLong);
-        syntax.addFlag("-h", "-half", MSyntax::kDouble);
-        syntax.addFlag("-ls", "-list");
-        syntax.addFlag("-f", "-fail");
-        return syntax;
-    }
-
-    MStatus doIt(const MArgList& args) override
-    {
-        MStatus status;
-        MArgDatabase database(syntax(), args, &status);
-        if (!status)
-            return status;
-        PluginState().flagsSeen.clear();
-        for (const char* flag :
-             {"-version", "-clearOutput", "-openFile", "-twice", "-half", "-list", "-fail"})
-        {
-            if (database.isFlagSet(flag))
-                PluginState().flagsSeen.append(QString::fromLatin1(flag));
-        }
-        MString text;
-        int number = 0;
-        double real = 0.0;
-        if (database.isFlagSet("-v"))
-            setResult("2.7.6");
-        if (database.getFlagArgument("-of", 0, text))
-            PluginState().openedFile = QString::fromUtf8(text.asChar());
-        if (database.getFlagArgument("-tw", 0, number))
-            setResult(number * 2);
-        if (database.getFlagArgument("-h", 0, real))
-            setResult(real / 2);
-        if (database.isFlagSet("-ls"))
-        {
-            appendToResult("a");
-            appendToResult("b c");
-        }
-        if (database.isFlagSet("-f"))
-        {
-            displayError("asked to fail");
-            return MStatus::kFailure;
-        }
-        return MStatus::kSuccess;
-    }
-};
+// The unload order of the test plug-ins.
+QStringList unloadOrder;
 
 MStatus InitializeTestPlugin(MObject object)
 {
@@ -103,13 +35,13 @@ MStatus InitializeTestPlugin(MObject object)
     MFnPlugin plugin(object, "Tests", "1.0", "Any", &status);
     if (!status)
         return status;
-    return plugin.registerCommand("hostTestCommand", TestCommand::Creator, TestCommand::Syntax);
+    return plugin.registerCommand("hostTestCommand", FlagsTestCommand::Creator, FlagsTestCommand::Syntax);
 }
 
 MStatus UninitializeTestPlugin(MObject object)
 {
     MFnPlugin plugin(object);
-    PluginState().unloadOrder.append(QString::fromUtf8(plugin.name().asChar()));
+    unloadOrder.append(QString::fromUtf8(plugin.name().asChar()));
     return plugin.deregisterCommand("hostTestCommand");
 }
 
@@ -123,7 +55,7 @@ MStatus InitializeEmptyPlugin(MObject object)
 MStatus UninitializeEmptyPlugin(MObject object)
 {
     MFnPlugin plugin(object);
-    PluginState().unloadOrder.append(QString::fromUtf8(plugin.name().asChar()));
+    unloadOrder.append(QString::fromUtf8(plugin.name().asChar()));
     return MStatus::kSuccess;
 }
 
@@ -164,7 +96,8 @@ private slots:
 
     void init()
     {
-        PluginState() = TestPluginState();
+        unloadOrder.clear();
+        FlagsTestCommand::openedFile.clear();
         QVERIFY(HostPlugins::Load(QStringLiteral("hostTest"), InitializeTestPlugin, UninitializeTestPlugin));
     }
 
@@ -188,10 +121,9 @@ private slots:
         // Unloading all goes in reverse order of loading.
         QVERIFY(HostPlugins::Load(QStringLiteral("second"), InitializeEmptyPlugin, UninitializeEmptyPlugin));
         QVERIFY(HostPlugins::UnloadAll());
-        QCOMPARE(PluginState().unloadOrder,
-                 (QStringList{QStringLiteral("second"), QStringLiteral("hostTest")}));
+        QCOMPARE(unloadOrder, (QStringList{QStringLiteral("second"), QStringLiteral("hostTest")}));
         QVERIFY(!HostMel::CommandExists(QStringLiteral("hostTestCommand")));
-        Recorder recorder;
+        OutputRecorder recorder;
         QVERIFY(!MGlobal::executeCommand("hostTestCommand -v"));
         QCOMPARE(recorder.Texts(MCommandMessage::kError),
                  QStringList{QStringLiteral("line 1: Cannot find procedure \"hostTestCommand\".")});
@@ -201,15 +133,15 @@ private slots:
     void flagsByShortAndLongNames()
     {
         QVERIFY(MGlobal::executeCommand("hostTestCommand -version -clearOutput"));
-        QCOMPARE(PluginState().flagsSeen,
+        QCOMPARE(FlagsTestCommand::flagsSeen,
                  (QStringList{QStringLiteral("-version"), QStringLiteral("-clearOutput")}));
 
         QVERIFY(MGlobal::executeCommand("hostTestCommand -of \"/path with spaces/x.py\""));
-        QCOMPARE(PluginState().openedFile, QStringLiteral("/path with spaces/x.py"));
+        QCOMPARE(FlagsTestCommand::openedFile, QStringLiteral("/path with spaces/x.py"));
         QVERIFY(MGlobal::executeCommand("hostTestCommand -openFile \"C:\\\\dir\\\\a \\\"quoted\\\".py\""));
-        QCOMPARE(PluginState().openedFile, QStringLiteral("C:\\dir\\a \"quoted\".py"));
+        QCOMPARE(FlagsTestCommand::openedFile, QStringLiteral("C:\\dir\\a \"quoted\".py"));
         QVERIFY(MGlobal::executeCommand("string $p = \"/tmp/\"; hostTestCommand -of ($p + \"v.mel\")"));
-        QCOMPARE(PluginState().openedFile, QStringLiteral("/tmp/v.mel"));
+        QCOMPARE(FlagsTestCommand::openedFile, QStringLiteral("/tmp/v.mel"));
     }
 
     void badFlagsFailLikeMaya_data()
@@ -231,7 +163,7 @@ private slots:
     {
         QFETCH(QString, command);
         QFETCH(QString, error);
-        Recorder recorder;
+        OutputRecorder recorder;
         QVERIFY(!MGlobal::executeCommand(MString(command.toUtf8().constData())));
         QCOMPARE(recorder.Texts(MCommandMessage::kError), QStringList{error});
         QVERIFY(recorder.Texts(MCommandMessage::kDisplay).isEmpty());
@@ -284,7 +216,7 @@ private slots:
         QVERIFY(log.selfRemoving != 0 && log.other != 0 && log.selfRemoving != log.other);
         QCOMPARE(MEventMessage::addEventCallback("noSuchEvent", nullptr, &log, &status), MCallbackId(0));
         QVERIFY(!status);
-        Recorder recorder; // registered after both, still called
+        OutputRecorder recorder; // registered after both, still called
         MGlobal::displayWarning("first");
         MGlobal::displayWarning("second");
         // The second callback was removed by the first before its turn, so it is never called.
@@ -296,20 +228,15 @@ private slots:
 
     void melEchoAndResult()
     {
-        Recorder recorder;
+        OutputRecorder recorder;
         QVERIFY(MGlobal::executeCommand("hostTestCommand -tw 2", true));
         QVERIFY(MGlobal::executeCommand("hostTestCommand -ls;  \n", true, true));
         QVERIFY(MGlobal::executeCommand("hostTestCommand", true));
         QVERIFY(MGlobal::executeCommand("hostTestCommand -v", false));
         QVERIFY(!MGlobal::executeCommand("hostTestCommand -f", true));
-        QStringList shown;
-        for (const OutputRecorder::Message& message : std::as_const(recorder.messages))
-            shown.append(QStringLiteral("%1:%2").arg(int(message.type)).arg(message.text));
-        QCOMPARE(shown,
-                 (QStringList{QStringLiteral("0:hostTestCommand -tw 2;\n"), QStringLiteral("5:4"),
-                              QStringLiteral("0:hostTestCommand -ls;\n"), QStringLiteral("5:a b c"),
-                              QStringLiteral("0:hostTestCommand;\n"),
-                              QStringLiteral("0:hostTestCommand -f;\n"), QStringLiteral("4:asked to fail")}));
+        QCOMPARE(recorder.Described(),
+                 QStringLiteral("0:hostTestCommand -tw 2;\n|5:4|0:hostTestCommand -ls;\n|5:a b c|"
+                                "0:hostTestCommand;\n|0:hostTestCommand -f;\n|4:asked to fail"));
     }
 
     void optionVarsSurviveRestart()
@@ -335,6 +262,8 @@ private slots:
         QCOMPARE(MGlobal::optionVarIntValue("stackTraceIsOn", &exists), 0);
         QVERIFY(exists);
         QCOMPARE(MGlobal::optionVarStringValue("quote"), MString("say \"hi\"\n"));
+        // Maya sources the file as MEL: the quotes in a value are escaped.
+        QVERIFY(TestFiles::Read(path).contains("optionVar -sv \"quote\" \"say \\\"hi\\\"\\n\";"));
         QCOMPARE(MGlobal::optionVarDoubleValue("scale"), 1.25);
         qputenv("MAYA_APP_DIR", QFile::encodeName(appDir.path()));
     }
@@ -366,7 +295,7 @@ private slots:
                 HostIdleQueue::Post([&order] { order.append(QStringLiteral("posted while flushing")); });
             });
         QVERIFY(MGlobal::executeCommandOnIdle("hostTestCommand -of \"idle.py\""));
-        HostIdleQueue::Post([&order] { order.append(PluginState().openedFile); });
+        HostIdleQueue::Post([&order] { order.append(FlagsTestCommand::openedFile); });
         QCOMPARE(HostIdleQueue::Pending(), 3);
         QVERIFY(order.isEmpty());
 
@@ -376,6 +305,9 @@ private slots:
         // The event loop flushes by itself.
         QTRY_COMPARE(HostIdleQueue::Pending(), 0);
         QCOMPARE(order.last(), QStringLiteral("posted while flushing"));
+        // And work posted after that is flushed in its turn too.
+        HostIdleQueue::Post([&order] { order.append(QStringLiteral("later")); });
+        QTRY_COMPARE(order.last(), QStringLiteral("later"));
     }
 
     void batchStateAndFolders()

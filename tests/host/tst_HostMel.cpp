@@ -1,5 +1,6 @@
 // The substitute's MEL: parsing, variables, procedures and their native substitutes, and the
 // built-in commands the plug-in sends, all run from MEL text as Maya would run it.
+#include "FlagsTestCommand.h"
 #include "HostCommandResult.h"
 #include "HostMel.h"
 #include "HostOutput.h"
@@ -24,51 +25,15 @@
 
 namespace
 {
-using Recorder = OutputRecorder;
-
 constexpr auto Mel = &MelText::Run;
 constexpr auto MelString = &MelText::String;
 constexpr auto MelInt = &MelText::Int;
 constexpr auto MelArray = &MelText::Array;
 
-// A plug-in command that answers with how it parsed its flags or arguments.
-class FlagsCommand : public MPxCommand
-{
-public:
-    static void* Creator() { return new FlagsCommand; }
-    static MSyntax Syntax()
-    {
-        MSyntax syntax;
-        syntax.addFlag("-v", "-version");
-        syntax.addFlag("-of", "-openFile", MSyntax::kString);
-        syntax.addFlag("-sz", "-size", MSyntax::kLong, MSyntax::kDouble);
-        return syntax;
-    }
-    MStatus doIt(const MArgList& args) override
-    {
-        MStatus status;
-        MArgDatabase database(syntax(), args, &status);
-        if (!status)
-            return status;
-        if (database.numberOfFlagsUsed() > 0)
-        {
-            setResult(static_cast<int>(database.numberOfFlagsUsed()));
-            return status;
-        }
-        // Without flags: the arguments as the command received them.
-        MString joined;
-        MString word;
-        for (unsigned int i = 0; database.getCommandArgument(i, word); ++i)
-            joined += (i > 0 ? "|" : "") + word;
-        setResult(joined);
-        return status;
-    }
-};
-
 MStatus InitializeFlagsPlugin(MObject object)
 {
     MFnPlugin plugin(object, "Tests", "1.0");
-    return plugin.registerCommand("melTestCommand", FlagsCommand::Creator, FlagsCommand::Syntax);
+    return plugin.registerCommand("melTestCommand", FlagsTestCommand::Creator, FlagsTestCommand::Syntax);
 }
 
 MStatus UninitializeFlagsPlugin(MObject object)
@@ -76,41 +41,6 @@ MStatus UninitializeFlagsPlugin(MObject object)
     MFnPlugin plugin(object);
     return plugin.deregisterCommand("melTestCommand");
 }
-
-const char* const PLUGIN_SCRIPT = R"MEL(
-// The same shape as the plug-in's own script: procedures with bodies this host never runs.
-global proc string xvGetExistingHistory()
-{
-    if (`window -exists xvTempReporterWnd`) deleteUI xvTempReporterWnd;
-    window xvTempReporterWnd;
-    columnLayout;
-    string $reporter = `cmdScrollFieldReporter -fst ""`;
-    string $text = `cmdScrollFieldReporter -q -t $reporter`;
-    deleteUI xvTempReporterWnd;
-    return $text; /* "}" inside comments and strings does not end the body */
-}
-
-global proc xvClearExistingHistory()
-{
-    window xvTempReporterWnd;
-    columnLayout;
-    cmdScrollFieldReporter -e -clear `cmdScrollFieldReporter -fst "}"`;
-    deleteUI xvTempReporterWnd;
-}
-
-global proc string[] xvGetMelInfo(int $commands, int $runTimeCommands, int $procedures)
-{
-    string $names[] = `melInfo`;
-    string $results[];
-    for ($i = 0; $i < size($names); $i++)
-    {
-        string $type = `whatIs $names[$i]`;
-        if (($commands && $type == "Command") || ($procedures && startsWith($type, "Mel procedure")))
-            $results[$i] = $names[$i];
-    }
-    return $results;
-}
-)MEL";
 } // namespace
 
 class TestHostMel : public QObject
@@ -173,7 +103,7 @@ private slots:
         QFETCH(bool, ok);
         QFETCH(QString, printed);
         QFETCH(QString, error);
-        Recorder recorder;
+        OutputRecorder recorder;
         QCOMPARE(bool(Mel(script)), ok);
         QCOMPARE(recorder.Printed(), printed);
         if (error.isEmpty())
@@ -194,8 +124,9 @@ private slots:
                  QStringLiteral("call|2|x|y"));
         QCOMPARE(MelString(QStringLiteral("melTestCommand \"// not a comment\" // a comment")),
                  QStringLiteral("// not a comment"));
-        QCOMPARE(MelInt(QStringLiteral("melTestCommand -of (\"a\" + \"b\") -v")), 2);
-        QCOMPARE(MelInt(QStringLiteral("melTestCommand -sz 2 0.5")), 1);
+        QCOMPARE(MelString(QStringLiteral("melTestCommand -of (\"a\" + \"b\") -v")), QStringLiteral("2.7.6"));
+        QCOMPARE(FlagsTestCommand::openedFile, QStringLiteral("ab"));
+        QCOMPARE(MelString(QStringLiteral("melTestCommand -sz 2 0.5")), QStringLiteral("2 0.5"));
     }
 
     void expressions_data()
@@ -252,7 +183,7 @@ private slots:
 
     void variablesAndTypes()
     {
-        Recorder recorder;
+        OutputRecorder recorder;
         QVERIFY(Mel(QStringLiteral("string $s = \"x\"; int $i = 3; float $f; $f = $i / 2; $s = $s + $i;")));
         QCOMPARE(MelString(QStringLiteral("$s")), QStringLiteral("x3"));
         QCOMPARE(MelString(QStringLiteral("$f + \"\"")), QStringLiteral("1"));
@@ -272,7 +203,7 @@ private slots:
 
     void syntaxErrorRunsNothing()
     {
-        Recorder recorder;
+        OutputRecorder recorder;
         QVERIFY(!Mel(QStringLiteral("print \"first\";\nprint \"unterminated;")));
         QVERIFY(!Mel(QStringLiteral("print \"first\";\nint $x = (1 + ;")));
         QVERIFY(!Mel(QStringLiteral("{ print \"open block\";")));
@@ -291,12 +222,14 @@ private slots:
 
     void userProcedures()
     {
-        Recorder recorder;
+        OutputRecorder recorder;
         QVERIFY(Mel(QStringLiteral(
             "global proc sayHello() { print \"hello\"; print \" there\"; }\n"
             "global proc int twice(int $n) { return $n * 2; }\n"
             "global proc string[] pair(string $a, string $b) { string $r[] = {$a, $b}; return $r; }\n"
-            "global proc counter() { global int $gCount; $gCount++; }")));
+            "global proc counter() { global int $gCount; $gCount++; }\n"
+            "global proc string brace() { return \"}\"; /* } */ }")));
+        QCOMPARE(MelString(QStringLiteral("brace()")), QStringLiteral("}"));
         QVERIFY(recorder.Printed().isEmpty());
         QVERIFY(HostMel::ProcedureDefined(QStringLiteral("sayHello")));
         QVERIFY(Mel(QStringLiteral("sayHello; sayHello();")));
@@ -320,7 +253,7 @@ private slots:
 
     void catchAndCatchQuiet()
     {
-        Recorder recorder;
+        OutputRecorder recorder;
         QCOMPARE(MelInt(QStringLiteral("catch(`noSuchCommand`)")), 1);
         QCOMPARE(recorder.Errors().size(), 1);
         QCOMPARE(MelInt(QStringLiteral("catchQuiet(`noSuchCommand`)")), 1);
@@ -336,7 +269,7 @@ private slots:
 
     void substitutesOnlyAfterDefinition()
     {
-        Recorder recorder;
+        OutputRecorder recorder;
         HostMel::RegisterProcedureSubstitute(
             QStringLiteral("xvSubstituteProbe"),
             [](const HostMelCall& call, HostCommandResult& result)
@@ -354,10 +287,12 @@ private slots:
         QCOMPARE(MelString(QStringLiteral("xvSubstituteProbe(\"a\", 1)")), QStringLiteral("a|1"));
     }
 
-    // The plug-in's own script: its history procedures and its list of run time commands.
+    // The plug-in's own script, whose procedures this host answers natively: its history and its
+    // list of run time commands.
     void pluginScriptProcedures()
     {
-        QVERIFY(Mel(QString::fromLatin1(PLUGIN_SCRIPT)));
+        QVERIFY(
+            Mel(QString::fromLatin1(TestFiles::Read(QStringLiteral(":/bq2_scripts/BrindletEditor2.mel")))));
         MGlobal::displayWarning("kept");
         MGlobal::executeCommand("print \"shown\\n\"", true);
         QCOMPARE(MelString(QStringLiteral("xvGetExistingHistory()")),
@@ -368,7 +303,7 @@ private slots:
         QVERIFY(HostOutput::History().isEmpty());
 
         HostMel::RegisterRunTimeCommand(QStringLiteral("SayRunTime"), QStringLiteral("print \"run time\""));
-        Recorder recorder;
+        OutputRecorder recorder;
         QVERIFY(Mel(QStringLiteral("SayRunTime")));
         QCOMPARE(recorder.Printed(), QStringLiteral("run time"));
         QCOMPARE(HostMel::WhatIs(QStringLiteral("SayRunTime")), QStringLiteral("Run Time Command"));
@@ -380,7 +315,7 @@ private slots:
         const QString path = HostState::UserScriptDir() + QStringLiteral("sourcedHere.mel");
         QVERIFY(TestFiles::Write(path, "global proc string fromSourcedFile() { return \"sourced\"; }\n"));
 
-        Recorder recorder;
+        OutputRecorder recorder;
         QVERIFY(Mel(QStringLiteral("source sourcedHere.mel;")));
         QCOMPARE(MelString(QStringLiteral("fromSourcedFile()")), QStringLiteral("sourced"));
         QCOMPARE(HostMel::WhatIs(QStringLiteral("fromSourcedFile")),
@@ -399,7 +334,7 @@ private slots:
 
     void pythonCommand()
     {
-        Recorder recorder;
+        OutputRecorder recorder;
         QCOMPARE(MelString(QStringLiteral("python(\"6 * 7\")")), QStringLiteral("42"));
         QCOMPARE(MelString(QStringLiteral("python(\"bq2_mel_name = 'set by MEL'\")")), QString());
         QCOMPARE(MelString(QStringLiteral("python \"bq2_mel_name\"")), QStringLiteral("set by MEL"));

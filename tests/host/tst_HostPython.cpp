@@ -5,6 +5,7 @@
 #include "HostMel.h"
 #include "HostOutput.h"
 #include "HostPython.h"
+#include "OutputRecorder.h"
 #include <QtCore/QCoreApplication>
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QThread>
@@ -17,50 +18,24 @@
 
 namespace
 {
-struct Message
-{
-    MCommandMessage::MessageType type;
-    QString text;
-};
-
-QList<Message> messages;
+OutputRecorder* recorder = nullptr;
 HostMelCall lastCall;
 bool everythingOnMainThread = true;
 
-bool OnMainThread()
+void CheckMainThread()
 {
-    return QThread::currentThread() == QCoreApplication::instance()->thread();
-}
-
-void Record(const MString& message, MCommandMessage::MessageType type, void*)
-{
-    everythingOnMainThread = everythingOnMainThread && OnMainThread();
-    messages.append({type, QString::fromUtf8(message.asUTF8())});
+    everythingOnMainThread = everythingOnMainThread && QThread::currentThread() == qApp->thread();
 }
 
 QStringList Texts(MCommandMessage::MessageType type)
 {
-    QStringList texts;
-    for (const Message& message : messages)
-    {
-        if (message.type == type)
-            texts.append(message.text);
-    }
-    return texts;
-}
-
-QString Describe(const QList<Message>& list)
-{
-    QStringList lines;
-    for (const Message& message : list)
-        lines.append(QStringLiteral("%1:%2").arg(int(message.type)).arg(message.text));
-    return lines.join(QLatin1Char('|'));
+    return recorder->Texts(type);
 }
 
 // Answers with a result of the kind that its -kind flag names.
 MStatus ValueCommand(const HostMelCall& call, HostCommandResult& result)
 {
-    everythingOnMainThread = everythingOnMainThread && OnMainThread();
+    CheckMainThread();
     const QString kind = call.FlagValue(QStringLiteral("kind"));
     if (kind == QLatin1String("int"))
         result.setInt(42);
@@ -101,13 +76,17 @@ class TestHostPython : public QObject
 private slots:
     void initTestCase()
     {
+        qputenv("MAYA_APP_DIR", QFile::encodeName(appDir.path()));
         // A handler of the application's own, which Python must leave in place.
         struct sigaction handler = {};
         handler.sa_handler = &IgnoreSignal;
         sigaction(SIGINT, &handler, &sigintBefore);
 
         HostOutput::SetTerminalEchoEnabled(false);
-        recorderId = MCommandMessage::addCommandOutputCallback(&Record);
+        recorder = new OutputRecorder;
+        // Output from a Python thread must reach the callbacks on the main thread.
+        threadCheckId = MCommandMessage::addCommandOutputCallback(
+            [](const MString&, MCommandMessage::MessageType, void*) { CheckMainThread(); });
         QVERIFY(HostPython::Initialize());
         QVERIFY(HostPython::IsInitialized());
         QVERIFY(HostPython::Initialize());
@@ -128,14 +107,15 @@ private slots:
             QStringLiteral("import sys\nimport maya.cmds as cmds\nimport maya.mel as mel"), false));
     }
 
-    void init() { messages.clear(); }
+    void init() { recorder->messages.clear(); }
 
     void cleanupTestCase()
     {
         HostMel::UnregisterCommand(QStringLiteral("h2Value"));
         HostMel::UnregisterCommand(QStringLiteral("h2Record"));
         HostMel::UnregisterCommand(QStringLiteral("h2Fail"));
-        MMessage::removeCallback(recorderId);
+        MMessage::removeCallback(threadCheckId);
+        delete recorder;
         sigaction(SIGINT, &sigintBefore, nullptr);
     }
 
@@ -182,7 +162,7 @@ private slots:
                  (QStringList{QStringLiteral("a\n"), QStringLiteral("b\n"), QStringLiteral("c\n"),
                               QStringLiteral("tail")}));
 
-        messages.clear();
+        recorder->messages.clear();
         QVERIFY(HostPython::Execute(
             QStringLiteral("print('oops', file=sys.stderr)\nsys.stderr.write('one\\ntwo')"), false));
         QCOMPARE(Texts(MCommandMessage::kError),
@@ -194,18 +174,18 @@ private slots:
     {
         QVERIFY(HostPython::Execute(QStringLiteral("calls = []"), false));
         QVERIFY(HostPython::Execute(QStringLiteral("calls.append(1) or 6 * 7"), true));
-        QCOMPARE(Describe(messages), QStringLiteral("5:42"));
+        QCOMPARE(recorder->Described(), QStringLiteral("5:42"));
         int count = 0;
         QVERIFY(HostPython::EvaluateInt(QStringLiteral("len(calls)"), count));
         QCOMPARE(count, 1); // evaluated once, not once to test and once to show
 
-        messages.clear();
+        recorder->messages.clear();
         QVERIFY(HostPython::Execute(QStringLiteral("'text'"), true));
         QVERIFY(HostPython::Execute(QStringLiteral("None"), true));
         QVERIFY(HostPython::Execute(QStringLiteral("6 * 7"), false));
         QVERIFY(HostPython::Execute(QStringLiteral("print('p')"), true));
         QVERIFY(HostPython::Execute(QStringLiteral("y = 6 * 7"), true));
-        QCOMPARE(Describe(messages), QStringLiteral("5:text|1:p\n"));
+        QCOMPARE(recorder->Described(), QStringLiteral("5:text|1:p\n"));
     }
 
     void typedEvaluationRunsStatementsWithoutValue()
@@ -213,7 +193,7 @@ private slots:
         int value = -1;
         QVERIFY(!HostPython::EvaluateInt(QStringLiteral("y = 3"), value));
         QCOMPARE(value, -1);
-        QVERIFY(messages.isEmpty());
+        QVERIFY(recorder->messages.isEmpty());
         QVERIFY(HostPython::EvaluateInt(QStringLiteral("y"), value));
         QCOMPARE(value, 3);
 
@@ -285,7 +265,7 @@ private slots:
         }
         QCOMPARE(got, ok ? expected : QStringLiteral("-7"));
         // A value of the wrong type is no error of the code.
-        QVERIFY2(Texts(MCommandMessage::kError).isEmpty(), qPrintable(Describe(messages)));
+        QVERIFY2(Texts(MCommandMessage::kError).isEmpty(), qPrintable(recorder->Described()));
     }
 
     void tracebackAndErrorLine()
@@ -295,6 +275,7 @@ private slots:
                                             "print('before')\n"
                                             "fail()\n");
         QVERIFY(!HostPython::Execute(code, true));
+        const QList<OutputRecorder::Message>& messages = recorder->messages;
         QCOMPARE(messages.size(), 3);
         QCOMPARE(messages[0].text, QStringLiteral("before\n"));
         QCOMPARE(messages[1].type, MCommandMessage::kStackTrace);
@@ -305,14 +286,14 @@ private slots:
         QCOMPARE(messages[2].text, QStringLiteral("ValueError: file <maya console> line 2: bad"));
 
         // Frames outside the code that was run don't count: the line is the deepest one of ours.
-        messages.clear();
+        recorder->messages.clear();
         QVERIFY(!HostPython::Execute(QStringLiteral("import json\n\njson.loads('{')"), false));
         const QStringList errors = Texts(MCommandMessage::kError);
         QCOMPARE(errors.size(), 1);
         QVERIFY2(errors.first().startsWith(QLatin1String("JSONDecodeError: file <maya console> line 3: ")),
                  qPrintable(errors.first()));
 
-        messages.clear();
+        recorder->messages.clear();
         int value = 0;
         QVERIFY(!HostPython::EvaluateInt(QStringLiteral("1 / 0"), value));
         QCOMPARE(
@@ -333,7 +314,7 @@ private slots:
         QVERIFY(HostPython::EvaluateInt(QStringLiteral("ran"), ran));
         QCOMPARE(ran, 0); // nothing of code that does not compile runs
 
-        messages.clear();
+        recorder->messages.clear();
         QString text;
         QVERIFY(!HostPython::EvaluateString(QStringLiteral("x = 1\n  y = 2"), text));
         errors = Texts(MCommandMessage::kError);
@@ -358,7 +339,7 @@ private slots:
         // And from Python through MEL back into Python.
         QVERIFY(HostPython::EvaluateString(QStringLiteral("repr(cmds.h2Value(kind='array'))"), text));
         QCOMPARE(text, QStringLiteral("['a', 'b c']"));
-        QVERIFY2(Texts(MCommandMessage::kError).isEmpty(), qPrintable(Describe(messages)));
+        QVERIFY2(Texts(MCommandMessage::kError).isEmpty(), qPrintable(recorder->Described()));
     }
 
     void cmdsBuildsFlagsAndObjects()
@@ -379,6 +360,7 @@ private slots:
         QVERIFY(run(QStringLiteral("h2Record('ctl', q=True, visible=True)")));
         QVERIFY(lastCall.query);
         QCOMPARE(lastCall.flags, (Flags{{QStringLiteral("visible"), {}}}));
+        QCOMPARE(lastCall.positionals, QStringList{QStringLiteral("ctl")});
 
         QVERIFY(run(QStringLiteral("h2Record(['a', 'b'], 'c', close=False, label='say \"hi\"\\n\\\\')")));
         QCOMPARE(lastCall.flags, (Flags{{QStringLiteral("label"), {QStringLiteral("say \"hi\"\n\\")}}}));
@@ -391,7 +373,7 @@ private slots:
                         {QStringLiteral("item"), {QStringLiteral("y z")}},
                         {QStringLiteral("pair"), {QStringLiteral("1"), QStringLiteral("2.5")}}}));
 
-        QVERIFY2(Texts(MCommandMessage::kError).isEmpty(), qPrintable(Describe(messages)));
+        QVERIFY2(Texts(MCommandMessage::kError).isEmpty(), qPrintable(recorder->Described()));
         int flagCount = 0;
         QVERIFY(HostPython::EvaluateInt(
             QStringLiteral("'h2Record' in dir(cmds) and hasattr(cmds, 'h2Record')"), flagCount));
@@ -419,7 +401,7 @@ private slots:
         QCOMPARE(caught, QStringLiteral("h2 failure text"));
 
         // Uncaught, it is reported against the Python line.
-        messages.clear();
+        recorder->messages.clear();
         QVERIFY(!HostPython::Execute(QStringLiteral("\nmel.eval('h2Fail')"), false));
         QCOMPARE(
             Texts(MCommandMessage::kError).last(),
@@ -435,7 +417,7 @@ private slots:
                            "import maya.OpenMayaMPx, maya.OpenMayaRender, maya.OpenMayaUI\n"
                            "import maya.api.OpenMaya"),
             false));
-        QVERIFY2(messages.isEmpty(), qPrintable(Describe(messages)));
+        QVERIFY2(recorder->messages.isEmpty(), qPrintable(recorder->Described()));
         QVERIFY(!HostPython::Execute(QStringLiteral("import maya.OpenMayaCloth"), false));
         QCOMPARE(Texts(MCommandMessage::kError),
                  QStringList{QStringLiteral("ModuleNotFoundError: file <maya console> line 1: "
@@ -463,7 +445,7 @@ private slots:
         int count = -1;
         QVERIFY(HostPython::EvaluateInt(QStringLiteral("len(deferred)"), count));
         QCOMPARE(count, 0);
-        QVERIFY(messages.isEmpty());
+        QVERIFY(recorder->messages.isEmpty());
         HostIdleQueue::Flush();
         QStringList list;
         QVERIFY(HostPython::EvaluateStringList(QStringLiteral("deferred"), list));
@@ -498,17 +480,10 @@ private slots:
     }
 
 private:
+    QTemporaryDir appDir;
     struct sigaction sigintBefore = {};
-    MCallbackId recorderId = 0;
+    MCallbackId threadCheckId = 0;
 };
 
-int main(int argc, char** argv)
-{
-    QTemporaryDir appDir;
-    qputenv("MAYA_APP_DIR", QFile::encodeName(appDir.path()));
-    QCoreApplication app(argc, argv);
-    TestHostPython test;
-    return QTest::qExec(&test, argc, argv);
-}
-
+QTEST_GUILESS_MAIN(TestHostPython)
 #include "tst_HostPython.moc"

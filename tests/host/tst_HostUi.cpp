@@ -97,6 +97,12 @@ class TestHostUi : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase()
+    {
+        // Nothing may read the real home folder: the temporary prefs folder comes first.
+        qputenv("MAYA_APP_DIR", QFile::encodeName(appDir.path()));
+    }
+
     void init()
     {
         pluginLog.clear();
@@ -318,21 +324,11 @@ private:
         pluginLog.clear();
     }
 
+    QTemporaryDir appDir;
     std::unique_ptr<HostApplication> host;
     std::unique_ptr<OutputRecorder> recorder;
     int ErrorCount() const { return static_cast<int>(recorder->Errors().size()); }
 };
 
-int main(int argc, char** argv)
-{
-    // Nothing may read the real home folder: the temporary prefs folder comes first.
-    QTemporaryDir appDir;
-    qputenv("MAYA_APP_DIR", QFile::encodeName(appDir.path()));
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication application(argc, argv);
-    TestHostUi test;
-    return QTest::qExec(&test, argc, argv);
-}
-
+QTEST_MAIN(TestHostUi)
 #include "tst_HostUi.moc"

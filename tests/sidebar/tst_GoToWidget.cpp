@@ -245,13 +245,15 @@ private slots:
         QVERIFY(!palette.isVisible());
     }
 
-    void deletingTheAtSwitchesBackToFiles()
+    // The first character chooses the mode: "@" symbols, ":" lines, anything else files; without
+    // workspace folders the file mode only says so and the other modes still work.
+    void prefixChoosesTheMode()
     {
         MakeFile(QStringLiteral("one.mel"));
         MakeFile(QStringLiteral("two.py"));
+        const QList<ParserItem> symbols{Item(QStringLiteral("proc1"), ParserItemProc, 0)};
         GoToWidget palette;
-        palette.Show(GoToFilterSymbol, {Item(QStringLiteral("proc1"), ParserItemProc, 0)}, 1, 0, 0, {},
-                     false);
+        palette.Show(GoToFilterSymbol, symbols, 7, 0, 0, {}, false);
         QCOMPARE(ShownRows(palette), QStringList{QStringLiteral("proc1")});
         QTest::keyClick(palette.GetLineEdit(), Qt::Key_Backspace);
         QCOMPARE(palette.GetRowCount(), 2);
@@ -260,28 +262,24 @@ private slots:
         QTest::keyClick(palette.GetLineEdit(), Qt::Key_Home);
         QTest::keyClick(palette.GetLineEdit(), Qt::Key_Delete);
         QCOMPARE(palette.GetRowCount(), 2);
-    }
 
-    void withoutWorkspaceFoldersSymbolsAndLinesStillWork()
-    {
         Settings::workspaceFolders.clear();
-        GoToWidget palette;
-        palette.Show(GoToFilterFile, {Item(QStringLiteral("proc1"), ParserItemProc, 0)}, 7, 0, 0, {}, false);
-        QVERIFY(palette.IsHelpVisible());
-        QVERIFY(palette.GetHelpLabel()->isVisibleTo(&palette));
-        QVERIFY(!palette.GetListView()->isVisibleTo(&palette));
-        QCOMPARE(palette.GetHelpLabel()->text(), QStringLiteral("No workspace folders found"));
-        QTest::keyClicks(palette.GetLineEdit(), QStringLiteral("abc"));
-        QCOMPARE(palette.GetHelpLabel()->text(), QStringLiteral("No workspace folders found"));
-
-        palette.GetLineEdit()->clear();
-        QTest::keyClicks(palette.GetLineEdit(), QStringLiteral("@"));
-        QVERIFY(palette.GetListView()->isVisibleTo(&palette));
-        QCOMPARE(ShownRows(palette), QStringList{QStringLiteral("proc1")});
-        palette.GetLineEdit()->clear();
-        QTest::keyClicks(palette.GetLineEdit(), QStringLiteral(":"));
-        QCOMPARE(palette.GetHelpLabel()->text(),
-                 QStringLiteral("Type a line between 1 and 7 to navigate to"));
+        GoToWidget bare;
+        bare.Show(GoToFilterFile, symbols, 7, 0, 0, {}, false);
+        const QString none = QStringLiteral("No workspace folders found");
+        QVERIFY(bare.IsHelpVisible());
+        QVERIFY(bare.GetHelpLabel()->isVisibleTo(&bare));
+        QVERIFY(!bare.GetListView()->isVisibleTo(&bare));
+        QCOMPARE(bare.GetHelpLabel()->text(), none);
+        QTest::keyClicks(bare.GetLineEdit(), QStringLiteral("abc"));
+        QCOMPARE(bare.GetHelpLabel()->text(), none);
+        bare.GetLineEdit()->clear();
+        QTest::keyClicks(bare.GetLineEdit(), QStringLiteral("@"));
+        QVERIFY(bare.GetListView()->isVisibleTo(&bare));
+        QCOMPARE(ShownRows(bare), QStringList{QStringLiteral("proc1")});
+        bare.GetLineEdit()->clear();
+        QTest::keyClicks(bare.GetLineEdit(), QStringLiteral(":"));
+        QCOMPARE(bare.GetHelpLabel()->text(), QStringLiteral("Type a line between 1 and 7 to navigate to"));
     }
 
     // An empty list, of files or of symbols without a parser: Down and Return only close it.
@@ -328,7 +326,8 @@ private slots:
         QCOMPARE(palette->height(), fullHeight - listHeight(GoToWidget::MaxVisibleRows) + listHeight(3));
         // Every row is seen whole: the list is in the palette and fills it to its last row.
         QVERIFY(palette->rect().contains(list->geometry()));
-        QCOMPARE(list->visualRect(list->model()->index(2, 0)).bottom() + 1 + list->frameWidth(), list->height());
+        QCOMPARE(list->visualRect(list->model()->index(2, 0)).bottom() + 1 + list->frameWidth(),
+                 list->height());
 
         QTest::keyClicks(palette->GetLineEdit(), QStringLiteral("9"));
         QCOMPARE(palette->GetRowCount(), 0);
@@ -487,26 +486,24 @@ private slots:
         QTRY_COMPARE(QApplication::focusWidget(), static_cast<QWidget*>(opened));
     }
 
-    void paletteOpensOnlyFromAnEditorWithFocus()
-    {
-        QVERIFY(OpenEditor());
-        QVERIFY(FocusActive(editor));
-        editor->window()->setFocus();
-        editor->setFocus();
-        QVERIFY(!qobject_cast<CodeEditor*>(QApplication::focusWidget()));
-        editor->GoToLine();
-        QVERIFY(!editor->GetGoToWidget()->isVisible());
-    }
-
-    void paletteStandsCentredAtTheTopOfTheCodeArea()
+    // The palette opens only from an editor with the keyboard, centred at the top of the code area.
+    void paletteOpensFromTheEditorAtTheTopOfTheCodeArea()
     {
         QVERIFY(OpenEditor());
         // Well inside the screen, so that no edge moves the palette.
         editor->window()->setGeometry(QRect(QPoint(0, 0), QSize(760, 500)));
         QVERIFY(editor->window()->screen()->availableGeometry().width() >= 760);
         QVERIFY(FocusActive(editor));
+        editor->window()->setFocus();
+        editor->setFocus();
+        QVERIFY(!qobject_cast<CodeEditor*>(QApplication::focusWidget()));
         editor->GoToLine();
         GoToWidget* palette = editor->GetGoToWidget();
+        QVERIFY(!palette->isVisible());
+
+        QVERIFY(FocusActive(editor));
+        editor->GoToLine();
+        QVERIFY(palette->isVisible());
         const QWidget* area = editor->GetEditorGroupSplitter();
         const QPoint areaTopLeft = area->mapToGlobal(QPoint(0, 0));
         QCOMPARE(palette->width(), 400);

@@ -2,6 +2,7 @@
 #include "HostFixture.h"
 #include "ModalAnswer.h"
 #include "TestFiles.h"
+#include "TreeRows.h"
 #include "editor/CodeEditor.h"
 #include "editor/FindReplaceWidget.h"
 #include "settings/ColorSettings.h"
@@ -25,24 +26,6 @@
 #include <QtWidgets/QMessageBox>
 
 #include <sys/stat.h>
-
-namespace
-{
-// The tree as the user reads it: one line per row, indented by level.
-QStringList Rows(const QTreeWidget* tree)
-{
-    QStringList rows;
-    std::function<void(const QTreeWidgetItem*, int)> add = [&](const QTreeWidgetItem* item, int level)
-    {
-        rows.append(QString(level * 2, QLatin1Char(' ')) + item->text(0));
-        for (int i = 0; i < item->childCount(); ++i)
-            add(item->child(i), level + 1);
-    };
-    for (int i = 0; i < tree->topLevelItemCount(); ++i)
-        add(tree->topLevelItem(i), 0);
-    return rows;
-}
-} // namespace
 
 // Search and replace in files through the main widget: a real folder tree, the side bar's view
 // typed into, the editors opened and changed.
@@ -68,7 +51,8 @@ private:
         return QStringLiteral("%1 (%2)").arg(info.fileName(), info.absolutePath());
     }
 
-    void SearchFor(const QString& text, const QString& include = QString(), const QString& exclude = QString())
+    void SearchFor(const QString& text, const QString& include = QString(),
+                   const QString& exclude = QString())
     {
         if (!View()->isVisible())
             editor->ShowSearch();
@@ -112,7 +96,8 @@ private slots:
 
     void resultsArriveFolderByFolder()
     {
-        QSignalSpy appended(View(), SIGNAL(SearchRequested(QString, QStringList, QStringList, bool, bool, bool)));
+        QSignalSpy appended(View(),
+                            SIGNAL(SearchRequested(QString, QStringList, QStringList, bool, bool, bool)));
         SearchFor(QStringLiteral("os"));
         QCOMPARE(appended.count(), 1);
         QVERIFY(editor->GetSideBar()->isVisible());
@@ -130,20 +115,18 @@ private slots:
             "    os.path  # os twice: os",
             "    os.path  # os twice: os",
             "    os.path  # os twice: os",
-            QString::fromUtf8("  bin.dat (c)"),
-            QString::fromUtf8("    \u0000\u0000os\u0000\uFFFD\uFFFD").trimmed().prepend("    "),
+            "  bin.dat (c)",
             "    os",
             "  z.py (c/deep)",
             "    x = os",
-            QString::fromUtf8("  latin1.txt (c)"),
+            "  latin1.txt (c)",
             QString::fromUtf8("    caf\uFFFD os"),
         };
-        const QStringList rows = Rows(Tree());
-        QCOMPARE(rows.size(), expected.size());
-        QCOMPARE(rows.at(0), expected.at(0));
-        QCOMPARE(rows.mid(1, 9), expected.mid(1, 9));
-        QCOMPARE(rows.at(10), expected.at(10));
-        QCOMPARE(rows.mid(12), expected.mid(12));
+        const QStringList rows = TreeRows::Below(Tree()->invisibleRootItem());
+        // The binary file's first line, control characters and all, is not compared.
+        QStringList readable = rows;
+        readable.removeAt(11);
+        QCOMPARE(readable, expected);
         QCOMPARE(View()->GetResultsView()->GetFileCount(), 6);
         QCOMPARE(View()->GetResultsView()->GetReplaceCount(), 10);
         // Positions count each line end as one character.
@@ -155,7 +138,7 @@ private slots:
 
         // An empty search leaves the tree as it was.
         SearchFor(QString());
-        QCOMPARE(Rows(Tree()), rows);
+        QCOMPARE(TreeRows::Below(Tree()->invisibleRootItem()), rows);
         // A bad expression finds nothing.
         View()->ToggleRegularExpression();
         SearchFor(QStringLiteral("os("));
@@ -168,13 +151,19 @@ private slots:
         QTest::addColumn<QString>("exclude");
         QTest::addColumn<QStringList>("files");
 
-        QTest::newRow("all") << "" << "" << QStringList{"Internal", "x.mel (A)", "a.txt", "b.py", "bin.dat (c)",
-                                                          "z.py (c/deep)", "latin1.txt (c)"};
-        QTest::newRow("pattern skips buffers") << "*.py" << "" << QStringList{};
-        QTest::newRow("full pattern") << "/*/*/b.py, */z.py" << "" << QStringList{};
-        QTest::newRow("exclude folder") << "" << "c" << QStringList{"Internal", "x.mel (A)", "a.txt", "b.py"};
-        QTest::newRow("include one file") << "b.py" << "" << QStringList{"b.py"};
-        QTest::newRow("include folder") << "c/deep" << "" << QStringList{"z.py"};
+        QTest::newRow("all") << ""
+                             << "" << QStringList{"Internal",    "x.mel (A)",     "a.txt",         "b.py",
+                                                  "bin.dat (c)", "z.py (c/deep)", "latin1.txt (c)"};
+        QTest::newRow("pattern skips buffers") << "*.py"
+                                               << "" << QStringList{};
+        QTest::newRow("full pattern") << "/*/*/b.py, */z.py"
+                                      << "" << QStringList{};
+        QTest::newRow("exclude folder") << ""
+                                        << "c" << QStringList{"Internal", "x.mel (A)", "a.txt", "b.py"};
+        QTest::newRow("include one file") << "b.py"
+                                          << "" << QStringList{"b.py"};
+        QTest::newRow("include folder") << "c/deep"
+                                        << "" << QStringList{"z.py"};
     }
 
     void filtersChooseWhatIsSearched()
@@ -191,17 +180,13 @@ private slots:
         QDir::setCurrent(workspace.path());
         SearchFor(QStringLiteral("os"), include, exclude);
         QDir::setCurrent(oldDir);
+        // The buffers' branch by its name, a folder's by the files in it.
         QStringList shown;
         for (int i = 0; i < Tree()->topLevelItemCount(); ++i)
         {
             const QTreeWidgetItem* root = Tree()->topLevelItem(i);
-            if (root->text(0) == QLatin1String("Internal"))
-            {
-                shown.append(root->text(0));
-                continue;
-            }
-            for (int j = 0; j < root->childCount(); ++j)
-                shown.append(root->child(j)->text(0));
+            const bool buffers = root->text(0) == QLatin1String("Internal");
+            shown += buffers ? QStringList{root->text(0)} : TreeRows::Below(root, false);
         }
         if (files.isEmpty())
         {

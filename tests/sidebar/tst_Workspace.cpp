@@ -1,5 +1,7 @@
+#include "DialogAnswer.h"
 #include "HostFixture.h"
 #include "TestFiles.h"
+#include "TreeRows.h"
 #include "plugin/MayaUtil.h"
 #include "settings/ColorSettings.h"
 #include "settings/KeyBindings.h"
@@ -15,11 +17,8 @@
 #include <QtCore/QJsonObject>
 #include <QtCore/QProcess>
 #include <QtCore/QTemporaryDir>
-#include <QtCore/QTimer>
 #include <QtTest/QtTest>
-#include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QApplication>
-#include <QtWidgets/QInputDialog>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMessageBox>
 
@@ -31,7 +30,8 @@ namespace
 QStringList Listing(const QString& root)
 {
     QStringList entries;
-    QDirIterator it(root, QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden, QDirIterator::Subdirectories);
+    QDirIterator it(root, QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden,
+                    QDirIterator::Subdirectories);
     while (it.hasNext())
         entries.append(QDir(root).relativeFilePath(it.next()));
     entries.sort();
@@ -44,60 +44,17 @@ void Shell(const QString& command)
     QProcess::execute(QStringLiteral("sh"), {QStringLiteral("-c"), command});
 }
 
-// Answers every modal dialog that opens: text into an input dialog, a button of a message box.
-struct Answer : QObject
-{
-    QString text;
-    QMessageBox::StandardButton button = QMessageBox::Yes;
-    QStringList seen;
-    QTimer timer;
-    Answer()
-    {
-        connect(&timer, &QTimer::timeout, this,
-                [this]
-                {
-                    QWidget* modal = QApplication::activeModalWidget();
-                    if (auto* input = qobject_cast<QInputDialog*>(modal))
-                    {
-                        seen.append(input->windowTitle() + QLatin1Char('|') + input->labelText());
-                        input->setTextValue(text);
-                        input->accept();
-                    }
-                    else if (auto* box = qobject_cast<QMessageBox*>(modal))
-                    {
-                        seen.append(box->windowTitle() + QLatin1Char('|') + box->text());
-                        box->button(button)->click();
-                    }
-                });
-        timer.start(20);
-    }
-};
-
-QStringList ChildTexts(const QTreeWidgetItem* item)
-{
-    QStringList texts;
-    for (int i = 0; i < item->childCount(); ++i)
-    {
-        if (!item->child(i)->isHidden())
-            texts.append(item->child(i)->text(0));
-    }
-    return texts;
-}
-
 // The folders a workspace file lists.
 QVariantList Folders(const QByteArray& json)
 {
     return QJsonDocument::fromJson(json).object().value("folders").toArray().toVariantList();
 }
 
-QTreeWidgetItem* Child(QTreeWidgetItem* item, const QString& text)
+using TreeRows::Child;
+
+QStringList ChildTexts(const QTreeWidgetItem* item)
 {
-    for (int i = 0; item && i < item->childCount(); ++i)
-    {
-        if (item->child(i)->text(0) == text)
-            return item->child(i);
-    }
-    return nullptr;
+    return TreeRows::Below(item, false);
 }
 } // namespace
 
@@ -244,7 +201,8 @@ private slots:
 
         Shell(QStringLiteral("touch '%1'").arg(Disk("root/scripts/new.mel")));
         QTRY_VERIFY(Child(Child(Tree()->topLevelItem(0), "scripts"), "new.mel"));
-        Shell(QStringLiteral("mv '%1' '%2'").arg(Disk("root/scripts/old.py"), Disk("root/scripts/renamed.py")));
+        Shell(
+            QStringLiteral("mv '%1' '%2'").arg(Disk("root/scripts/old.py"), Disk("root/scripts/renamed.py")));
         QTRY_VERIFY(Child(Child(Tree()->topLevelItem(0), "scripts"), "renamed.py"));
         Shell(QStringLiteral("rm '%1'").arg(Disk("root/scripts/keep.mel")));
         QTRY_VERIFY(!Child(Child(Tree()->topLevelItem(0), "scripts"), "keep.mel"));
@@ -276,7 +234,8 @@ private slots:
         QCOMPARE(Folders(written), (QVariantList{Disk("first"), Disk("second")}));
 
         // Saved under another name, the title follows the file's name.
-        const QString rigging = QDir(Settings::GetWorkspacesDirectoryPath()).filePath("rigging.bq2-workspace");
+        const QString rigging =
+            QDir(Settings::GetWorkspacesDirectoryPath()).filePath("rigging.bq2-workspace");
         view->SaveWorkspaceAs(rigging);
         QCOMPARE(view->GetTitleText(), QStringLiteral("<strong>RIGGING</strong>"));
 
@@ -318,11 +277,13 @@ private slots:
         QTest::newRow("empty") << QByteArray() << QStringList{} << QString();
         QTest::newRow("binary") << QByteArray("\x89PNG\r\n\x1a\n\0\0", 10) << QStringList{} << QString();
         QTest::newRow("not json") << QByteArray("{\"folders\": [\"a\"") << QStringList{} << QString();
-        QTest::newRow("folders a string") << QByteArray("{\"folders\": \"DISK/a\"}") << QStringList{} << QString();
+        QTest::newRow("folders a string")
+            << QByteArray("{\"folders\": \"DISK/a\"}") << QStringList{} << QString();
         QTest::newRow("no folders") << QByteArray("{\"roots\": [\"DISK/a\"]}") << QStringList{} << QString();
-        QTest::newRow("mixed elements") << QByteArray("{\"folders\": [1, null, \"DISK/a\", {}]}")
-                                        << QStringList{"a"} << QString();
-        QTest::newRow("folder gone") << QByteArray("{\"folders\": [\"DISK/gone\", \"DISK/a\", \"DISK/a/file.mel\"]}")
+        QTest::newRow("mixed elements")
+            << QByteArray("{\"folders\": [1, null, \"DISK/a\", {}]}") << QStringList{"a"} << QString();
+        QTest::newRow("folder gone") << QByteArray(
+                                            "{\"folders\": [\"DISK/gone\", \"DISK/a\", \"DISK/a/file.mel\"]}")
                                      << QStringList{"a"} << QString();
     }
 
@@ -371,13 +332,13 @@ private slots:
         QVERIFY(Put({{"root/unread/inside.txt", ""}, {"root/file.mel", "proc a() {}"}}));
         QVERIFY(MakeView({Disk("root")}));
         QTreeWidgetItem* root = Tree()->topLevelItem(0);
-        Answer answer;
+        DialogAnswer answer(QMessageBox::Yes);
 
         // A new file in a folder not yet read shows the folder whole, the new file with it.
         Tree()->setCurrentItem(root);
         Click(root);
         Tree()->setCurrentItem(Child(root, "unread"));
-        answer.text = QStringLiteral("made.py");
+        answer.input = QStringLiteral("made.py");
         QSignalSpy modified(view.get(), &WorkspaceView::WorkspaceModified);
         Tree()->NewFile();
         QVERIFY(QFileInfo(Disk("root/unread/made.py")).isFile());
@@ -385,14 +346,15 @@ private slots:
         QCOMPARE(ChildTexts(unread), (QStringList{"inside.txt", "made.py"}));
         QVERIFY(unread->isExpanded());
         QCOMPARE(modified.size(), 1);
-        QVERIFY(answer.seen.contains(QStringLiteral("New File|File Name")));
+        QVERIFY(answer.titles.contains("New File") && answer.texts.contains("File Name"));
 
         // The same name again is refused.
         fixture->ClearMessages();
         Tree()->NewFile();
-        QVERIFY(fixture->HasMessageContaining(QStringLiteral("File already exists: %1").arg(Disk("root/unread/made.py"))));
+        QVERIFY(fixture->HasMessageContaining(
+            QStringLiteral("File already exists: %1").arg(Disk("root/unread/made.py"))));
 
-        answer.text = QStringLiteral("folder");
+        answer.input = QStringLiteral("folder");
         Tree()->setCurrentItem(Child(Tree()->topLevelItem(0), "file.mel"));
         Tree()->NewFolder();
         QVERIFY(QFileInfo(Disk("root/folder")).isDir());
@@ -433,7 +395,7 @@ private slots:
         QVERIFY(!QFileInfo::exists(Disk("root/folder")));
         QCOMPARE(deleted.size(), 1);
         QCOMPARE(deleted.first(), (QVariantList{Disk("root/folder"), true}));
-        QVERIFY(answer.seen.contains(QStringLiteral("Delete Folder|Delete 'folder'")));
+        QVERIFY(answer.titles.contains("Delete Folder") && answer.texts.contains("Delete 'folder'"));
 
         // With nothing current, nothing is made.
         Tree()->setCurrentItem(nullptr);
@@ -446,16 +408,22 @@ private slots:
     {
         QTest::addColumn<QString>("operation");
         QTest::addColumn<QString>("message");
-        QTest::newRow("new file") << "new file" << "Failed to create file: DISK/root/locked/new.mel";
-        QTest::newRow("new folder") << "new folder" << "Failed to create directory: DISK/root/locked/new.mel";
+        QTest::newRow("new file") << "new file"
+                                  << "Failed to create file: DISK/root/locked/new.mel";
+        QTest::newRow("new folder") << "new folder"
+                                    << "Failed to create directory: DISK/root/locked/new.mel";
         QTest::newRow("rename") << "rename"
                                 << "Rename file failed. Please verify file path and permissions: "
                                    "DISK/root/locked/in.mel -> DISK/root/locked/new.mel";
-        QTest::newRow("rename onto existing") << "rename existing"
-                                              << "Raname failed. File already exists: DISK/root/locked/other.mel";
-        QTest::newRow("delete file") << "delete file" << "Failed to delete file: DISK/root/locked/in.mel";
-        QTest::newRow("delete folder") << "delete folder" << "Failed to delete folder: DISK/root/locked/sub";
-        QTest::newRow("paste") << "paste" << "Copy file failed: DISK/root/source.mel -> DISK/root/locked/source.mel";
+        QTest::newRow("rename onto existing")
+            << "rename existing"
+            << "Raname failed. File already exists: DISK/root/locked/other.mel";
+        QTest::newRow("delete file") << "delete file"
+                                     << "Failed to delete file: DISK/root/locked/in.mel";
+        QTest::newRow("delete folder") << "delete folder"
+                                       << "Failed to delete folder: DISK/root/locked/sub";
+        QTest::newRow("paste") << "paste"
+                               << "Copy file failed: DISK/root/source.mel -> DISK/root/locked/source.mel";
     }
 
     void readOnlyFolderChangesNothing()
@@ -475,8 +443,8 @@ private slots:
             QSKIP("This platform cannot make a folder read-only.");
         const QStringList before = Listing(disk->path());
         fixture->ClearMessages();
-        Answer answer;
-        answer.text = QStringLiteral("new.mel");
+        DialogAnswer answer(QMessageBox::Yes);
+        answer.input = QStringLiteral("new.mel");
 
         if (operation == QLatin1String("new file") || operation == QLatin1String("new folder"))
         {
@@ -487,7 +455,7 @@ private slots:
         {
             QTreeWidgetItem* item = Child(locked, "in.mel");
             item->setText(0, operation == QLatin1String("rename") ? QStringLiteral("new.mel")
-                                                                 : QStringLiteral("other.mel"));
+                                                                  : QStringLiteral("other.mel"));
         }
         else if (operation == QLatin1String("delete file"))
         {

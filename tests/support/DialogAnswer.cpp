@@ -2,6 +2,7 @@
 
 #include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QInputDialog>
 
 DialogAnswer::DialogAnswer(QMessageBox::StandardButton answer) : button(answer)
 {
@@ -12,6 +13,14 @@ DialogAnswer::DialogAnswer(QMessageBox::StandardButton answer) : button(answer)
 
 void DialogAnswer::AnswerModalBox()
 {
+    if (auto* dialog = qobject_cast<QInputDialog*>(QApplication::activeModalWidget()))
+    {
+        titles.append(dialog->windowTitle());
+        texts.append(dialog->labelText());
+        dialog->setTextValue(input);
+        dialog->accept();
+        return;
+    }
     auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
     if (!box)
         return;

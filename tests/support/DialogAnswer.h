@@ -4,9 +4,9 @@
 #include <QtCore/QTimer>
 #include <QtWidgets/QMessageBox>
 
-// Answers every modal message box that comes up while it lives with the given button, and
-// records the title, the text and the offered button labels of each, so that a test sees what
-// the user was told and asked.
+// Answers every modal message box that comes up while it lives with the given button, and every
+// input dialog with `input`; records the title and the text (an input dialog's label) of each and
+// a box's offered button labels, so that a test sees what the user was told and asked.
 class DialogAnswer
 {
 public:
@@ -17,10 +17,11 @@ public:
     QStringList texts;
     QStringList titles;
     QStringList labels;
+    QMessageBox::StandardButton button;
+    QString input;
 
 private:
     void AnswerModalBox();
 
-    QMessageBox::StandardButton button;
     QTimer timer;
 };

@@ -34,6 +34,14 @@ bool OutputRecorder::Contains(const QString& fragment) const
     return false;
 }
 
+QString OutputRecorder::Described() const
+{
+    QStringList lines;
+    for (const Message& message : messages)
+        lines.append(QStringLiteral("%1:%2").arg(int(message.type)).arg(message.text));
+    return lines.join(QLatin1Char('|'));
+}
+
 void OutputRecorder::Record(const MString& text, MCommandMessage::MessageType type, void* data)
 {
     static_cast<OutputRecorder*>(data)->messages.append({type, QString::fromUtf8(text.asUTF8())});

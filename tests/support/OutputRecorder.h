@@ -26,6 +26,8 @@ public:
     QString Printed() const { return Texts(MCommandMessage::kDisplay).join(QString()); }
     QStringList Errors() const { return Texts(MCommandMessage::kError); }
     bool Contains(const QString& fragment) const;
+    // Every message as "type:text", joined by '|': order and kind at a glance.
+    QString Described() const;
 
     QList<Message> messages;
 
