@@ -1,41 +1,48 @@
 // The editor widget on its own, and what it draws over and beside the text: messages, marks,
-// matched braces and selections, guides, the gutter and the error bar.
+// matched braces and selections, guides, the gutter and the error bar; then its find bar and its
+// file on disk.
 #include "HostFixture.h"
+#include "TestFiles.h"
+#include "WheelSimulation.h"
 #include "editor/CodeEditor.h"
 #include "editor/CodeEditorErrorBarOverlay.h"
+#include "editor/FindReplaceWidget.h"
+#include "editor/TextFileCodec.h"
 #include "language/BaseParser.h"
 #include "settings/ColorSettings.h"
 #include "settings/KeyBindings.h"
 #include "settings/Settings.h"
 #include "tabs/CodeEditorGroup.h"
+#include "tabs/CodeEditorGroupTabBar.h"
+#include "widgets/FlatButton.h"
 
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QMimeData>
+#include <QtCore/QProcess>
+#include <QtCore/QSaveFile>
+#include <QtCore/QTemporaryDir>
 #include <QtGui/QAbstractTextDocumentLayout>
 #include <QtGui/QTextBlock>
 #include <QtGui/QTextDocument>
 #include <QtTest/QtTest>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QScrollBar>
 #include <QtWidgets/QToolTip>
 
+#include <cstdio>
 #include <memory>
 
 namespace
 {
 // A buffer whose file name tells its language.
-CodeEditorProperties Properties(CodeEditorLanguage language, QString path = QString())
+CodeEditorProperties Properties(CodeEditorLanguage language)
 {
-    if (path.isEmpty())
-        path = language == CodeEditorLanguage::MEL      ? QStringLiteral("/tmp/buffer.mel")
-               : language == CodeEditorLanguage::PYTHON ? QStringLiteral("/tmp/buffer.py")
-                                                        : QStringLiteral("/tmp/buffer");
-    CodeEditorProperties properties;
-    properties.type = CodeEditorType::INTERNAL_BUFFER;
-    properties.language = language;
-    properties.filePath = path;
-    properties.label = QStringLiteral("buffer");
-    return properties;
+    const QString path = language == CodeEditorLanguage::MEL      ? QStringLiteral("/tmp/buffer.mel")
+                         : language == CodeEditorLanguage::PYTHON ? QStringLiteral("/tmp/buffer.py")
+                                                                  : QStringLiteral("/tmp/buffer");
+    return {CodeEditorType::INTERNAL_BUFFER, language, path, QStringLiteral("buffer")};
 }
 
 QStringList ActionTexts(const QMenu* menu)
@@ -95,7 +102,31 @@ QString ShowToolTip(QWidget* widget, const QPoint& pos)
     QApplication::sendEvent(widget, &help);
     return QToolTip::isVisible() ? QToolTip::text() : QString();
 }
+const QString SAMPLE = QStringLiteral("foo Foo food\nbar foo\nfoo_bar fOO\nend");
+
+CodeEditorProperties Properties(const QString& label)
+{
+    return {CodeEditorType::INTERNAL_BUFFER, CodeEditorLanguage::TEXT,
+            QStringLiteral("/tmp/find-test/") + label, label};
+}
+constexpr int NOTICE_TIMEOUT_MS = 5000;
+// How long a change that must not be reported gets to show up anyway.
+constexpr int QUIET_MS = 600;
+
+CodeEditorProperties FileProperties(const QString& path, CodeEditorType type = CodeEditorType::FILE)
+{
+    return {type, CodeEditorLanguage::MEL, path, QStringLiteral("watched.mel")};
+}
+
+bool AppendFromAnotherProcess(const QString& path)
+{
+    return QProcess::execute(QStringLiteral("sh"), {QStringLiteral("-c"), QStringLiteral("echo x >> \"$1\""),
+                                                    QStringLiteral("sh"), path}) == 0;
+}
 } // namespace
+
+using LineEnding = TextFileFormat::LineEnding;
+Q_DECLARE_METATYPE(TextFileFormat::LineEnding)
 
 class TestCodeEditor : public QObject
 {
@@ -103,6 +134,48 @@ class TestCodeEditor : public QObject
 
 private:
     std::unique_ptr<HostFixture> fixture;
+    std::unique_ptr<KeyBindings> keyBindings;
+    std::unique_ptr<CodeEditorGroup> group;
+
+    FindReplaceWidget* Bar() const { return group->GetFindReplace(); }
+    CodeEditor* Editor() const { return group->GetCurrent(); }
+    QLineEdit* SearchField() const { return Bar()->findChild<QLineEdit*>(QStringLiteral("searchLineEdit")); }
+    QLineEdit* ReplaceField() const
+    {
+        return Bar()->findChild<QLineEdit*>(QStringLiteral("replaceLineEdit"));
+    }
+    QString Results() const { return Bar()->findChild<QLabel*>(QStringLiteral("resultsLabel"))->text(); }
+    void Click(const char* name) const
+    {
+        auto* button = Bar()->findChild<FlatButton*>(QLatin1String(name));
+        QVERIFY(button && button->isVisible());
+        QTest::mouseClick(button, Qt::LeftButton);
+    }
+    QString Selected() const { return Editor()->textCursor().selectedText(); }
+    int SelectionStart() const { return Editor()->textCursor().selectionStart(); }
+
+    // A shown group with one buffer holding `text`, the cursor at its start and the bar open.
+    void Open(const QString& text, bool replace = false)
+    {
+        group = std::make_unique<CodeEditorGroup>(0, keyBindings.get());
+        group->UpdatePreferences();
+        group->UpdateFontsAndColors();
+        group->InsertCodeEditor(-1, Properties(QStringLiteral("a.txt")), text);
+        group->resize(700, 400);
+        group->show();
+        QVERIFY(QTest::qWaitForWindowExposed(group.get()));
+        Editor()->setFocus();
+        Editor()->moveCursor(QTextCursor::Start);
+        group->ShowFindReplace(replace, false, true, false);
+        QVERIFY(Bar()->isVisible());
+    }
+
+    void TypeSearch(const QString& text)
+    {
+        SearchField()->setFocus();
+        SearchField()->selectAll();
+        QTest::keyClicks(SearchField(), text);
+    }
 
     // A visible group with one buffer, as the user has it: the group parses after each pause.
     struct Session
@@ -123,10 +196,12 @@ private:
             return nullptr;
         session->editor = session->group.GetCurrent();
         Session* raw = session.get();
-        QObject::connect(&session->group, &CodeEditorGroup::ParserUpdated, &session->group, [raw](BaseParser* parser) {
-            raw->lastParser = parser;
-            ++raw->parses;
-        });
+        QObject::connect(&session->group, &CodeEditorGroup::ParserUpdated, &session->group,
+                         [raw](BaseParser* parser)
+                         {
+                             raw->lastParser = parser;
+                             ++raw->parses;
+                         });
         return session;
     }
 
@@ -152,9 +227,14 @@ private slots:
         fixture = std::make_unique<HostFixture>();
         QVERIFY(fixture->LoadPlugin());
         ColorSettings::Initialize();
+        keyBindings = std::make_unique<KeyBindings>();
     }
 
-    void cleanupTestCase() { fixture.reset(); }
+    void cleanupTestCase()
+    {
+        keyBindings.reset();
+        fixture.reset();
+    }
 
     void init()
     {
@@ -162,11 +242,15 @@ private slots:
         Settings::melDisplayErrors = true;
         Settings::pythonDisplayErrors = true;
         Settings::pylintEnabled = false;
+        // A bad expression is never run: Qt would say so.
+        QTest::failOnWarning(QRegularExpression(QStringLiteral("invalid QRegularExpression")));
     }
+
+    void cleanup() { group.reset(); }
 
     void typingPausesGiveOneTextChangedAfterTheLastKey()
     {
-        CodeEditor editor(Properties(CodeEditorLanguage::MEL, QStringLiteral("/tmp/typed.mel")), nullptr);
+        CodeEditor editor(Properties(CodeEditorLanguage::MEL), nullptr);
         editor.show();
         QVERIFY(QTest::qWaitForWindowExposed(&editor));
         QSignalSpy spy(&editor, &CodeEditor::TextChanged);
@@ -185,7 +269,7 @@ private slots:
             QCOMPARE(spy.count(), 0);
         }
         QTRY_COMPARE_WITH_TIMEOUT(spy.count(), 1, 3000);
-        QCOMPARE(spy.at(0).at(0).toString(), QStringLiteral("/tmp/typed.mel"));
+        QCOMPARE(spy.at(0).at(0).toString(), QStringLiteral("/tmp/buffer.mel"));
         QCOMPARE(spy.at(0).at(1).toString(), typed);
         QTest::qWait(2 * CodeEditor::TEXT_CHANGED_DELAY_MS);
         QCOMPARE(spy.count(), 1);
@@ -239,22 +323,16 @@ private slots:
         CodeEditor editor(Properties(CodeEditorLanguage::MEL), nullptr);
         QSignalSpy bigger(&editor, &CodeEditor::IncreaseFontSizeRequested);
         QSignalSpy smaller(&editor, &CodeEditor::DecreaseFontSizeRequested);
-        auto wheel = [&editor](int delta, Qt::KeyboardModifiers modifiers)
-        {
-            QWheelEvent event(QPointF(5, 5), editor.viewport()->mapToGlobal(QPointF(5, 5)), QPoint(),
-                              QPoint(0, delta), Qt::NoButton, modifiers, Qt::NoScrollPhase, false);
-            QApplication::sendEvent(editor.viewport(), &event);
-        };
         Settings::codeEditorMouseWheelChangesFontSize = true;
-        wheel(120, Qt::ControlModifier);
-        wheel(-120, Qt::ControlModifier);
-        wheel(-120, Qt::ControlModifier);
-        wheel(120, Qt::ControlModifier | Qt::ShiftModifier);
-        wheel(120, Qt::NoModifier);
+        WheelSimulation::Turn(editor.viewport(), 120, Qt::ControlModifier);
+        WheelSimulation::Turn(editor.viewport(), -120, Qt::ControlModifier);
+        WheelSimulation::Turn(editor.viewport(), -120, Qt::ControlModifier);
+        WheelSimulation::Turn(editor.viewport(), 120, Qt::ControlModifier | Qt::ShiftModifier);
+        WheelSimulation::Turn(editor.viewport(), 120);
         QCOMPARE(bigger.count(), 1);
         QCOMPARE(smaller.count(), 2);
         Settings::codeEditorMouseWheelChangesFontSize = false;
-        wheel(120, Qt::ControlModifier);
+        WheelSimulation::Turn(editor.viewport(), 120, Qt::ControlModifier);
         QCOMPARE(bigger.count(), 1);
     }
 
@@ -340,17 +418,11 @@ private slots:
         bool endsAtBlockStart;
         editor.SetCursorPosition(3);
         QVERIFY(!editor.HasSelection(start, end, first, last, endsAtBlockStart));
-        QCOMPARE(start, 3);
-        QCOMPARE(end, 3);
-        QCOMPARE(first, 0);
-        QCOMPARE(last, 0);
+        QCOMPARE((QList<int>{start, end, first, last}), (QList<int>{3, 3, 0, 0}));
 
         editor.SetCursorSelection(16, 4); // from the start of "four" back into "one"
         QVERIFY(editor.HasSelection(start, end, first, last, endsAtBlockStart));
-        QCOMPARE(start, 4);
-        QCOMPARE(end, 16);
-        QCOMPARE(first, 0);
-        QCOMPARE(last, 2);
+        QCOMPARE((QList<int>{start, end, first, last}), (QList<int>{4, 16, 0, 2}));
         QVERIFY(endsAtBlockStart);
 
         editor.SetCursorPosition(7);
@@ -370,9 +442,8 @@ private slots:
         editor.SetCursorSelection(editor.GetText().size() - 2, editor.GetText().size());
         int line, column, selected;
         editor.GetCursorStatus(line, column, selected);
-        QCOMPARE(line, 2);
-        QCOMPARE(column, 12); // tab to 4, "ab" to 6, tab to 8, "c d" to 11
-        QCOMPARE(selected, 2);
+        // Line 2; tab to 4, "ab" to 6, tab to 8, "c d" to 11: column 12; two characters selected.
+        QCOMPARE((QList<int>{line, column, selected}), (QList<int>{2, 12, 2}));
     }
 
     void textForPythonIsEscapedInOrder()
@@ -471,18 +542,20 @@ private slots:
         const int py = static_cast<int>(CodeEditorLanguage::PYTHON);
         const int mel = static_cast<int>(CodeEditorLanguage::MEL);
         QTest::newRow("python unexpected indent")
-            << py << QStringLiteral("import os\n\ndef f():\n    pass\n") << QStringLiteral("        x = 1") << 4
-            << QStringLiteral("Unexpected indent") << uint(CodeEditorErrorBarOverlay::ERROR_COLOR) << true << 2 << 0;
+            << py << QStringLiteral("import os\n\ndef f():\n    pass\n") << QStringLiteral("        x = 1")
+            << 4 << QStringLiteral("Unexpected indent") << uint(CodeEditorErrorBarOverlay::ERROR_COLOR)
+            << true << 2 << 0;
         QTest::newRow("python syntax error from the host")
             << py << QStringLiteral("a = 1\nb = 2\n") << QStringLiteral("c = = 3") << 2
-            << QStringLiteral("Invalid syntax") << uint(CodeEditorErrorBarOverlay::ERROR_COLOR) << true << 1 << 0;
+            << QStringLiteral("Invalid syntax") << uint(CodeEditorErrorBarOverlay::ERROR_COLOR) << true << 1
+            << 0;
         QTest::newRow("python mixed indent warning")
             << py << QStringLiteral("if a:\n\t b = 1\n") << QStringLiteral("c = 2") << 1
-            << QStringLiteral("Indent contains both tabs and spaces") << uint(CodeEditorErrorBarOverlay::WARNING_COLOR)
-            << true << 0 << 1;
+            << QStringLiteral("Indent contains both tabs and spaces")
+            << uint(CodeEditorErrorBarOverlay::WARNING_COLOR) << true << 0 << 1;
         QTest::newRow("python TODO info, no underline")
-            << py << QStringLiteral("x = 1\n") << QStringLiteral("# TODO: tidy") << 1 << QStringLiteral("TODO:")
-            << uint(CodeEditorErrorBarOverlay::INFO_COLOR) << false << 0 << 0;
+            << py << QStringLiteral("x = 1\n") << QStringLiteral("# TODO: tidy") << 1
+            << QStringLiteral("TODO:") << uint(CodeEditorErrorBarOverlay::INFO_COLOR) << false << 0 << 0;
         QTest::newRow("mel empty lines warning")
             << mel << QStringLiteral("\n\n") << QStringLiteral("print 1;") << 0
             << QStringLiteral("Empty line(s) at start of file. Line numbers in trace may be incorrect.")
@@ -491,8 +564,8 @@ private slots:
             << mel << QStringLiteral("global proc f() {}\n") << QStringLiteral("// TODO: more") << 1
             << QStringLiteral("TODO:") << uint(CodeEditorErrorBarOverlay::INFO_COLOR) << false << 0 << 0;
         QTest::newRow("mel shows no parse error")
-            << mel << QStringLiteral("print \"a;\n") << QStringLiteral("proc f( {") << -1 << QString() << uint(CodeEditorErrorBarOverlay::ERROR_COLOR) << false
-            << 0 << 0;
+            << mel << QStringLiteral("print \"a;\n") << QStringLiteral("proc f( {") << -1 << QString()
+            << uint(CodeEditorErrorBarOverlay::ERROR_COLOR) << false << 0 << 0;
     }
 
     void typedTextShowsItsMessages()
@@ -524,8 +597,9 @@ private slots:
         const QImage barImage = bar->grab().toImage();
         const QImage textImage = editor->viewport()->grab().toImage();
         // The same text without marks, so that coloured text is not taken for an underline.
-        bool& display = static_cast<CodeEditorLanguage>(language) == CodeEditorLanguage::MEL ? Settings::melDisplayErrors
-                                                                                           : Settings::pythonDisplayErrors;
+        bool& display = static_cast<CodeEditorLanguage>(language) == CodeEditorLanguage::MEL
+                            ? Settings::melDisplayErrors
+                            : Settings::pythonDisplayErrors;
         display = false;
         editor->UpdateErrorsAndWarnings({}, {}, {});
         const QImage plainImage = editor->viewport()->grab().toImage();
@@ -553,9 +627,11 @@ private slots:
             for (int y = clipped.top(); y <= clipped.bottom(); ++y)
             {
                 for (int x = clipped.left(); x <= clipped.right(); ++x)
-                    wave += textImage.pixel(x, y) != plainImage.pixel(x, y) && Resembles(textImage.pixel(x, y), color);
+                    wave += textImage.pixel(x, y) != plainImage.pixel(x, y) &&
+                            Resembles(textImage.pixel(x, y), color);
             }
-            QVERIFY2((wave > 0) == (marked && underlined), qPrintable(QStringLiteral("underline at line %1").arg(block)));
+            QVERIFY2((wave > 0) == (marked && underlined),
+                     qPrintable(QStringLiteral("underline at line %1").arg(block)));
         }
         if (line < 0)
             return;
@@ -583,7 +659,9 @@ private slots:
         QCOMPARE(session->editor->GetErrorAndWarningsText(), QString());
         QCOMPARE(SelectedTexts(*session->editor, &ColorSettings::errorFormat), QStringList());
         QWidget* gutter = session->editor->findChild<QWidget*>(QStringLiteral("lineNumbers"));
-        QCOMPARE(CountResembling(gutter->grab().toImage(), gutter->rect(), CodeEditorErrorBarOverlay::ERROR_COLOR), 0);
+        QCOMPARE(
+            CountResembling(gutter->grab().toImage(), gutter->rect(), CodeEditorErrorBarOverlay::ERROR_COLOR),
+            0);
     }
 
     void plainTextHasNoParser()
@@ -630,6 +708,7 @@ private slots:
 
         QTest::newRow("insert before") << 10 << 12 << 2 << 0 << 3 << 13 << 15;
         QTest::newRow("insert after") << 10 << 12 << 20 << 0 << 3 << 10 << 12;
+        QTest::newRow("insert at the start") << 10 << 12 << 10 << 0 << 3 << 13 << 15;
         QTest::newRow("insert inside") << 10 << 12 << 11 << 0 << 3 << 10 << 15;
         QTest::newRow("delete the text") << 10 << 12 << 10 << 2 << 0 << -100 << -100;
         QTest::newRow("delete over the start") << 10 << 12 << 8 << 3 << 0 << 10 << 9;
@@ -673,7 +752,8 @@ private slots:
         QTest::newRow("after a closer") << QStringLiteral("f(a, (b))") << 9 << QList<int>{8, 1};
         QTest::newRow("between ) and ( the ( wins") << QStringLiteral("(a)(b)") << 3 << QList<int>{3, 5};
         QTest::newRow("over lines") << QStringLiteral("{\n  x;\n  {\n  }\n}") << 0 << QList<int>{0, 15};
-        QTest::newRow("backwards over lines") << QStringLiteral("{\n  x;\n  {\n  }\n}") << 16 << QList<int>{15, 0};
+        QTest::newRow("backwards over lines")
+            << QStringLiteral("{\n  x;\n  {\n  }\n}") << 16 << QList<int>{15, 0};
         QTest::newRow("in a string") << QStringLiteral("a = \"(\" + (b)") << 5 << QList<int>();
         QTest::newRow("string bracket is skipped")
             << QStringLiteral("(a, \")\", b)") << 0 << QList<int>{0, 10};
@@ -777,9 +857,8 @@ private slots:
         const QRect line2 = LineRect(&editor, 2);
         const int firstGuideX = line1.left();
         const int secondGuideX = firstGuideX + editor.GetTabStopPixels();
-        const auto column = [&](int x, const QRect& line) {
-            return CountResembling(image, QRect(x - 1, line.top(), 3, line.height()), guide, 6);
-        };
+        const auto column = [&](int x, const QRect& line)
+        { return CountResembling(image, QRect(x - 1, line.top(), 3, line.height()), guide, 6); };
         QVERIFY(column(firstGuideX, line1) >= line1.height() / 2);
         QVERIFY(column(secondGuideX, line1) >= line1.height() / 2);
         QVERIFY(column(secondGuideX, line2) < line2.height() / 4);
@@ -787,7 +866,8 @@ private slots:
         Settings::codeEditorDisplayIndentationGuides = false;
         editor.viewport()->update();
         const QImage without = editor.viewport()->grab().toImage();
-        QCOMPARE(CountResembling(without, QRect(secondGuideX - 1, line1.top(), 3, line1.height()), guide, 6), 0);
+        QCOMPARE(CountResembling(without, QRect(secondGuideX - 1, line1.top(), 3, line1.height()), guide, 6),
+                 0);
     }
 
     void gutterWidthFollowsTheLineCount()
@@ -799,7 +879,8 @@ private slots:
         const int twoDigits = editor.GetLineNumberWidth();
         editor.SetText(QStringLiteral("\n").repeated(999));
         QCOMPARE(editor.GetLineNumberWidth(), twoDigits + 2 * digit);
-        QTRY_COMPARE(editor.findChild<QWidget*>(QStringLiteral("lineNumbers"))->width(), editor.GetLineNumberWidth());
+        QTRY_COMPARE(editor.findChild<QWidget*>(QStringLiteral("lineNumbers"))->width(),
+                     editor.GetLineNumberWidth());
         QCOMPARE(editor.viewport()->x(), editor.GetLineNumberWidth());
     }
 
@@ -823,7 +904,10 @@ private slots:
         const QImage image = bar->grab().toImage();
         int markY = -1;
         for (int y = 0; y < image.height() && markY < 0; ++y)
-            markY = CountResembling(image, QRect(0, y, image.width(), 1), CodeEditorErrorBarOverlay::INFO_COLOR) > 0 ? y : -1;
+            markY = CountResembling(image, QRect(0, y, image.width(), 1),
+                                    CodeEditorErrorBarOverlay::INFO_COLOR) > 0
+                        ? y
+                        : -1;
 
         // The overlay's scale: the last block's top plus the first line's height.
         QList<double> tops;
@@ -834,7 +918,348 @@ private slots:
             y += editor->document()->documentLayout()->blockBoundingRect(block).height();
         }
         const int expected = static_cast<int>(tops.at(line) * bar->height() / (tops.last() + tops.at(1)));
-        QVERIFY2(qAbs(markY - expected) <= 2, qPrintable(QStringLiteral("mark at %1, line at %2").arg(markY).arg(expected)));
+        QVERIFY2(qAbs(markY - expected) <= 2,
+                 qPrintable(QStringLiteral("mark at %1, line at %2").arg(markY).arg(expected)));
+    }
+
+    // The find bar over a real editor group: what the user types and clicks, what the bar shows and
+    // what the editor selects and changes.
+    void optionsDecideTheMatches_data()
+    {
+        QTest::addColumn<QString>("search");
+        QTest::addColumn<QStringList>("options");
+        QTest::addColumn<QString>("results");
+        QTest::addColumn<int>("firstStart");
+
+        QTest::newRow("case folded") << "foo" << QStringList{} << "1 of 6" << 0;
+        QTest::newRow("match case") << "Foo" << QStringList{"matchCaseButton"} << "1 of 1" << 4;
+        QTest::newRow("whole word") << "foo" << QStringList{"matchWordButton"} << "1 of 4" << 0;
+        QTest::newRow("word and case")
+            << "fOO" << QStringList{"matchWordButton", "matchCaseButton"} << "1 of 1" << 29;
+        QTest::newRow("regex") << "fo+d" << QStringList{"regExpButton"} << "1 of 1" << 8;
+        QTest::newRow("regex is literal without the option") << "fo+d" << QStringList{} << "No Results" << -1;
+        QTest::newRow("regex anchored per line") << "^foo" << QStringList{"regExpButton"} << "1 of 2" << 0;
+        QTest::newRow("whole word wraps the expression")
+            << "fo+" << QStringList{"regExpButton", "matchWordButton"} << "1 of 4" << 0;
+        QTest::newRow("invalid expression") << "(foo" << QStringList{"regExpButton"} << "No Results" << -1;
+        QTest::newRow("no match") << "zebra" << QStringList{} << "No Results" << -1;
+    }
+
+    void optionsDecideTheMatches()
+    {
+        QFETCH(QString, search);
+        QFETCH(QStringList, options);
+        QFETCH(QString, results);
+        QFETCH(int, firstStart);
+        Open(SAMPLE);
+        for (const QString& option : options)
+            Click(option.toLatin1().constData());
+        TypeSearch(search);
+        QCOMPARE(Results(), results);
+        if (firstStart < 0)
+            return;
+        // Typing moves to the first match after the cursor and selects it.
+        QCOMPARE(SelectionStart(), firstStart);
+    }
+
+    void nextAndPreviousWrapAndCount()
+    {
+        Open(SAMPLE);
+        Click("matchWordButton");
+        TypeSearch(QStringLiteral("foo"));
+        QCOMPARE(Results(), QStringLiteral("1 of 4"));
+        QList<int> starts{SelectionStart()};
+        for (int i = 0; i < 4; ++i)
+        {
+            QTest::keyClick(SearchField(), Qt::Key_Return);
+            starts.append(SelectionStart());
+        }
+        // Four whole-word matches, and the fifth step is the first again.
+        QCOMPARE(starts, (QList<int>{0, 4, 17, 29, 0}));
+        QCOMPARE(Results(), QStringLiteral("1 of 4"));
+        QTest::keyClick(SearchField(), Qt::Key_Return, Qt::ShiftModifier);
+        QCOMPARE(SelectionStart(), 29);
+        QCOMPARE(Results(), QStringLiteral("4 of 4"));
+        Click("previousButton");
+        QCOMPARE(SelectionStart(), 17);
+        QCOMPARE(Results(), QStringLiteral("3 of 4"));
+        Click("nextButton");
+        QCOMPARE(Results(), QStringLiteral("4 of 4"));
+
+        // Moving the cursor off the match keeps the number shown.
+        Editor()->moveCursor(QTextCursor::End);
+        group->FindPrevious();
+        group->FindNext();
+        QCOMPARE(Results(), QStringLiteral("1 of 4"));
+    }
+
+    void findInSelectionStaysInWholeLines()
+    {
+        const QString text = QStringLiteral("x1\nab x2\nx3\nx4 cd\nx5\n");
+        Open(text);
+        // From the middle of line 2 to the middle of line 4.
+        QTextCursor cursor = Editor()->textCursor();
+        cursor.setPosition(text.indexOf(QLatin1String("b x2")));
+        cursor.setPosition(text.indexOf(QLatin1String(" cd")), QTextCursor::KeepAnchor);
+        Editor()->setTextCursor(cursor);
+        Click("findInSelectionButton");
+        QVERIFY(Editor()->IsFindInSelectionEnabled());
+        QCOMPARE(Editor()->GetFindInSelectionStart(), text.indexOf(QLatin1String("ab x2")));
+        QCOMPARE(Editor()->GetFindInSelectionEnd(), text.indexOf(QLatin1String("x5")));
+
+        Click("regExpButton");
+        TypeSearch(QStringLiteral("x\\d"));
+        QCOMPARE(Results(), QStringLiteral("1 of 3"));
+        QStringList found;
+        for (int i = 0; i < 4; ++i)
+        {
+            group->FindNext();
+            found.append(Selected());
+        }
+        QCOMPARE(found, (QStringList{"x3", "x4", "x2", "x3"}));
+
+        // Replace all in the range changes the range only, and the range follows the new text.
+        Click("toggleReplaceButton");
+        QVERIFY(ReplaceField()->isVisible());
+        QTest::keyClicks(ReplaceField(), QStringLiteral("yyy"));
+        Click("replaceAllButton");
+        QCOMPARE(Editor()->toPlainText(), QStringLiteral("x1\nab yyy\nyyy\nyyy cd\nx5\n"));
+        QCOMPARE(Editor()->GetFindInSelectionEnd(), Editor()->toPlainText().indexOf(QLatin1String("x5")));
+        QCOMPARE(Results(), QStringLiteral("No Results"));
+        Editor()->document()->undo();
+        QCOMPARE(Editor()->toPlainText(), text);
+
+        // Closing the bar ends the range.
+        Click("closeButton");
+        QVERIFY(!Bar()->isVisible());
+        QVERIFY(!Editor()->IsFindInSelectionEnabled());
+    }
+
+    void replaceOneByOne()
+    {
+        Open(SAMPLE, true);
+        Click("matchCaseButton");
+        TypeSearch(QStringLiteral("foo"));
+        QCOMPARE(Results(), QStringLiteral("1 of 4"));
+        ReplaceField()->setFocus();
+        QTest::keyClicks(ReplaceField(), QStringLiteral("baz"));
+        QTest::keyClick(ReplaceField(), Qt::Key_Return);
+        QCOMPARE(Editor()->toPlainText(), QStringLiteral("baz Foo food\nbar foo\nfoo_bar fOO\nend"));
+        // The next match is selected and counted.
+        QCOMPARE(SelectionStart(), 8);
+        QCOMPARE(Results(), QStringLiteral("1 of 3"));
+        Click("replaceButton");
+        Click("replaceButton");
+        QCOMPARE(Editor()->toPlainText(), QStringLiteral("baz Foo bazd\nbar baz\nfoo_bar fOO\nend"));
+        QCOMPARE(Results(), QStringLiteral("1 of 1"));
+    }
+
+    void replaceAllUsesCapturesAndKeepsTheCursor()
+    {
+        Open(SAMPLE, true);
+        Editor()->SetCursorPosition(SAMPLE.indexOf(QLatin1String("end")) + 2);
+        Click("regExpButton");
+        TypeSearch(QStringLiteral("(f)(o+)"));
+        ReplaceField()->setFocus();
+        QTest::keyClicks(ReplaceField(), QStringLiteral("\\2\\1"));
+        Editor()->SetCursorPosition(SAMPLE.indexOf(QLatin1String("end")) + 2);
+        Click("replaceAllButton");
+        QCOMPARE(Editor()->toPlainText(), QStringLiteral("oof ooF oofd\nbar oof\noof_bar OOf\nend"));
+        QCOMPARE(Editor()->textCursor().blockNumber(), 3);
+        QCOMPARE(Editor()->textCursor().positionInBlock(), 2);
+        // One undo step brings it all back.
+        Editor()->document()->undo();
+        QCOMPARE(Editor()->toPlainText(), SAMPLE);
+    }
+
+    void emptyReplaceTextDoesNothing()
+    {
+        Open(SAMPLE, true);
+        TypeSearch(QStringLiteral("foo"));
+        Click("replaceButton");
+        Click("replaceAllButton");
+        QCOMPARE(Editor()->toPlainText(), SAMPLE);
+    }
+
+    void tabStaysInTheBarAndEscapeCloses()
+    {
+        Open(SAMPLE, true);
+        SearchField()->setFocus();
+        QTest::keyClick(SearchField(), Qt::Key_Tab);
+        QVERIFY(ReplaceField()->hasFocus());
+        QTest::keyClick(ReplaceField(), Qt::Key_Backtab);
+        QVERIFY(SearchField()->hasFocus());
+        Bar()->SetReplaceVisible(false);
+        QTest::keyClick(SearchField(), Qt::Key_Tab);
+        QVERIFY(SearchField()->hasFocus());
+        TypeSearch(QStringLiteral("foo"));
+        QTest::keyClick(SearchField(), Qt::Key_Escape);
+        QVERIFY(!Bar()->isVisible());
+        QVERIFY(group->GetSearchRegEx().pattern().isEmpty());
+    }
+
+    void barOpensWithTheWordUnderTheCursorAndSitsTopRight()
+    {
+        Open(SAMPLE);
+        group->CloseFindReplace();
+        Editor()->setFocus();
+        Editor()->SetCursorPosition(SAMPLE.indexOf(QLatin1String("bar")) + 1);
+        group->ShowFindReplace();
+        QCOMPARE(SearchField()->text(), QStringLiteral("bar"));
+        QVERIFY(SearchField()->hasFocus());
+        QCOMPARE(Results(), QStringLiteral("1 of 2"));
+
+        const QRect bar = Bar()->geometry();
+        const int tabBarHeight = group->findChild<CodeEditorGroupTabBar*>()->height();
+        QCOMPARE(bar.top(), tabBarHeight);
+        QCOMPARE(bar.right(), group->width() - 20 - Editor()->GetVerticalScrollBarWidth());
+        // The bar is drawn over the editor: what the group shows there is the bar.
+        Editor()->setFocus();
+        QCOMPARE(group->grab(Bar()->geometry()).toImage(), Bar()->grab().toImage());
+    }
+
+    void changingTabClearsTheSearch()
+    {
+        Open(SAMPLE);
+        group->InsertCodeEditor(-1, Properties(QStringLiteral("b.txt")), QStringLiteral("foo foo"));
+        TypeSearch(QStringLiteral("foo"));
+        QVERIFY(!group->GetSearchRegEx().pattern().isEmpty());
+        group->SetCurrentIndex(1);
+        // The bar's text now counts in the new tab, and the next step searches there.
+        QCOMPARE(Results(), QStringLiteral("1 of 2"));
+        QVERIFY(!Editor()->IsFindInSelectionEnabled());
+        QTest::keyClick(SearchField(), Qt::Key_Return);
+        QCOMPARE(Selected(), QStringLiteral("foo"));
+        QCOMPARE(SelectionStart(), 0);
+    }
+
+    // Files on disk: which line ending and encoding the bytes of a file give, and the watch that
+    // tells a buffer its file changed.
+    void dominantLineEnding_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<LineEnding>("ending");
+        QTest::addColumn<bool>("mixed");
+        QTest::newRow("none") << QByteArray("one line") << LineEnding::LF << false;
+        QTest::newRow("lf") << QByteArray("a\nb\n") << LineEnding::LF << false;
+        QTest::newRow("crlf") << QByteArray("a\r\nb\r\n") << LineEnding::CRLF << false;
+        QTest::newRow("cr") << QByteArray("a\rb\r") << LineEnding::CR << false;
+        QTest::newRow("crlf over lf") << QByteArray("a\r\nb\r\nc\n") << LineEnding::CRLF << true;
+        QTest::newRow("tie of lf and crlf goes to lf") << QByteArray("a\r\nb\n") << LineEnding::LF << true;
+        QTest::newRow("tie of crlf and cr goes to crlf")
+            << QByteArray("a\r\nb\rc") << LineEnding::CRLF << true;
+        QTest::newRow("tie of lf and cr goes to lf") << QByteArray("a\rb\n") << LineEnding::LF << true;
+        QTest::newRow("cr over both") << QByteArray("a\rb\rc\r\nd\n") << LineEnding::CR << true;
+    }
+
+    void dominantLineEnding()
+    {
+        QFETCH(QByteArray, bytes);
+        QFETCH(LineEnding, ending);
+        QFETCH(bool, mixed);
+        TextFileFormat format;
+        const QString text = TextFileCodec::Decode(bytes, format);
+        QVERIFY(!text.contains(QLatin1Char('\r')));
+        QCOMPARE(format.lineEnding, ending);
+        QCOMPARE(format.mixedLineEndings, mixed);
+    }
+
+    void latin1HoldsItsWholeRange_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<bool>("lossless");
+        QTest::newRow("ascii") << QStringLiteral("abc") << true;
+        QTest::newRow("last latin-1 character") << QStringLiteral("caf\u00e9 \u00ff") << true;
+        QTest::newRow("first beyond") << QStringLiteral("\u0100") << false;
+        QTest::newRow("euro sign") << QStringLiteral("5 \u20ac") << false;
+    }
+
+    void latin1HoldsItsWholeRange()
+    {
+        QFETCH(QString, text);
+        QFETCH(bool, lossless);
+        TextFileFormat format;
+        format.encoding = TextFileFormat::Encoding::Latin1;
+        bool held = !lossless;
+        const QByteArray bytes = TextFileCodec::Encode(text, format, &held);
+        QCOMPARE(held, lossless);
+        if (lossless)
+            QCOMPARE(QString::fromLatin1(bytes), text);
+    }
+
+    void changesAreReported_data()
+    {
+        QTest::addColumn<QStringList>("steps");
+        QTest::addColumn<bool>("reported");
+        // Each step: "append" (from another process), "delete", "save" (QSaveFile, a rename over the
+        // file), "rename" (a finished temporary file renamed over it, as other editors save), "move"
+        // (the buffer takes another path), "buffer" (it becomes an internal buffer); the last one is
+        // the change that is or is not reported.
+        QTest::newRow("file appended") << QStringList{"append"} << true;
+        QTest::newRow("file deleted") << QStringList{"delete"} << true;
+        QTest::newRow("buffer appended") << QStringList{"buffer", "append"} << false;
+        QTest::newRow("buffer deleted") << QStringList{"buffer", "delete"} << false;
+        QTest::newRow("append after saves") << QStringList{"save", "save", "rename", "append"} << true;
+        QTest::newRow("old path after a move") << QStringList{"move", "append"} << false;
+        QTest::newRow("new path after a move") << QStringList{"move", "append other"} << true;
+        QTest::newRow("moved, then a buffer") << QStringList{"move", "buffer", "append other"} << false;
+    }
+
+    void changesAreReported()
+    {
+        QFETCH(QStringList, steps);
+        QFETCH(bool, reported);
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("watched.mel"));
+        const QString other = dir.filePath(QStringLiteral("other.mel"));
+        QVERIFY(TestFiles::Write(path, "print 1;\n") && TestFiles::Write(other, "print 5;\n"));
+        CodeEditor editor(FileProperties(path), nullptr);
+        QSignalSpy spy(&editor, &CodeEditor::FileChanged);
+        QString watched = path;
+        for (const QString& step : std::as_const(steps))
+        {
+            const bool last = &step == &steps.constLast();
+            if (step == QLatin1String("buffer"))
+                editor.SetProperties(FileProperties(watched, CodeEditorType::INTERNAL_BUFFER));
+            else if (step == QLatin1String("move"))
+                editor.SetProperties(FileProperties(watched = other));
+            else if (step == QLatin1String("append"))
+                QVERIFY(AppendFromAnotherProcess(path));
+            else if (step == QLatin1String("append other"))
+                QVERIFY(AppendFromAnotherProcess(other));
+            else if (step == QLatin1String("delete"))
+                QVERIFY(QFile::remove(path));
+            else if (step == QLatin1String("save"))
+            {
+                QSaveFile file(path);
+                QVERIFY(file.open(QIODevice::WriteOnly));
+                file.write("print 2;\n");
+                QVERIFY(file.commit());
+            }
+            else if (step == QLatin1String("rename"))
+            {
+                const QString temporary = dir.filePath(QStringLiteral("watched.mel.tmp"));
+                QVERIFY(TestFiles::Write(temporary, "print 3;\n"));
+                QCOMPARE(std::rename(QFile::encodeName(temporary).constData(),
+                                     QFile::encodeName(path).constData()),
+                         0);
+            }
+            if (last)
+                break;
+            // A save is seen, and the watch goes on after it.
+            if (step == QLatin1String("save") || step == QLatin1String("rename"))
+                QTRY_VERIFY_WITH_TIMEOUT(spy.count() >= 1, NOTICE_TIMEOUT_MS);
+            QTest::qWait(200);
+            spy.clear();
+        }
+        if (!reported)
+        {
+            QTest::qWait(QUIET_MS);
+            QCOMPARE(spy.count(), 0);
+            return;
+        }
+        QTRY_VERIFY_WITH_TIMEOUT(spy.count() >= 1, NOTICE_TIMEOUT_MS);
+        QCOMPARE(spy.last().first().toString(), watched);
     }
 };
 

@@ -22,10 +22,7 @@ namespace
 {
 CodeEditorProperties Properties(CodeEditorLanguage language)
 {
-    CodeEditorProperties properties;
-    properties.language = language;
-    properties.filePath = QStringLiteral("/tmp/editing");
-    return properties;
+    return {CodeEditorType::INTERNAL_BUFFER, language, QStringLiteral("/tmp/editing"), QString()};
 }
 
 // Applies a comma separated list of switches to the settings the editor reads.
@@ -358,7 +355,6 @@ private:
             QFAIL(qPrintable(QStringLiteral("unknown command ") + command));
     }
 
-
 private slots:
     void initTestCase()
     {
@@ -619,8 +615,8 @@ private slots:
         QTest::keyClick(recorder, Qt::Key_C, Qt::ControlModifier);
         QTest::keyClick(recorder, Qt::Key_V, Qt::ControlModifier);
         QCOMPARE(recorder->calls, (QStringList{QStringLiteral("InsertOpeningBrace {"),
-                                             QStringLiteral("InsertQuote `"), QStringLiteral("CustomCut"),
-                                             QStringLiteral("CustomCopy"), QStringLiteral("CustomPaste")}));
+                                               QStringLiteral("InsertQuote `"), QStringLiteral("CustomCut"),
+                                               QStringLiteral("CustomCopy"), QStringLiteral("CustomPaste")}));
         // The apostrophe is a quote of Python only; in MEL it is typed as it is.
         QTest::keyClick(recorder, '\'');
         QCOMPARE(recorder->GetText(), QStringLiteral("abc'"));

@@ -49,9 +49,7 @@ private:
     {
         window = std::make_unique<QWidget>();
         auto* layout = new QVBoxLayout(window.get());
-        CodeEditorProperties properties;
-        properties.language = language;
-        editor = new CodeEditor(properties, nullptr);
+        editor = new CodeEditor({CodeEditorType::INTERNAL_BUFFER, language, QString(), QString()}, nullptr);
         layout->addWidget(editor);
         window->resize(700, 500);
         window->show();
@@ -216,9 +214,8 @@ private slots:
             QVERIFY(!editor->AutoCompleterVisible());
         // The prefix filter: every row starts with the word before the cursor.
         const QString prefix = Completer() ? Completer()->GetPrefix() : QString();
-        const Qt::CaseSensitivity cs = language == static_cast<int>(CodeEditorLanguage::MEL)
-                                           ? Qt::CaseSensitive
-                                           : Qt::CaseInsensitive;
+        const Qt::CaseSensitivity cs =
+            language == static_cast<int>(CodeEditorLanguage::MEL) ? Qt::CaseSensitive : Qt::CaseInsensitive;
         for (const QString& row : Rows())
             QVERIFY2(row.startsWith(prefix, cs), qPrintable(row));
     }

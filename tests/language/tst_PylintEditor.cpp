@@ -1,4 +1,5 @@
 #include "HostFixture.h"
+#include "TestFiles.h"
 
 #include "editor/CodeEditor.h"
 #include "settings/Settings.h"
@@ -7,8 +8,8 @@
 
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QThread>
-#include <QtTest/QtTest>
 #include <QtGui/QTextBlock>
+#include <QtTest/QtTest>
 
 #include <memory>
 
@@ -47,11 +48,9 @@ private:
     bool UseChecker(const char* name, const QByteArray& body)
     {
         Settings::pylintPath = scripts.filePath(QLatin1String(name));
-        QFile script(Settings::pylintPath);
-        if (!script.open(QIODevice::WriteOnly) || script.write("#!/bin/sh\n" + body) < 0)
-            return false;
-        script.close();
-        return script.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        return TestFiles::Write(Settings::pylintPath, "#!/bin/sh\n" + body) &&
+               QFile::setPermissions(Settings::pylintPath,
+                                     QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     }
 
     std::unique_ptr<HostFixture> host;
@@ -86,15 +85,19 @@ private slots:
     void findingsReachDecorations()
     {
         Settings::pylintUseMinimalCheckers = false;
-        CodeEditor* codeEditor = NewPythonBuffer(QStringLiteral("import os\n\n\ndef run():\n    return undefined_name\n"));
+        CodeEditor* codeEditor =
+            NewPythonBuffer(QStringLiteral("import os\n\n\ndef run():\n    return undefined_name\n"));
         QVERIFY(codeEditor);
         QList<QThread*> threads;
-        connect(codeEditor, &CodeEditor::ErrorAndWarningTextChanged, this,
-                [&threads] { threads.append(QThread::currentThread()); }, Qt::DirectConnection);
+        connect(
+            codeEditor, &CodeEditor::ErrorAndWarningTextChanged, this,
+            [&threads] { threads.append(QThread::currentThread()); }, Qt::DirectConnection);
         QTRY_VERIFY_WITH_TIMEOUT(codeEditor->GetNumberOfErrors() > 0, PYLINT_WAIT_MS);
-        QVERIFY2(LineMessages(codeEditor, 4).contains(QStringLiteral("[E0602]")), qPrintable(LineMessages(codeEditor, 4)));
+        QVERIFY2(LineMessages(codeEditor, 4).contains(QStringLiteral("[E0602]")),
+                 qPrintable(LineMessages(codeEditor, 4)));
         QVERIFY(codeEditor->GetNumberOfWarnings() > 0);
-        QVERIFY2(LineMessages(codeEditor, 0).contains(QStringLiteral("[W0611]")), qPrintable(LineMessages(codeEditor, 0)));
+        QVERIFY2(LineMessages(codeEditor, 0).contains(QStringLiteral("[W0611]")),
+                 qPrintable(LineMessages(codeEditor, 0)));
         for (QThread* thread : threads)
             QCOMPARE(thread, QThread::currentThread());
     }
@@ -104,7 +107,8 @@ private slots:
         CodeEditor* codeEditor = NewPythonBuffer(QStringLiteral("x = 1\ndef broken(:\n    pass\n"));
         QVERIFY(codeEditor);
         QTRY_VERIFY_WITH_TIMEOUT(codeEditor->GetNumberOfErrors() > 0, PYLINT_WAIT_MS);
-        QVERIFY2(LineMessages(codeEditor, 1).contains(QStringLiteral("[E0001]")), qPrintable(LineMessages(codeEditor, 1)));
+        QVERIFY2(LineMessages(codeEditor, 1).contains(QStringLiteral("[E0001]")),
+                 qPrintable(LineMessages(codeEditor, 1)));
     }
 
     void editorNoLongerCurrentGetsNothing()
@@ -126,9 +130,9 @@ private slots:
         QVERIFY(UseChecker("hang.sh", "sleep 600\n"));
         auto* group = new CodeEditorGroup(7, editor->GetKeyBindings());
         group->show();
-        CodeEditorProperties properties;
-        properties.language = CodeEditorLanguage::PYTHON;
-        group->InsertCodeEditor(0, properties, QStringLiteral("x = 1\n"));
+        group->InsertCodeEditor(
+            0, {CodeEditorType::INTERNAL_BUFFER, CodeEditorLanguage::PYTHON, QString(), QString()},
+            QStringLiteral("x = 1\n"));
         group->SetCurrentIndex(0);
         group->UpdateParser();
         QTest::qWait(300);

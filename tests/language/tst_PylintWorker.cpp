@@ -1,4 +1,5 @@
 #include "HostFixture.h"
+#include "TestFiles.h"
 
 #include "language/PylintWorker.h"
 #include "settings/Settings.h"
@@ -46,13 +47,13 @@ public slots:
     }
 };
 
-// A worker on its own thread, wired as an editor group wires it.
+// A worker on its own thread, wired as an editor group wires it to a collector on the main thread.
 class WorkerOnThread
 {
 public:
-    explicit WorkerOnThread(OutputCollector* collector) : worker(new PylintWorker)
+    WorkerOnThread() : worker(new PylintWorker)
     {
-        QObject::connect(worker, SIGNAL(PylintOutput(QString, QStringList, int)), collector,
+        QObject::connect(worker, SIGNAL(PylintOutput(QString, QStringList, int)), &collector,
                          SLOT(OnPylintOutput(QString, QStringList, int)));
         worker->moveToThread(&thread);
         thread.start();
@@ -76,6 +77,7 @@ public:
     }
     PylintWorker* worker;
     QThread thread;
+    OutputCollector collector;
 };
 
 // The message ids and lines of every templated finding, as "W0611@1".
@@ -100,13 +102,10 @@ private:
     QString WriteScript(const QString& name, const QString& body)
     {
         const QString path = scripts.filePath(name);
-        QFile file(path);
-        if (!file.open(QIODevice::WriteOnly))
-            return QString();
-        file.write(("#!/bin/sh\n" + body + "\n").toUtf8());
-        file.close();
-        file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-        return path;
+        const bool written = TestFiles::Write(path, ("#!/bin/sh\n" + body + "\n").toUtf8());
+        return written && QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner)
+                   ? path
+                   : QString();
     }
 
     int CountMessages(const QString& fragment) const
@@ -166,14 +165,12 @@ private slots:
         if (!rc.isEmpty())
         {
             Settings::pylintConfigPath = scripts.filePath(QStringLiteral("pylintrc"));
-            QFile file(Settings::pylintConfigPath);
-            QVERIFY(file.open(QIODevice::WriteOnly) && file.write(rc.toUtf8()) == rc.size());
+            QVERIFY(TestFiles::Write(Settings::pylintConfigPath, rc.toUtf8()));
         }
-        OutputCollector collector;
-        WorkerOnThread worker(&collector);
+        WorkerOnThread worker;
         worker.Check(SOURCE_WITH_FAULTS, QStringLiteral("/scripts/faults.py"));
-        QTRY_COMPARE_WITH_TIMEOUT(collector.outputs.size(), 1, 60000);
-        const OutputCollector::Output& output = collector.outputs.first();
+        QTRY_COMPARE_WITH_TIMEOUT(worker.collector.outputs.size(), 1, 60000);
+        const OutputCollector::Output& output = worker.collector.outputs.first();
         QCOMPARE(output.filePath, QStringLiteral("/scripts/faults.py"));
         QCOMPARE(output.fieldCount, 5);
         QCOMPARE(output.thread, QThread::currentThread());
@@ -193,15 +190,14 @@ private slots:
                         QStringLiteral("sleep 1\n"
                                        "for last; do :; done\n"
                                        "printf '::W:$$:1:$$:0:$$:[W0001]:$$:%s::' \"$(cat \"$last\")\""));
-        OutputCollector collector;
-        WorkerOnThread worker(&collector);
+        WorkerOnThread worker;
         worker.Check(QStringLiteral("first"), QStringLiteral("a.py"));
         QTest::qWait(300);
         worker.Check(QStringLiteral("second"), QStringLiteral("a.py"));
-        QTRY_COMPARE_WITH_TIMEOUT(collector.outputs.size(), 1, 10000);
+        QTRY_COMPARE_WITH_TIMEOUT(worker.collector.outputs.size(), 1, 10000);
         QTest::qWait(1500);
-        QCOMPARE(collector.outputs.size(), 1);
-        QCOMPARE(collector.outputs.first().lines,
+        QCOMPARE(worker.collector.outputs.size(), 1);
+        QCOMPARE(worker.collector.outputs.first().lines,
                  QStringList{QStringLiteral("W:$$:1:$$:0:$$:[W0001]:$$:second")});
     }
 
@@ -209,8 +205,7 @@ private slots:
     {
         Settings::pylintEnabled = true;
         Settings::pylintPath = scripts.filePath(QStringLiteral("no-such-pylint"));
-        OutputCollector collector;
-        WorkerOnThread worker(&collector);
+        WorkerOnThread worker;
         const QString message = QStringLiteral("Pylint executable not found: %1").arg(Settings::pylintPath);
         worker.Check(QStringLiteral("x = 1\n"), QString());
         worker.Check(QStringLiteral("x = 2\n"), QString());
@@ -218,7 +213,7 @@ private slots:
         QVERIFY(!PylintWorker::IsShowPylintExeNotFoundError());
         QMetaObject::invokeMethod(worker.worker, "ResetErrors", Qt::BlockingQueuedConnection);
         QCOMPARE(PylintWorker::IsShowPylintExeNotFoundError(), worker.worker->GetId() == 0);
-        QVERIFY(collector.outputs.isEmpty());
+        QVERIFY(worker.collector.outputs.isEmpty());
     }
 
     void misbehavingExecutables_data()
@@ -238,23 +233,22 @@ private slots:
         Settings::pylintEnabled = true;
         Settings::pylintPath =
             WriteScript(QStringLiteral("%1.sh").arg(QTest::currentDataTag()).replace(' ', '_'), body);
-        OutputCollector collector;
-        WorkerOnThread worker(&collector);
+        WorkerOnThread worker;
         worker.Check(QStringLiteral("x = 1\n"), QString());
         // The main thread keeps handling events however the process behaves.
         QElapsedTimer clock;
         clock.start();
         qint64 longestGap = 0;
         qint64 last = 0;
-        while (clock.elapsed() < 3000 && collector.outputs.size() < outputs)
+        while (clock.elapsed() < 3000 && worker.collector.outputs.size() < outputs)
         {
             QTest::qWait(5);
             longestGap = qMax(longestGap, clock.elapsed() - last);
             last = clock.elapsed();
         }
-        QCOMPARE(collector.outputs.size(), outputs);
+        QCOMPARE(worker.collector.outputs.size(), outputs);
         QVERIFY2(longestGap < 500, qPrintable(QString::number(longestGap)));
-        for (const OutputCollector::Output& output : collector.outputs)
+        for (const OutputCollector::Output& output : worker.collector.outputs)
             QVERIFY(Findings(output.lines).isEmpty());
         // Even during a check that hangs, a shutdown is prompt.
         clock.restart();
@@ -265,14 +259,13 @@ private slots:
     void disabledCheckerDoesNothing()
     {
         Settings::pylintEnabled = false;
-        Settings::pylintPath =
-            WriteScript(QStringLiteral("marker.sh"), QStringLiteral("touch '%1'").arg(scripts.filePath("ran")));
-        OutputCollector collector;
-        WorkerOnThread worker(&collector);
+        Settings::pylintPath = WriteScript(QStringLiteral("marker.sh"),
+                                           QStringLiteral("touch '%1'").arg(scripts.filePath("ran")));
+        WorkerOnThread worker;
         worker.Check(QStringLiteral("x = 1\n"), QString());
         QTest::qWait(500);
         QVERIFY(!QFile::exists(scripts.filePath(QStringLiteral("ran"))));
-        QVERIFY(collector.outputs.isEmpty());
+        QVERIFY(worker.collector.outputs.isEmpty());
     }
 
     void checksRunBelowTheInterfacesPriority()
@@ -280,26 +273,22 @@ private slots:
         Settings::pylintEnabled = true;
         const QString reported = scripts.filePath(QStringLiteral("niceness"));
         // Field 19 of the process's stat line is its niceness.
-        Settings::pylintPath = WriteScript(QStringLiteral("niceness.sh"),
-                                           QStringLiteral("awk '{print $19}' /proc/$$/stat > '%1.part' && mv '%1.part' '%1'")
-                                               .arg(reported));
-        OutputCollector collector;
-        WorkerOnThread worker(&collector);
+        Settings::pylintPath = WriteScript(
+            QStringLiteral("niceness.sh"),
+            QStringLiteral("awk '{print $19}' /proc/$$/stat > '%1.part' && mv '%1.part' '%1'").arg(reported));
+        WorkerOnThread worker;
         worker.Check(QStringLiteral("x = 1\n"), QString());
         QTRY_VERIFY(QFile::exists(reported));
-        QFile file(reported);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        QCOMPARE(file.readAll().trimmed().toInt(), qMin(19, getpriority(PRIO_PROCESS, 0) + 10));
+        QCOMPARE(TestFiles::Read(reported).trimmed().toInt(), qMin(19, getpriority(PRIO_PROCESS, 0) + 10));
     }
 
     // Last: an unwritable worker file stops checks for the rest of the process.
     void unwritableWorkerFileStopsChecks()
     {
         Settings::pylintEnabled = true;
-        Settings::pylintPath =
-            WriteScript(QStringLiteral("marker2.sh"), QStringLiteral("touch '%1'").arg(scripts.filePath("ran2")));
-        OutputCollector collector;
-        WorkerOnThread worker(&collector);
+        Settings::pylintPath = WriteScript(QStringLiteral("marker2.sh"),
+                                           QStringLiteral("touch '%1'").arg(scripts.filePath("ran2")));
+        WorkerOnThread worker;
         // A folder in the file's place cannot be written, even by root.
         const QString tempFile = worker.worker->GetTempFilePath();
         QVERIFY(!tempFile.isEmpty());
@@ -311,7 +300,7 @@ private slots:
         QTest::qWait(500);
         QCOMPARE(CountMessages(QStringLiteral("Failed to write to worker file")), 1);
         QVERIFY(!QFile::exists(scripts.filePath(QStringLiteral("ran2"))));
-        QVERIFY(collector.outputs.isEmpty());
+        QVERIFY(worker.collector.outputs.isEmpty());
     }
 };
 

@@ -5,6 +5,7 @@
 // bench/bench_PythonParserAgainstAst measures the whole library.
 #include "HostFixture.h"
 #include "PythonAstComparison.h"
+#include "TestFiles.h"
 #include "bench/PythonCorpusDump.h"
 
 #include <QtCore/QJsonArray>
@@ -28,10 +29,7 @@ QString Script()
 
 QJsonObject ReadJson(const QString& path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return QJsonObject();
-    return QJsonDocument::fromJson(file.readAll()).object();
+    return QJsonDocument::fromJson(TestFiles::Read(path)).object();
 }
 } // namespace
 
@@ -103,10 +101,7 @@ private slots:
         files.replace(0, file);
         records.insert(QStringLiteral("files"), files);
         const QString broken = folder.filePath(QStringLiteral("broken.json"));
-        QFile out(broken);
-        QVERIFY(out.open(QIODevice::WriteOnly));
-        out.write(QJsonDocument(records).toJson());
-        out.close();
+        QVERIFY(TestFiles::Write(broken, QJsonDocument(records).toJson()));
         QString report;
         QVERIFY(PythonCorpusDump::Compare(Script(), broken, SummaryPath(), report));
         const QJsonObject classes = ReadJson(SummaryPath()).value(QStringLiteral("classes")).toObject();
@@ -117,9 +112,10 @@ private slots:
     // continuations, tabs.
     void parserAgreesWithAst()
     {
-        const QStringList names = QStringLiteral("abc argparse bdb calendar dataclasses enum functools imaplib "
-                                                 "pathlib pydoc tabnanny typing")
-                                      .split(QLatin1Char(' '));
+        const QStringList names =
+            QStringLiteral("abc argparse bdb calendar dataclasses enum functools imaplib "
+                           "pathlib pydoc tabnanny typing")
+                .split(QLatin1Char(' '));
         QStringList files;
         for (const QString& name : names)
             files.append(QStringLiteral("/usr/lib/python3.11/%1.py").arg(name));

@@ -1,4 +1,6 @@
 #include "HostFixture.h"
+#include "TestFiles.h"
+#include "WheelSimulation.h"
 #include "editor/FindReplaceWidget.h"
 #include "output/OutputTextEdit.h"
 #include "settings/ColorSettings.h"
@@ -68,25 +70,16 @@ private:
         return edit->QPlainTextEdit::extraSelections();
     }
 
-    static QList<QTextEdit::ExtraSelection> SelectionsWithForeground(const OutputTextEdit* edit,
-                                                                     const QColor& color)
+    // Where the selections shown with this background start.
+    QList<int> StartsWithBackground(const QColor& color) const
     {
-        QList<QTextEdit::ExtraSelection> found;
-        for (const QTextEdit::ExtraSelection& selection : Shown(edit))
+        QList<int> starts;
+        for (const QTextEdit::ExtraSelection& selection : Shown(edit.get()))
         {
-            if (selection.format.hasProperty(QTextFormat::ForegroundBrush) &&
-                selection.format.foreground().color() == color)
-                found << selection;
+            if (selection.format.background().color() == color)
+                starts << selection.cursor.selectionStart();
         }
-        return found;
-    }
-
-    static void SendWheel(QWidget* target, int delta, Qt::KeyboardModifiers modifiers)
-    {
-        const QPointF pos(20, 20);
-        QWheelEvent event(pos, target->mapToGlobal(pos), QPoint(), QPoint(0, delta), Qt::NoButton, modifiers,
-                          Qt::NoScrollPhase, false);
-        QApplication::sendEvent(target, &event);
+        return starts;
     }
 
     // The find bar, driven as the user does: typed text, its buttons, its keys.
@@ -144,9 +137,8 @@ private slots:
         QCOMPARE(changes.count(), 1);
         QVERIFY(edit->textCursor().atEnd());
         edit->EndWriteToFile();
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        QCOMPARE(QString::fromUtf8(file.readAll()), QStringLiteral("first\nsecond\nthirdfirst\nsecond\nthird"));
+        QCOMPARE(QString::fromUtf8(TestFiles::Read(path)),
+                 QStringLiteral("first\nsecond\nthirdfirst\nsecond\nthird"));
 
         // Shown again after hiding, nothing is repeated.
         edit->hide();
@@ -257,18 +249,14 @@ private slots:
             edit->AppendText(QStringLiteral("line %1 \u00e9\u4e2d\n").arg(i));
         QCoreApplication::processEvents();
 
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        const QString logged = QString::fromUtf8(file.readAll());
-        file.close();
+        const QString logged = QString::fromUtf8(TestFiles::Read(path));
         QCOMPARE(QStringLiteral("not logged\n") + logged, edit->GetText());
 
         edit->AppendText(QStringLiteral("last"));
         edit->EndWriteToFile();
         QVERIFY(!edit->IsWriteToFileActive());
         edit->AppendText(QStringLiteral("after"));
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        QCOMPARE(QString::fromUtf8(file.readAll()), logged + QStringLiteral("last"));
+        QCOMPARE(QString::fromUtf8(TestFiles::Read(path)), logged + QStringLiteral("last"));
     }
 
     void longScriptsStillShowAndLogTheirOutput()
@@ -283,9 +271,7 @@ private slots:
         QThread::msleep(300);
         edit->AppendText(QStringLiteral("third\n"));
         QCOMPARE(edit->toPlainText(), QStringLiteral("first\nsecond\nthird\n"));
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        QCOMPARE(QString::fromUtf8(file.readAll()), QStringLiteral("first\nsecond\nthird\n"));
+        QCOMPARE(QString::fromUtf8(TestFiles::Read(path)), QStringLiteral("first\nsecond\nthird\n"));
     }
 
     void userRulesColourNewText()
@@ -293,8 +279,12 @@ private slots:
         const auto painted = [this](const QColor& color)
         {
             QStringList texts;
-            for (const QTextEdit::ExtraSelection& selection : SelectionsWithForeground(edit.get(), color))
-                texts << selection.cursor.selectedText();
+            for (const QTextEdit::ExtraSelection& selection : Shown(edit.get()))
+            {
+                if (selection.format.hasProperty(QTextFormat::ForegroundBrush) &&
+                    selection.format.foreground().color() == color)
+                    texts << selection.cursor.selectedText();
+            }
             return texts;
         };
         // The factory rules colour whole lines that start with the marker.
@@ -366,16 +356,6 @@ private slots:
     {
         const QColor matching =
             ColorSettings::GetOutputFormat(ColorSettings::MATCHING_SELECTION).background().color();
-        const auto matches = [&]()
-        {
-            QList<int> starts;
-            for (const QTextEdit::ExtraSelection& selection : Shown(edit.get()))
-            {
-                if (selection.format.background().color() == matching)
-                    starts << selection.cursor.selectionStart();
-            }
-            return starts;
-        };
         edit->AppendText(QStringLiteral("foo.bar foo aaaa foofoo\nfoo"));
         const auto select = [this](int from, int to)
         {
@@ -385,19 +365,19 @@ private slots:
             edit->setTextCursor(cursor);
         };
         select(8, 11);
-        QCOMPARE(matches(), (QList<int>{0, 8, 17, 20, 24}));
+        QCOMPARE(StartsWithBackground(matching), (QList<int>{0, 8, 17, 20, 24}));
         // Overlapping occurrences are all marked.
         select(12, 14);
-        QCOMPARE(matches(), (QList<int>{12, 13, 14}));
+        QCOMPARE(StartsWithBackground(matching), (QList<int>{12, 13, 14}));
 
         Settings::outputMatchedSelectionWordsOnly = true;
         select(8, 11);
-        QCOMPARE(matches(), (QList<int>{0, 8, 24}));
+        QCOMPARE(StartsWithBackground(matching), (QList<int>{0, 8, 24}));
         select(0, 7);
-        QVERIFY(matches().isEmpty());
+        QVERIFY(StartsWithBackground(matching).isEmpty());
         // Several lines: nothing.
         select(20, 27);
-        QVERIFY(matches().isEmpty());
+        QVERIFY(StartsWithBackground(matching).isEmpty());
     }
 
     void doubleClickTakesLeadingDollar_data()
@@ -444,15 +424,15 @@ private slots:
         connect(edit.get(), &OutputTextEdit::DecreaseFontSizeRequested, this, [&] { step(-1); });
 
         for (int i = 0; i < 40; ++i)
-            SendWheel(edit->viewport(), 120, Qt::ControlModifier);
+            WheelSimulation::Turn(edit->viewport(), 120, Qt::ControlModifier);
         QCOMPARE(edit->font().pointSize(), Settings::MAXIMUM_FONT_SIZE);
         QCOMPARE(Settings::outputZoom, Settings::MAXIMUM_FONT_SIZE - base);
 
         for (int i = 0; i < 40; ++i)
-            SendWheel(edit->viewport(), -120, Qt::ControlModifier);
+            WheelSimulation::Turn(edit->viewport(), -120, Qt::ControlModifier);
         QCOMPARE(edit->font().pointSize(), Settings::MINIMUM_FONT_SIZE);
         QCOMPARE(Settings::outputZoom, Settings::MINIMUM_FONT_SIZE - base);
-        SendWheel(edit->viewport(), 120, Qt::ControlModifier);
+        WheelSimulation::Turn(edit->viewport(), 120, Qt::ControlModifier);
         QCOMPARE(edit->font().pointSize(), Settings::MINIMUM_FONT_SIZE + 1);
 
         // Other modifiers, and the setting off, are swallowed: no zoom and no scroll.
@@ -460,13 +440,13 @@ private slots:
         QCoreApplication::processEvents();
         const int value = edit->verticalScrollBar()->value();
         QSignalSpy increaseSpy(edit.get(), SIGNAL(IncreaseFontSizeRequested()));
-        SendWheel(edit->viewport(), 120, Qt::ShiftModifier);
-        SendWheel(edit->viewport(), 120, Qt::ControlModifier | Qt::ShiftModifier);
+        WheelSimulation::Turn(edit->viewport(), 120, Qt::ShiftModifier);
+        WheelSimulation::Turn(edit->viewport(), 120, Qt::ControlModifier | Qt::ShiftModifier);
         QCOMPARE(edit->verticalScrollBar()->value(), value);
         Settings::outputMouseWheelChangesFontSize = false;
-        SendWheel(edit->viewport(), 120, Qt::ControlModifier);
+        WheelSimulation::Turn(edit->viewport(), 120, Qt::ControlModifier);
         QCOMPARE(increaseSpy.count(), 0);
-        SendWheel(edit->viewport(), 120, Qt::NoModifier);
+        WheelSimulation::Turn(edit->viewport(), 120);
         QVERIFY(edit->verticalScrollBar()->value() < value);
     }
 
@@ -478,20 +458,13 @@ private slots:
         ColorSettings::SetOutputFormat(ColorSettings::SELECTED_TEXT, selected);
         const QColor found =
             ColorSettings::GetOutputFormat(ColorSettings::FIND_REPLACE_MATCHING).background().color();
-        const auto foundCount = [&]()
-        {
-            int count = 0;
-            for (const QTextEdit::ExtraSelection& selection : Shown(edit.get()))
-                count += selection.format.background().color() == found ? 1 : 0;
-            return count;
-        };
         edit->AppendText(QStringLiteral("one two one\nthree one"));
         edit->OnSearchChanged(QRegularExpression(QStringLiteral("one")), false, true);
-        QCOMPARE(foundCount(), 0);
+        QCOMPARE(StartsWithBackground(found).size(), 0);
 
         edit->ShowFindReplace(false, true);
         QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("one"));
-        QCOMPARE(foundCount(), 3);
+        QCOMPARE(StartsWithBackground(found).size(), 3);
         const QColor selectedBackground =
             ColorSettings::GetOutputFormat(ColorSettings::FIND_REPLACE_SELECTED).background().color();
         QCOMPARE(edit->palette().color(QPalette::Highlight), selectedBackground);
@@ -501,7 +474,7 @@ private slots:
         edit->setFocus();
         QTest::keyClick(edit.get(), Qt::Key_Escape);
         QVERIFY(!edit->textCursor().hasSelection());
-        QCOMPARE(foundCount(), 0);
+        QCOMPARE(StartsWithBackground(found).size(), 0);
         QCOMPARE(edit->palette().color(QPalette::Highlight),
                  ColorSettings::GetOutputFormat(ColorSettings::SELECTED_TEXT).background().color());
         QCOMPARE(edit->palette().color(QPalette::HighlightedText), QColor(1, 2, 3));

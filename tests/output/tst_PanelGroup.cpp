@@ -1,5 +1,7 @@
 #include "HostFixture.h"
 #include "ModalAnswer.h"
+#include "TestFiles.h"
+#include "WheelSimulation.h"
 #include "output/OutputHighlightingDialog.h"
 #include "output/OutputHighlightingWidget.h"
 #include "output/OutputTextEdit.h"
@@ -80,13 +82,7 @@ private:
         return panel->findChild<FlatButton*>(QStringLiteral("writeToFileBtn"));
     }
 
-    static QString LogText(const QString& path)
-    {
-        QFile file(path);
-        if (!file.open(QIODevice::ReadOnly))
-            return QStringLiteral("<missing>");
-        return QString::fromUtf8(file.readAll());
-    }
+    static QString LogText(const QString& path) { return QString::fromUtf8(TestFiles::Read(path)); }
 
     // The host's own echo state, not the option variable that mirrors it.
     static int HostEcho()
@@ -199,7 +195,9 @@ private slots:
         QTest::addColumn<QString>("written");
         const QString log = QStringLiteral("LOG (*.log)");
         QTest::newRow("LOG filter adds the extension") << "session" << log << "session.log";
-        QTest::newRow("other filter keeps the name") << "plain" << "All Files(*.*)" << "plain";
+        QTest::newRow("other filter keeps the name") << "plain"
+                                                     << "All Files(*.*)"
+                                                     << "plain";
         QTest::newRow("extension in capitals is kept") << "sub/OUT.LOG" << log << "sub/OUT.LOG";
         // "blocked" gets ".log", and "blocked.log" is a folder.
         QTest::newRow("cannot open") << "blocked" << log << QString();
@@ -281,15 +279,9 @@ private slots:
         QSignalSpy increase(panel.get(), SIGNAL(IncreaseOutputFontSizeRequested()));
         QSignalSpy decrease(panel.get(), SIGNAL(DecreaseOutputFontSizeRequested()));
         QSignalSpy focus(panel.get(), SIGNAL(ReceivedFocus()));
-        const auto wheel = [edit](int delta)
-        {
-            QWheelEvent event(QPointF(5, 5), edit->mapToGlobal(QPointF(5, 5)), QPoint(), QPoint(0, delta),
-                              Qt::NoButton, Qt::ControlModifier, Qt::NoScrollPhase, false);
-            QApplication::sendEvent(edit->viewport(), &event);
-        };
-        wheel(120);
-        wheel(-120);
-        wheel(-120);
+        WheelSimulation::Turn(edit->viewport(), 120, Qt::ControlModifier);
+        WheelSimulation::Turn(edit->viewport(), -120, Qt::ControlModifier);
+        WheelSimulation::Turn(edit->viewport(), -120, Qt::ControlModifier);
         QCOMPARE(increase.count(), 1);
         QCOMPARE(decrease.count(), 2);
 

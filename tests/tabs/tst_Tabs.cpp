@@ -1,11 +1,15 @@
+// The tab strip on its own (layout, painting, scrolling, drags), then the editor group that keeps its
+// tabs and editors in step.
 #include "HostFixture.h"
 #include "TestFiles.h"
+#include "WheelSimulation.h"
 #include "editor/CodeEditor.h"
 #include "settings/ColorSettings.h"
 #include "settings/KeyBindings.h"
 #include "settings/Settings.h"
 #include "tabs/CodeEditorGroup.h"
 #include "tabs/CodeEditorGroupTabBar.h"
+#include "tabs/CustomTabBar.h"
 #include "widgets/FlatButton.h"
 #include "widgets/OverlayWidget.h"
 
@@ -20,6 +24,7 @@
 #include <QtTest/QtTest>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QStackedWidget>
+#include <QtWidgets/QToolTip>
 
 #include <algorithm>
 #include <memory>
@@ -28,16 +33,31 @@
 
 namespace
 {
+const QString MIME_TYPE = QStringLiteral("tolvanek-bq2/move-code-editor");
+const QColor ACTIVE(200, 40, 40);
+const QColor BACKGROUND(30, 30, 120);
 
+void MoveMouse(QWidget* widget, const QPoint& pos)
+{
+    QMouseEvent event(QEvent::MouseMove, QPointF(pos), QPointF(widget->mapToGlobal(pos)), Qt::NoButton,
+                      Qt::NoButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(widget, &event);
+}
+
+// The tab whose right edge meets the bar's right edge, or -1.
+int RightAlignedTab(const CustomTabBar& strip)
+{
+    for (int i = 0; i < strip.Count(); ++i)
+    {
+        if (strip.GetTabRect(i).right() == strip.width() - 1)
+            return i;
+    }
+    return -1;
+}
 CodeEditorProperties Properties(const QString& label, CodeEditorLanguage language = CodeEditorLanguage::MEL,
                                 CodeEditorType type = CodeEditorType::INTERNAL_BUFFER)
 {
-    CodeEditorProperties properties;
-    properties.type = type;
-    properties.language = language;
-    properties.filePath = QStringLiteral("/scripts/") + label;
-    properties.label = label;
-    return properties;
+    return {type, language, QStringLiteral("/scripts/") + label, label};
 }
 
 QStringList Labels(const CodeEditorGroup& group)
@@ -65,7 +85,7 @@ QAction* FindAction(const QMenu* menu, const QString& text)
 }
 } // namespace
 
-class TestCodeEditorGroup : public QObject
+class TestTabs : public QObject
 {
     Q_OBJECT
 
@@ -73,23 +93,38 @@ private:
     std::unique_ptr<HostFixture> fixture;
     std::unique_ptr<KeyBindings> keyBindings;
     std::unique_ptr<CodeEditorGroup> group;
+    std::unique_ptr<CustomTabBar> strip; // the CustomTabBar tests' bar
+
+    // A bar of `count` tabs named "tab 0" and up, shown at the given width.
+    void ShowBar(int count, int width)
+    {
+        strip = std::make_unique<CustomTabBar>();
+        strip->SetId(3);
+        strip->SetDragAndDropMimeType(MIME_TYPE);
+        strip->SetTabsMoveable(true);
+        for (int i = 0; i < count; ++i)
+            strip->InsertTab(-1, QStringLiteral("tab %1").arg(i));
+        strip->resize(width, strip->height());
+        strip->show();
+        QVERIFY(QTest::qWaitForWindowExposed(strip.get()));
+    }
+
+    QImage Region(const QRect& rect) { return strip->grab(rect).toImage(); }
 
     CodeEditorGroupTabBar* TabBar() const { return group->findChild<CodeEditorGroupTabBar*>(); }
     FlatButton* Button(const char* name) const { return group->findChild<FlatButton*>(QLatin1String(name)); }
 
-    // A shown group with the owner's preferences applied and one tab per label.
-    std::unique_ptr<CodeEditorGroup> MakeGroup(int id, const QStringList& labels, int width = 600)
+    // Shows a new group with the owner's preferences applied and one tab per label.
+    bool Open(std::unique_ptr<CodeEditorGroup>& made, int id, const QStringList& labels, int width = 600)
     {
-        auto made = std::make_unique<CodeEditorGroup>(id, keyBindings.get());
+        made = std::make_unique<CodeEditorGroup>(id, keyBindings.get());
         made->UpdatePreferences();
         made->UpdateFontsAndColors();
         for (const QString& label : labels)
             made->InsertCodeEditor(-1, Properties(label), QStringLiteral("text of ") + label);
         made->resize(width, 300);
         made->show();
-        if (!QTest::qWaitForWindowExposed(made.get()))
-            return nullptr;
-        return made;
+        return QTest::qWaitForWindowExposed(made.get());
     }
 
 private slots:
@@ -112,12 +147,15 @@ private slots:
         fixture->ClearMessages();
     }
 
-    void cleanup() { group.reset(); }
+    void cleanup()
+    {
+        group.reset();
+        strip.reset();
+    }
 
     void tabsAndStackStayInStep()
     {
-        group = MakeGroup(1, {QStringLiteral("a.mel"), QStringLiteral("b.mel")});
-        QVERIFY(group);
+        QVERIFY(Open(group, 1, {QStringLiteral("a.mel"), QStringLiteral("b.mel")}));
         CodeEditorProperties file =
             Properties(QStringLiteral("c.py"), CodeEditorLanguage::PYTHON, CodeEditorType::FILE);
         auto* editor = new CodeEditor(file, keyBindings.get());
@@ -157,8 +195,7 @@ private slots:
 
     void countMismatchIsReportedAndChangesNothing()
     {
-        group = MakeGroup(0, {QStringLiteral("a.mel")});
-        QVERIFY(group);
+        QVERIFY(Open(group, 0, {QStringLiteral("a.mel")}));
         group->findChild<QStackedWidget*>(QStringLiteral("codeEditorStack"))->addWidget(new QWidget);
         QCOMPARE(group->InsertCodeEditor(-1, Properties(QStringLiteral("b.mel")), QString()), -1);
         QCOMPARE(group->RemoveCodeEditor(0), nullptr);
@@ -178,9 +215,9 @@ private slots:
 
     void movedEditorTalksOnlyToItsNewGroup()
     {
-        group = MakeGroup(0, {QStringLiteral("a.mel"), QStringLiteral("b.mel")});
-        std::unique_ptr<CodeEditorGroup> other = MakeGroup(1, {QStringLiteral("c.mel")});
-        QVERIFY(group && other);
+        std::unique_ptr<CodeEditorGroup> other;
+        QVERIFY(Open(group, 0, {QStringLiteral("a.mel"), QStringLiteral("b.mel")}) &&
+                Open(other, 1, {QStringLiteral("c.mel")}));
         CodeEditor* moved = group->GetCodeEditor(1);
         other->MoveCodeEditor(group.get(), 1, 0);
         QCOMPARE(Labels(*group), QStringList{"a.mel"});
@@ -202,8 +239,7 @@ private slots:
 
     void modifiedMarkFollowsFileBuffersOnly()
     {
-        group = MakeGroup(0, {QStringLiteral("buffer.mel")});
-        QVERIFY(group);
+        QVERIFY(Open(group, 0, {QStringLiteral("buffer.mel")}));
         const int file = group->InsertCodeEditor(
             -1, Properties(QStringLiteral("tool.py"), CodeEditorLanguage::PYTHON, CodeEditorType::FILE),
             QStringLiteral("x = 1\n"));
@@ -232,9 +268,9 @@ private slots:
     void droppedTabsRequestMovesBetweenAndWithinGroups()
     {
         // The group only asks; the owner carries the move out (checked with the main widget).
-        group = MakeGroup(0, {QStringLiteral("a.mel"), QStringLiteral("b.mel"), QStringLiteral("c.mel")});
-        std::unique_ptr<CodeEditorGroup> other = MakeGroup(1, {QStringLiteral("d.mel")});
-        QVERIFY(group && other);
+        std::unique_ptr<CodeEditorGroup> other;
+        QVERIFY(Open(group, 0, {QStringLiteral("a.mel"), QStringLiteral("b.mel"), QStringLiteral("c.mel")}) &&
+                Open(other, 1, {QStringLiteral("d.mel")}));
         QSignalSpy toOther(other.get(), &CodeEditorGroup::MoveTabRequested);
         QSignalSpy within(group.get(), &CodeEditorGroup::MoveTabRequested);
         CodeEditorGroupTabBar* otherBar = other->findChild<CodeEditorGroupTabBar*>();
@@ -251,8 +287,7 @@ private slots:
 
     void dropZoneIsChosenByPosition()
     {
-        group = MakeGroup(2, {QStringLiteral("a.mel")}, 600);
-        QVERIFY(group);
+        QVERIFY(Open(group, 2, {QStringLiteral("a.mel")}, 600));
         CodeEditor* editor = group->GetCurrent();
         QWidget* viewport = editor->viewport();
         auto* overlay = editor->findChild<OverlayWidget*>();
@@ -287,9 +322,7 @@ private slots:
         QDropEvent drop(QPoint(3, 3), Qt::MoveAction, tab.get(), Qt::LeftButton, Qt::NoModifier);
         QCoreApplication::sendEvent(viewport, &drop);
         QCOMPARE(move.count(), 1);
-        QCOMPARE(move.at(0).at(0).toInt(), 0);
-        QCOMPARE(move.at(0).at(1).toInt(), 3);
-        QCOMPARE(move.at(0).at(2).toInt(), 2);
+        QCOMPARE(move.at(0).mid(0, 3), (QList<QVariant>{0, 3, 2}));
         QCOMPARE(move.at(0).at(3).value<TabDropZone>(), TabDropZoneBefore);
         QVERIFY(!overlay->isVisible());
         QCOMPARE(group->GetDropZone(), TabDropZoneNone);
@@ -304,8 +337,7 @@ private slots:
 
     void droppedFilesOpenInTheOrderOfTheirUrls()
     {
-        group = MakeGroup(1, {QStringLiteral("a.mel"), QStringLiteral("b.mel")});
-        QVERIFY(group);
+        QVERIFY(Open(group, 1, {QStringLiteral("a.mel"), QStringLiteral("b.mel")}));
         group->SetTabDropOtherGroupsEnabled(true);
         QTemporaryDir dir;
         QStringList paths;
@@ -347,8 +379,7 @@ private slots:
 
     void miniToolbarFollowsSettingsAndRunsItsButtons()
     {
-        group = MakeGroup(0, {QStringLiteral("a.mel")});
-        QVERIFY(group);
+        QVERIFY(Open(group, 0, {QStringLiteral("a.mel")}));
         FlatButton* execute = Button("executeBtn");
         FlatButton* executeAll = Button("executeAllBtn");
         FlatButton* executeLine = Button("executeLineBtn");
@@ -396,8 +427,7 @@ private slots:
         QStringList labels;
         for (int i = 0; i < 12; ++i)
             labels.append(QStringLiteral("buffer_%1.mel").arg(i));
-        group = MakeGroup(0, labels, 300);
-        QVERIFY(group);
+        QVERIFY(Open(group, 0, labels, 300));
         CodeEditorGroupTabBar* bar = TabBar();
         QCOMPARE(bar->GetScrollBarValue(), 0);
         QTest::mousePress(Button("scrollRightBtn"), Qt::LeftButton);
@@ -420,8 +450,7 @@ private slots:
 
     void tabBarRequestsReachTheOwnerWithGroupAndIndex()
     {
-        group = MakeGroup(0, {QStringLiteral("a.mel"), QStringLiteral("b.mel")});
-        QVERIFY(group);
+        QVERIFY(Open(group, 0, {QStringLiteral("a.mel"), QStringLiteral("b.mel")}));
         group->InsertCodeEditor(
             -1, Properties(QStringLiteral("c.py"), CodeEditorLanguage::PYTHON, CodeEditorType::FILE),
             QString());
@@ -460,31 +489,23 @@ private slots:
 
     void wheelChangesTabOnlyWhenAskedAndByWholeNotches()
     {
-        group = MakeGroup(0, {QStringLiteral("a.mel"), QStringLiteral("b.mel"), QStringLiteral("c.mel")});
-        QVERIFY(group);
+        QVERIFY(Open(group, 0, {QStringLiteral("a.mel"), QStringLiteral("b.mel"), QStringLiteral("c.mel")}));
         CodeEditorGroupTabBar* bar = TabBar();
-        const auto wheel = [bar](int delta)
-        {
-            const QPointF pos = bar->GetTabRect(0).center();
-            QWheelEvent event(pos, bar->mapToGlobal(pos), QPoint(), QPoint(0, delta), Qt::NoButton,
-                              Qt::NoModifier, Qt::NoScrollPhase, false);
-            QCoreApplication::sendEvent(bar, &event);
-        };
-        wheel(-120);
+        const QPointF pos = bar->GetTabRect(0).center();
+        WheelSimulation::Turn(bar, -120, Qt::NoModifier, pos);
         QCOMPARE(group->GetCurrentIndex(), 0);
         Settings::mouseWheelChangesActiveTab = true;
-        wheel(-120);
+        WheelSimulation::Turn(bar, -120, Qt::NoModifier, pos);
         QCOMPARE(group->GetCurrentIndex(), 1);
-        wheel(-100);
+        WheelSimulation::Turn(bar, -100, Qt::NoModifier, pos);
         QCOMPARE(group->GetCurrentIndex(), 1);
-        wheel(120);
+        WheelSimulation::Turn(bar, 120, Qt::NoModifier, pos);
         QCOMPARE(group->GetCurrentIndex(), 0);
     }
 
     void textChangesReachSearchOnlyWhileItIsLive()
     {
-        group = MakeGroup(0, {QStringLiteral("a.mel")});
-        QVERIFY(group);
+        QVERIFY(Open(group, 0, {QStringLiteral("a.mel")}));
         QSignalSpy text(group.get(), &CodeEditorGroup::TextChanged);
         QSignalSpy parsed(group.get(), &CodeEditorGroup::ParserUpdated);
         CodeEditor* editor = group->GetCurrent();
@@ -525,8 +546,7 @@ private slots:
 
     void focusAndActivationReportTheGroup()
     {
-        group = MakeGroup(0, {QStringLiteral("a.mel"), QStringLiteral("b.mel"), QStringLiteral("c.mel")});
-        QVERIFY(group);
+        QVERIFY(Open(group, 0, {QStringLiteral("a.mel"), QStringLiteral("b.mel"), QStringLiteral("c.mel")}));
         group->activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(group.get()));
         QSignalSpy focus(group.get(), &CodeEditorGroup::ReceivedFocus);
@@ -551,8 +571,7 @@ private slots:
 
     void preferencesShowAndLockTheTabBar()
     {
-        group = MakeGroup(0, {QStringLiteral("a.mel")});
-        QVERIFY(group);
+        QVERIFY(Open(group, 0, {QStringLiteral("a.mel")}));
         QVERIFY(TabBar()->isVisible() && TabBar()->acceptDrops() && TabBar()->AreTabsClosable());
         Settings::showTabBar = false;
         Settings::lockTabPositions = true;
@@ -563,7 +582,397 @@ private slots:
         QVERIFY(!TabBar()->acceptDrops());
         QVERIFY(!TabBar()->AreTabsClosable());
     }
+
+    void tabsAreLaidOutSideBySideAndHitTested()
+    {
+        ShowBar(3, 600);
+        QCOMPARE(strip->height(), 24);
+        QCOMPARE(strip->GetTabRect(0).left(), 0);
+        for (int i = 0; i < 3; ++i)
+        {
+            const QRect tab = strip->GetTabRect(i);
+            QVERIFY(tab.width() > strip->fontMetrics().horizontalAdvance(strip->GetTabText(i)));
+            QCOMPARE(tab.height(), 24);
+            QVERIFY(tab.contains(strip->GetCloseRect(i)));
+            QCOMPARE(strip->TabAt(tab.center()), i);
+            if (i > 0)
+                QCOMPARE(tab.left(), strip->GetTabRect(i - 1).right() + 1);
+        }
+        QCOMPARE(strip->TabAt(QPoint(strip->GetTabRect(2).right() + 5, 10)), -1);
+
+        // Out-of-range indices are ignored or give empty values.
+        strip->SetTabText(7, QStringLiteral("x"));
+        QCOMPARE(strip->GetTabText(7), QString());
+        QVERIFY(!strip->GetData(-1).isValid());
+        QVERIFY(!strip->IsModified(3));
+
+        // A tab inserted before the current one keeps the current tab current.
+        QSignalSpy current(strip.get(), &CustomTabBar::CurrentChanged);
+        QCOMPARE(strip->InsertTab(0, QStringLiteral("front")), 0);
+        QCOMPARE(strip->GetCurrentIndex(), 1);
+        QCOMPARE(current.count(), 1);
+        QCOMPARE(strip->InsertTab(42, QStringLiteral("back")), 4);
+        QCOMPARE(strip->GetTabText(4), QStringLiteral("back"));
+
+        // A longer text makes a wider tab and pushes the next one.
+        const int oldWidth = strip->GetTabRect(1).width();
+        strip->SetTabText(1, QStringLiteral("a much longer label than before"));
+        QTRY_VERIFY(strip->GetTabRect(1).width() > oldWidth);
+        QCOMPARE(strip->GetTabRect(2).left(), strip->GetTabRect(1).right() + 1);
+    }
+
+    // The bar grows with the interface's scale; a scale that makes no sense leaves it as it is.
+    void heightFollowsTheInterfaceScale()
+    {
+        for (const auto& [scale, height] : {std::pair{2.0, 48}, {0.0, 24}, {-1.5, 24}})
+        {
+            Settings::customScaleValue = scale;
+            CustomTabBar scaled;
+            QCOMPARE(scaled.height(), height);
+        }
+    }
+
+    void toolTipsFollowThePointer()
+    {
+        ShowBar(2, 400);
+        strip->SetTabToolTip(1, QStringLiteral("/scripts/tab.py"));
+        const QPoint pos = strip->GetTabRect(1).center();
+        QHelpEvent over(QEvent::ToolTip, pos, strip->mapToGlobal(pos));
+        QVERIFY(QCoreApplication::sendEvent(strip.get(), &over));
+        QTRY_COMPARE(QToolTip::text(), QStringLiteral("/scripts/tab.py"));
+
+        const QPoint empty(strip->width() - 2, 5);
+        QHelpEvent outside(QEvent::ToolTip, empty, strip->mapToGlobal(empty));
+        QCoreApplication::sendEvent(strip.get(), &outside);
+        QVERIFY(!outside.isAccepted());
+        QTRY_VERIFY(!QToolTip::isVisible());
+    }
+
+    void paintingShowsCurrentTabUnderlineAndDropZone()
+    {
+        ShowBar(3, 500);
+        strip->SetActiveTabBackgroundColor(ACTIVE);
+        strip->SetBackgroundColor(BACKGROUND);
+        strip->SetCurrentIndex(1, true);
+        // A corner of a tab holds neither icon, text nor close button.
+        const QPoint corner(2, 2);
+        QCOMPARE(strip->grab().toImage().pixelColor(strip->GetTabRect(1).topLeft() + corner), ACTIVE);
+        QCOMPARE(strip->grab().toImage().pixelColor(strip->GetTabRect(0).topLeft() + corner), BACKGROUND);
+
+        const QPoint underText(strip->GetTabRect(1).center().x(), strip->height() - 1);
+        QCOMPARE(strip->grab().toImage().pixelColor(underText), ACTIVE);
+        strip->SetUnderlineEnabled(true);
+        QCOMPARE(strip->grab().toImage().pixelColor(underText), QColor(Qt::darkGray));
+        // The underline is as wide as the label, not the tab.
+        QCOMPARE(strip->grab().toImage().pixelColor(strip->GetTabRect(1).bottomLeft() + QPoint(2, 0)),
+                 ACTIVE);
+
+        std::unique_ptr<QMimeData> mimeData(DragSimulation::TabMimeData(3, 0));
+        const QPoint over = strip->GetTabRect(2).topLeft() + corner;
+        DragSimulation::DragTo(strip.get(), over, mimeData.get(), false);
+        QCOMPARE(strip->GetDropZoneRect(), strip->GetTabRect(2));
+        const QColor highlighted = strip->grab().toImage().pixelColor(over);
+        QVERIFY(highlighted.red() > BACKGROUND.red() && highlighted.green() > BACKGROUND.green());
+        QDragLeaveEvent leave;
+        QCoreApplication::sendEvent(strip.get(), &leave);
+        QVERIFY(!strip->GetDropZoneRect().isValid());
+        QCOMPARE(strip->grab().toImage().pixelColor(over), BACKGROUND);
+    }
+
+    void modifiedMarkGivesWayToTheCloseButtonUnderThePointer()
+    {
+        ShowBar(3, 500);
+        strip->SetTabsClosable(true);
+        strip->SetBackgroundColor(BACKGROUND);
+        const QRect close = strip->GetCloseRect(2);
+        const QImage blank = Region(close);
+        strip->SetModified(2, true);
+        const QImage mark = Region(close);
+        QVERIFY(mark != blank);
+
+        MoveMouse(strip.get(), strip->GetTabRect(2).topLeft() + QPoint(3, 3));
+        QCOMPARE(Region(close), mark);
+        MoveMouse(strip.get(), close.center());
+        const QImage cross = Region(close);
+        QVERIFY(cross != mark && cross != blank);
+
+        // An unmodified tab shows its close button only under the pointer.
+        strip->SetModified(2, false);
+        QCOMPARE(Region(close), cross);
+        QEvent leave(QEvent::Leave);
+        QCoreApplication::sendEvent(strip.get(), &leave);
+        QCOMPARE(Region(close), blank);
+    }
+
+    // A tab removed under the pointer takes the hover along: the next tab at that place shows
+    // no close button until the pointer moves again.
+    void removedTabTakesItsHoverAlong()
+    {
+        ShowBar(3, 500);
+        strip->SetTabsClosable(true);
+        strip->SetBackgroundColor(BACKGROUND);
+        const QRect close = strip->GetCloseRect(2);
+        const QImage blank = Region(close);
+        MoveMouse(strip.get(), close.center());
+        QVERIFY(Region(close) != blank);
+        strip->RemoveTab(2);
+        strip->InsertTab(-1, QStringLiteral("tab 2"));
+        strip->grab();
+        QCOMPARE(strip->GetCloseRect(2), close);
+        QCOMPARE(Region(close), blank);
+    }
+
+    void closeButtonClickRequestsCloseWithoutActivating()
+    {
+        ShowBar(3, 500);
+        strip->SetTabsClosable(true);
+        QSignalSpy close(strip.get(), &CustomTabBar::CloseTabRequested);
+        QSignalSpy activated(strip.get(), &CustomTabBar::Activated);
+        QSignalSpy current(strip.get(), &CustomTabBar::CurrentChanged);
+
+        QTest::mouseClick(strip.get(), Qt::LeftButton, Qt::NoModifier, strip->GetCloseRect(2).center());
+        QCOMPARE(close.count(), 1);
+        QCOMPARE(close.at(0).at(0).toInt(), 2);
+        QCOMPARE(activated.count(), 0);
+        QCOMPARE(strip->GetCurrentIndex(), 0);
+
+        QTest::mouseClick(strip.get(), Qt::RightButton, Qt::NoModifier, strip->GetCloseRect(1).center());
+        QCOMPARE(close.count(), 1);
+
+        QTest::mouseClick(strip.get(), Qt::LeftButton, Qt::NoModifier, strip->GetTabRect(1).center());
+        QCOMPARE(activated.count(), 1);
+        QCOMPARE(strip->GetCurrentIndex(), 1);
+        QCOMPARE(current.count(), 1);
+
+        // Without close buttons the same spot selects the tab.
+        strip->SetTabsClosable(false);
+        QTest::mouseClick(strip.get(), Qt::LeftButton, Qt::NoModifier, strip->GetCloseRect(2).center());
+        QCOMPARE(close.count(), 1);
+        QCOMPARE(strip->GetCurrentIndex(), 2);
+    }
+
+    void scrollingMovesOneTabPerStepAndStopsAtTheEnds()
+    {
+        ShowBar(10, 220);
+        QCOMPARE(strip->GetScrollBarValue(), 0);
+        QCOMPARE(RightAlignedTab(*strip), -1);
+
+        // Right, one tab at a time, each landing on the right edge.
+        strip->BeginScrollingRight();
+        QVERIFY(strip->IsScrolling());
+        int expected = RightAlignedTab(*strip);
+        QVERIFY(expected > 0);
+        while (expected < strip->Count() - 1)
+        {
+            strip->DoScroll();
+            QCOMPARE(RightAlignedTab(*strip), ++expected);
+        }
+        QVERIFY(strip->IsScrolling());
+        const int atEnd = strip->GetScrollBarValue();
+        strip->DoScroll();
+        QVERIFY(!strip->IsScrolling());
+        QCOMPARE(strip->GetScrollBarValue(), atEnd);
+
+        // Left again, each step bringing the previous tab to the left edge.
+        strip->BeginScrollingLeft();
+        int left = strip->TabAt(QPoint(0, 5));
+        QCOMPARE(strip->GetTabRect(left).left(), 0);
+        while (true)
+        {
+            strip->DoScroll();
+            if (!strip->IsScrolling())
+                break;
+            QCOMPARE(strip->TabAt(QPoint(0, 5)), --left);
+            QCOMPARE(strip->GetTabRect(left).left(), 0);
+        }
+        QCOMPARE(left, 0);
+        QCOMPARE(strip->GetScrollBarValue(), 0);
+
+        // Held at the start, the button stops the timer at once; held elsewhere, the timer goes on.
+        strip->BeginScrollingLeft();
+        QVERIFY(!strip->IsScrolling());
+        strip->BeginScrollingRight();
+        const int afterFirstStep = strip->GetScrollBarValue();
+        QTRY_VERIFY_WITH_TIMEOUT(strip->GetScrollBarValue() > afterFirstStep, 5000);
+        strip->EndScrolling();
+        QVERIFY(!strip->IsScrolling());
+    }
+
+    void currentTabIsScrolledIntoView()
+    {
+        ShowBar(10, 220);
+        strip->SetCurrentIndex(9, true);
+        QCOMPARE(strip->GetTabRect(9).right(), strip->width() - 1);
+        strip->SetCurrentIndex(4, true);
+        QVERIFY(strip->rect().contains(strip->GetTabRect(4)));
+        strip->SetCurrentIndex(0, true);
+        QCOMPARE(strip->GetScrollBarValue(), 0);
+
+        // Removing tabs at the end closes the gap that would open on the right.
+        strip->SetCurrentIndex(9, true);
+        strip->RemoveTab(9);
+        QCOMPARE(strip->GetCurrentIndex(), 8);
+        QCOMPARE(strip->GetTabRect(8).right(), strip->width() - 1);
+
+        // A single tab wider than the bar starts at 0 or ends at the bar's right edge.
+        ShowBar(0, 60);
+        strip->InsertTab(0, QStringLiteral("a label far wider than this little bar"));
+        strip->ScrollToCurrent();
+        QVERIFY(strip->GetScrollBarValue() >= 0);
+        QVERIFY(strip->GetTabRect(0).left() == 0 || strip->GetTabRect(0).right() == strip->width() - 1);
+    }
+
+    void removingTabsKeepsTheCurrentTab()
+    {
+        ShowBar(4, 600);
+        strip->SetCurrentIndex(2, true);
+        QSignalSpy current(strip.get(), &CustomTabBar::CurrentChanged);
+        strip->RemoveTab(0);
+        QCOMPARE(strip->GetTabText(strip->GetCurrentIndex()), QStringLiteral("tab 2"));
+        strip->RemoveTab(strip->GetCurrentIndex());
+        QCOMPARE(strip->GetTabText(strip->GetCurrentIndex()), QStringLiteral("tab 3"));
+        strip->RemoveTab(strip->GetCurrentIndex());
+        QCOMPARE(strip->GetTabText(strip->GetCurrentIndex()), QStringLiteral("tab 1"));
+        QCOMPARE(current.count(), 1);
+        strip->RemoveTab(5);
+        QCOMPARE(strip->Count(), 1);
+        strip->RemoveTab(0);
+        QCOMPARE(strip->GetCurrentIndex(), -1);
+        strip->InsertTab(0, QStringLiteral("again"));
+        QCOMPARE(strip->GetCurrentIndex(), 0);
+    }
+
+    void scrollValueSetWhileHiddenAppliesAtTheNextResize()
+    {
+        ShowBar(10, 220);
+        strip->SetCurrentIndex(4, true);
+        strip->SetScrollBarValue(0);
+        const int value = strip->GetTabRect(4).left() - strip->GetTabRect(0).left();
+        strip->hide();
+        strip->SetScrollBarValue(value);
+        QCOMPARE(strip->GetScrollBarValue(), 0);
+        strip->show();
+        strip->resize(230, strip->height());
+        QTRY_COMPARE(strip->GetScrollBarValue(), value);
+        QCOMPARE(strip->GetTabRect(4).left(), 0);
+    }
+
+    void droppedTabRequestsAMoveToTheTabUnderThePointer()
+    {
+        ShowBar(4, 600);
+        QSignalSpy move(strip.get(), &CustomTabBar::MoveTabRequested);
+        std::unique_ptr<QMimeData> own(DragSimulation::TabMimeData(3, 0));
+        DragSimulation::DragTo(strip.get(), strip->GetTabRect(2).center(), own.get(), true);
+        QCOMPARE(move.count(), 1);
+        QCOMPARE(move.at(0), (QList<QVariant>{3, 0, 3, 2}));
+
+        // Past the last tab: the last index for a tab of this bar, one past it for another bar's.
+        const QPoint end(strip->GetTabRect(3).right() + 20, 10);
+        DragSimulation::DragTo(strip.get(), end, own.get(), false);
+        QCOMPARE(strip->GetDropZoneRect().left(), strip->GetTabRect(3).right() + 1);
+        QCOMPARE(strip->GetDropZoneRect().right(), strip->width() - 1);
+        QDropEvent drop(end, Qt::MoveAction, own.get(), Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(strip.get(), &drop);
+        QCOMPARE(move.at(1), (QList<QVariant>{3, 0, 3, 3}));
+        std::unique_ptr<QMimeData> foreign(DragSimulation::TabMimeData(7, 5));
+        DragSimulation::DragTo(strip.get(), end, foreign.get(), true);
+        QCOMPARE(move.at(2), (QList<QVariant>{7, 5, 3, 4}));
+
+        // A tab over itself shows no zone.
+        std::unique_ptr<QMimeData> second(DragSimulation::TabMimeData(3, 1));
+        DragSimulation::DragTo(strip.get(), strip->GetTabRect(1).center(), second.get(), false);
+        QVERIFY(!strip->GetDropZoneRect().isValid());
+        DragSimulation::DragTo(strip.get(), strip->GetTabRect(0).center(), second.get(), false);
+        QCOMPARE(strip->GetDropZoneRect(), strip->GetTabRect(0));
+    }
+
+    void malformedOrForeignDragsAreNotTabDrags()
+    {
+        ShowBar(3, 600);
+        QSignalSpy move(strip.get(), &CustomTabBar::MoveTabRequested);
+        QMimeData malformed;
+        malformed.setData(MIME_TYPE, QByteArray("abc"));
+        DragSimulation::DragTo(strip.get(), strip->GetTabRect(2).center(), &malformed, true);
+        QMimeData text;
+        text.setText(QStringLiteral("plain"));
+        DragSimulation::DragTo(strip.get(), strip->GetTabRect(2).center(), &text, false);
+        QVERIFY(!strip->GetDropZoneRect().isValid());
+        QDropEvent drop(strip->GetTabRect(2).center(), Qt::MoveAction, &text, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(strip.get(), &drop);
+        QVERIFY(!drop.isAccepted());
+        QCOMPARE(move.count(), 0);
+
+        // A bar whose tabs are locked takes no drops at all.
+        strip->SetTabsMoveable(false);
+        std::unique_ptr<QMimeData> own(DragSimulation::TabMimeData(3, 0));
+        DragSimulation::DragTo(strip.get(), strip->GetTabRect(2).center(), own.get(), true);
+        QCOMPARE(move.count(), 0);
+    }
+
+    void droppedFilesOpenAtTheTabUnderThePointerInOrder()
+    {
+        ShowBar(3, 600);
+        QTemporaryDir dir;
+        const QString a = dir.filePath(QStringLiteral("a.mel"));
+        const QString b = dir.filePath(QStringLiteral("b.py"));
+        QVERIFY(TestFiles::Write(a, QByteArray()) && TestFiles::Write(b, QByteArray()));
+        QSignalSpy open(strip.get(), &CustomTabBar::OpenFileRequested);
+        std::unique_ptr<QMimeData> files(
+            DragSimulation::UrlMimeData({a, dir.filePath(QStringLiteral("gone.py")), dir.path(), b}));
+        DragSimulation::DragTo(strip.get(), strip->GetTabRect(1).center(), files.get(), false);
+        QCOMPARE(strip->GetDropZoneRect(), strip->GetTabRect(1));
+        QDropEvent drop(strip->GetTabRect(1).center(), Qt::CopyAction, files.get(), Qt::LeftButton,
+                        Qt::NoModifier);
+        QCoreApplication::sendEvent(strip.get(), &drop);
+        // Each file opens at the same index: the last first, so that they end in URL order.
+        QCOMPARE(open.count(), 2);
+        QCOMPARE(open.at(0), (QList<QVariant>{1, b}));
+        QCOMPARE(open.at(1), (QList<QVariant>{1, a}));
+
+        DragSimulation::DragTo(strip.get(), QPoint(strip->width() - 3, 10), files.get(), true);
+        QCOMPARE(open.count(), 4);
+        QCOMPARE(open.at(3), (QList<QVariant>{3, a}));
+    }
+
+    void draggingNearAnEdgeScrolls()
+    {
+        ShowBar(10, 220);
+        std::unique_ptr<QMimeData> foreign(DragSimulation::TabMimeData(7, 0));
+        DragSimulation::DragTo(strip.get(), QPoint(strip->width() - 2, 10), foreign.get(), false);
+        QVERIFY(strip->IsScrolling());
+        QVERIFY(strip->GetScrollBarValue() > 0);
+        QDragMoveEvent middle(QPoint(strip->width() / 2, 10), Qt::MoveAction, foreign.get(), Qt::LeftButton,
+                              Qt::NoModifier);
+        QCoreApplication::sendEvent(strip.get(), &middle);
+        QVERIFY(!strip->IsScrolling());
+        QDragLeaveEvent leave;
+        QCoreApplication::sendEvent(strip.get(), &leave);
+    }
+
+    void dragStartedInTheLeftEdgeScrollsOnlyFurtherLeft()
+    {
+        ShowBar(10, 300);
+        strip->SetCurrentIndex(9, true);
+        QVERIFY(strip->GetScrollBarValue() > 0);
+        const QPoint press(12, 10);
+        QVERIFY(press.x() <= 0.06 * strip->width());
+        QTest::mousePress(strip.get(), Qt::LeftButton, Qt::NoModifier, press);
+        const int value = strip->GetScrollBarValue();
+
+        std::unique_ptr<QMimeData> own(DragSimulation::TabMimeData(3, strip->GetCurrentIndex()));
+        DragSimulation::DragTo(strip.get(), press, own.get(), false);
+        QVERIFY(!strip->IsScrolling());
+        QCOMPARE(strip->GetScrollBarValue(), value);
+        QDragMoveEvent further(QPoint(4, 10), Qt::MoveAction, own.get(), Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(strip.get(), &further);
+        QVERIFY(strip->IsScrolling());
+        QVERIFY(strip->GetScrollBarValue() < value);
+        QDropEvent drop(QPoint(4, 10), Qt::MoveAction, own.get(), Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(strip.get(), &drop);
+        QVERIFY(!strip->IsScrolling());
+        QTest::mouseRelease(strip.get(), Qt::LeftButton, Qt::NoModifier, QPoint(4, 10));
+    }
 };
 
-QTEST_MAIN(TestCodeEditorGroup)
-#include "tst_CodeEditorGroup.moc"
+QTEST_MAIN(TestTabs)
+#include "tst_Tabs.moc"
