@@ -1035,6 +1035,19 @@ private slots:
         QVERIFY(!Editor()->IsFindInSelectionEnabled());
     }
 
+    // A range that runs to the end of the text holds the match that ends there.
+    void findInSelectionReachesTheEnd()
+    {
+        Open(QStringLiteral("x1\nab x2"));
+        Editor()->moveCursor(QTextCursor::End);
+        Editor()->moveCursor(QTextCursor::StartOfBlock, QTextCursor::KeepAnchor);
+        Click("findInSelectionButton");
+        Click("regExpButton");
+        TypeSearch(QStringLiteral("x\\d"));
+        QCOMPARE(Results(), QStringLiteral("1 of 1"));
+        QCOMPARE(Selected(), QStringLiteral("x2"));
+    }
+
     void replaceOneByOne()
     {
         Open(SAMPLE, true);

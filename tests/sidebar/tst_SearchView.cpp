@@ -259,6 +259,19 @@ private slots:
         QCOMPARE(editor->GetActiveCodeEditor(), OpenedEditor(Ws("c/latin1.txt")));
     }
 
+    // With nothing to put in, a row's replace opens the file and changes nothing.
+    void replaceWithoutReplacementLeavesTheMatch()
+    {
+        editor->ReplaceInFiles();
+        SearchFor(QStringLiteral("os"), Ws("b.py"));
+        Tree()->setCurrentItem(Tree()->topLevelItem(0)->child(0)->child(0));
+        QTest::mouseClick(View()->GetResultsView()->GetReplaceButton(), Qt::LeftButton);
+        CodeEditor* b = OpenedEditor(Ws("b.py"));
+        QVERIFY(b);
+        QCOMPARE(b->GetText(), QString::fromLatin1(TestFiles::Read(Ws("b.py"))));
+        QVERIFY(!b->IsModified());
+    }
+
     void replaceInFilesEditsBuffersAndLeavesDisksAlone()
     {
         const QByteArray bBefore = TestFiles::Read(Ws("b.py"));
