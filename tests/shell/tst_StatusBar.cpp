@@ -80,17 +80,20 @@ class TestStatusBar : public QObject
 {
     Q_OBJECT
 
-private:
-    BrindletEditor* OpenEditor() { return EditorWindow::Open(*fixture, QSize(1200, 800), true); }
-
 private slots:
     void init()
     {
         fixture = std::make_unique<HostFixture>();
         QVERIFY(fixture->LoadPlugin() == MStatus::kSuccess);
+        editor = EditorWindow::Open(*fixture, QSize(1200, 800), true);
+        QVERIFY(editor);
     }
 
-    void cleanup() { fixture.reset(); }
+    void cleanup()
+    {
+        editor = nullptr;
+        fixture.reset();
+    }
 
     // A long message is cut at the bar's edge; it never asks the window for more room.
     void longMessageNeverWidensTheBar()
@@ -104,36 +107,20 @@ private slots:
 
     void contextMenuTogglesParts_data()
     {
-        QTest::addColumn<QString>("hide");
-        QTest::addColumn<QString>("show");
-        QTest::addColumn<QStringList>("shown");
-        const QStringList all{QStringLiteral("MEL     "),
-                              QStringLiteral("<icon>"),
-                              QStringLiteral("0  "),
-                              QStringLiteral("<icon>"),
-                              QStringLiteral("0    "),
-                              QStringLiteral("message"),
-                              QStringLiteral("Ln 1      Col 1      Sel 0"),
-                              QStringLiteral("INS")};
-        QStringList noInterpreter = all;
-        noInterpreter.removeAt(0);
-        QStringList noCounts = all;
-        noCounts.erase(noCounts.begin() + 1, noCounts.begin() + 5);
-        QStringList noMessage = all;
-        noMessage.removeAt(5);
-        QTest::newRow("interpreter") << QStringLiteral("Hide Interpreter")
-                                     << QStringLiteral("Show Interpreter") << noInterpreter;
-        QTest::newRow("counts and their icons") << QStringLiteral("Hide Error/Warning Count")
-                                                << QStringLiteral("Show Error/Warning Count") << noCounts;
-        QTest::newRow("line message") << QStringLiteral("Hide Current Line Message")
-                                      << QStringLiteral("Show Current Line Message") << noMessage;
+        QTest::addColumn<QString>("part");
+        // The labels the part takes: `count` of them from `first`.
+        QTest::addColumn<int>("first");
+        QTest::addColumn<int>("count");
+        QTest::newRow("interpreter") << "Interpreter" << 0 << 1;
+        QTest::newRow("counts and their icons") << "Error/Warning Count" << 1 << 4;
+        QTest::newRow("line message") << "Current Line Message" << 5 << 1;
     }
 
     void contextMenuTogglesParts()
     {
-        QFETCH(QString, hide);
-        QFETCH(QString, show);
-        QFETCH(QStringList, shown);
+        QFETCH(QString, part);
+        QFETCH(int, first);
+        QFETCH(int, count);
         KeyBindings bindings;
         StatusBar bar(&bindings);
         bar.resize(900, 30);
@@ -142,25 +129,29 @@ private slots:
         bar.SetErrorAndWarningCount(0, 0);
         bar.SetInfo(QStringLiteral("message"));
         bar.SetCursorPosition(1, 1, 0);
-        const QStringList all = ShownTexts(bar);
+        const QStringList all =
+            QStringLiteral("MEL     |<icon>|0  |<icon>|0    |message|Ln 1      Col 1      Sel 0|INS")
+                .split('|');
+        QCOMPARE(ShownTexts(bar), all);
 
         WithContextMenu(&bar,
                         [&](QMenu* menu)
                         {
                             QCOMPARE(ActionTexts(menu),
-                                     (QStringList{QStringLiteral("Hide Interpreter"),
-                                                  QStringLiteral("Hide Error/Warning Count"),
-                                                  QStringLiteral("Hide Current Line Message"),
-                                                  QStringLiteral("-"), QStringLiteral("Hide Status Bar")}));
+                                     QStringLiteral("Hide Interpreter|Hide Error/Warning Count|"
+                                                    "Hide Current Line Message|-|Hide Status Bar")
+                                         .split('|'));
                             QCOMPARE(Action(menu, QStringLiteral("Hide Status Bar"))->shortcut(),
                                      bindings.GetShortcut(KeySequenceType::ToggleStatusBar));
-                            Action(menu, hide)->trigger();
+                            Action(menu, QStringLiteral("Hide ") + part)->trigger();
                         });
+        QStringList shown = all;
+        shown.remove(first, count);
         QCOMPARE(ShownTexts(bar), shown);
         WithContextMenu(&bar,
                         [&](QMenu* menu)
                         {
-                            QAction* action = Action(menu, show);
+                            QAction* action = Action(menu, QStringLiteral("Show ") + part);
                             QVERIFY(action);
                             action->trigger();
                         });
@@ -169,8 +160,6 @@ private slots:
 
     void hideStatusBarFromItsMenu()
     {
-        BrindletEditor* editor = OpenEditor();
-        QVERIFY(editor);
         StatusBar* bar = editor->GetStatusBar();
         QVERIFY(bar->isVisible());
         WithContextMenu(bar, [](QMenu* menu) { Action(menu, QStringLiteral("Hide Status Bar"))->trigger(); });
@@ -183,8 +172,6 @@ private slots:
     // the selection, the insert mode and the language of the active buffer.
     void followsTheActiveEditor()
     {
-        BrindletEditor* editor = OpenEditor();
-        QVERIFY(editor);
         StatusBar* bar = editor->GetStatusBar();
         CodeEditorGroup* group = editor->GetActiveCodeEditorGroup();
         group->SetCurrentIndex(0);
@@ -222,8 +209,6 @@ private slots:
     // counts follow them, and the message is the one of the line under the cursor.
     void countsAndLineMessageFollowTheDecorations()
     {
-        BrindletEditor* editor = OpenEditor();
-        QVERIFY(editor);
         StatusBar* bar = editor->GetStatusBar();
         CodeEditorGroup* group = editor->GetActiveCodeEditorGroup();
         group->SetCurrentIndex(1);
@@ -263,8 +248,6 @@ private slots:
     void closingTheLastTabOfASplitGroupHandsOver()
     {
         QFETCH(bool, closeTheNewGroup);
-        BrindletEditor* editor = OpenEditor();
-        QVERIFY(editor);
         QTemporaryDir files;
         const QString path = files.filePath(QStringLiteral("split.py"));
         QVERIFY(TestFiles::Write(path, "x = 1\n") && editor->OpenFile(path));
@@ -287,7 +270,8 @@ private slots:
         QVERIFY(shown && shown->isVisible());
         QCOMPARE(editor->GetActiveCodeEditorGroup(), kept);
         QCOMPARE(editor->GetActiveCodeEditor(), shown);
-        QCOMPARE(editor->window()->windowTitle(), QStringLiteral("%1 - Brindlet Editor 2").arg(shown->GetLabel()));
+        QCOMPARE(editor->window()->windowTitle(),
+                 QStringLiteral("%1 - Brindlet Editor 2").arg(shown->GetLabel()));
         QCOMPARE(editor->GetStatusBar()->GetInterpreterText().isEmpty(),
                  shown->GetLanguage() == CodeEditorLanguage::TEXT);
         // The keyboard goes to the editor the user sees.
@@ -304,6 +288,7 @@ private slots:
 
 private:
     std::unique_ptr<HostFixture> fixture;
+    BrindletEditor* editor = nullptr;
 };
 
 QTEST_MAIN(TestStatusBar)

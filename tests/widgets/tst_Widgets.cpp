@@ -242,6 +242,9 @@ private slots:
             << "%R/gone/deeper/t.mel"
             << "%R/other/z.mel" << false << true << false << "../../other/z.mel";
         QTest::newRow("empty") << buffer << QString() << true << false << true << QString();
+        // A buffer without any path reads relative paths from the user scripts folder (%S).
+        QTest::newRow("no buffer path")
+            << QString() << "%S/sub/f.mel" << false << true << false << "sub/f.mel";
     }
 
     void preview()
@@ -259,33 +262,15 @@ private slots:
 
         InsertPathDialog dialog(buffer.replace(QStringLiteral("%R"), rootPath));
         QTest::mouseClick(absolute ? dialog.GetAbsoluteRadio() : dialog.GetRelativeRadio(), Qt::LeftButton);
-        QTest::keyClicks(dialog.GetPathEdit(), typed.replace(QStringLiteral("%R"), rootPath));
+        QTest::keyClicks(dialog.GetPathEdit(),
+                         typed.replace(QStringLiteral("%R"), rootPath)
+                             .replace(QStringLiteral("%S"), MayaUtil::GetUserScriptsDirectory()));
         if (!forwardSlashes)
             expected.replace(QStringLiteral("%R"),
                              QString(rootPath).replace(QLatin1Char('/'), escape ? QStringLiteral("\\\\")
                                                                                 : QStringLiteral("\\")));
         QCOMPARE(dialog.GetPath(), expected.replace(QStringLiteral("%R"), rootPath));
         QVERIFY(dialog.GetPreviewEdit()->isReadOnly());
-    }
-
-    void startsWithTheStoredForm()
-    {
-        Settings::insertPathAbsolute = false;
-        InsertPathDialog relative(root->path() + QStringLiteral("/a.py"));
-        QVERIFY(relative.GetRelativeRadio()->isChecked());
-        Settings::insertPathAbsolute = true;
-        InsertPathDialog absolute(root->path() + QStringLiteral("/a.py"));
-        QVERIFY(absolute.GetAbsoluteRadio()->isChecked());
-    }
-
-    void bufferWithoutAnyPathStartsAtTheUserScripts()
-    {
-        InsertPathDialog dialog{QString()};
-        dialog.GetRelativeRadio()->setChecked(true);
-        const QString scripts = MayaUtil::GetUserScriptsDirectory();
-        QVERIFY(!scripts.isEmpty());
-        dialog.GetPathEdit()->setText(QDir(scripts).filePath(QStringLiteral("sub/f.mel")));
-        QCOMPARE(dialog.GetPath(), QStringLiteral("sub/f.mel"));
     }
 
     // The chooser comes up by itself; a file picked there lands in the path edit, a cancel
@@ -346,28 +331,32 @@ private slots:
         QTRY_COMPARE(QApplication::focusWidget(), static_cast<QWidget*>(codeEditor));
         codeEditor->SetText(QStringLiteral("source \"\";"));
         codeEditor->SetCursorPosition(8);
+        // The dialog opens on the form stored last; here always the other one than the row's.
+        Settings::insertPathAbsolute = !absolute;
+        bool openedAbsolute = absolute;
 
-        WhenModal<QFileDialog>(editor,
-                               [&](QFileDialog* chooser)
-                               {
-                                   chooser->selectFile(icon);
-                                   static_cast<QDialog*>(chooser)->accept();
-                                   WhenModal<InsertPathDialog>(
-                                       editor,
-                                       [&](InsertPathDialog* dialog)
-                                       {
-                                           QTest::mouseClick(absolute ? dialog->GetAbsoluteRadio()
-                                                                      : dialog->GetRelativeRadio(),
-                                                             Qt::LeftButton);
-                                           QTest::mouseClick(accept ? dialog->GetOkButton()
-                                                                    : dialog->GetCancelButton(),
-                                                             Qt::LeftButton);
-                                       });
-                               });
+        WhenModal<QFileDialog>(
+            editor,
+            [&](QFileDialog* chooser)
+            {
+                chooser->selectFile(icon);
+                static_cast<QDialog*>(chooser)->accept();
+                WhenModal<InsertPathDialog>(
+                    editor,
+                    [&](InsertPathDialog* dialog)
+                    {
+                        openedAbsolute = dialog->GetAbsoluteRadio()->isChecked();
+                        QTest::mouseClick(absolute ? dialog->GetAbsoluteRadio() : dialog->GetRelativeRadio(),
+                                          Qt::LeftButton);
+                        QTest::mouseClick(accept ? dialog->GetOkButton() : dialog->GetCancelButton(),
+                                          Qt::LeftButton);
+                    });
+            });
         editor->ShowInsertPathDialog();
 
         const QString text = codeEditor->GetText();
-        QCOMPARE(Settings::insertPathAbsolute, absolute || !accept);
+        QCOMPARE(openedAbsolute, !absolute);
+        QCOMPARE(Settings::insertPathAbsolute, accept ? absolute : !absolute);
         if (!accept)
         {
             QCOMPARE(text, QStringLiteral("source \"\";"));
