@@ -162,6 +162,16 @@ private slots:
         QVERIFY(!edit->textCursor().hasSelection());
         QVERIFY(edit->textCursor().atEnd());
         QVERIFY(edit->viewport()->rect().contains(edit->cursorRect()));
+
+        // Within the burst, a selection that reaches the end is not the caret resting there: what
+        // arrives is shown at once and takes the selection away.
+        const int end = edit->document()->characterCount() - 1;
+        cursor.setPosition(end - 5);
+        cursor.setPosition(end, QTextCursor::KeepAnchor);
+        edit->setTextCursor(cursor);
+        edit->AppendText(QStringLiteral("more\n"));
+        QVERIFY(edit->toPlainText().endsWith(QStringLiteral("tail\nmore\n")));
+        QVERIFY(!edit->textCursor().hasSelection());
     }
 
     void appendsOfOneTurnAreInsertedTogether()
