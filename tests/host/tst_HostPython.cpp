@@ -24,7 +24,7 @@ bool everythingOnMainThread = true;
 
 void CheckMainThread()
 {
-    everythingOnMainThread = everythingOnMainThread && QThread::currentThread() == qApp->thread();
+    everythingOnMainThread = everythingOnMainThread && QThread::currentThread() == QCoreApplication::instance()->thread();
 }
 
 QStringList Texts(MCommandMessage::MessageType type)
