@@ -682,7 +682,7 @@ void Highlighter::SetLayoutFormats(int length)
         return;
     // Qt shapes a line again for the cursor's place and for each paint unless the layout keeps
     // its glyphs; in a line of a megabyte that is most of a key's cost. Short lines do without.
-    layout->setCacheEnabled(block.length() > LONGEST_COLOURED_LINE);
+    layout->setCacheEnabled(block.length() - 1 > LONGEST_COLOURED_LINE); // without the separator
     formatRanges.clear();
     const QTextCharFormat* previous = nullptr;
     ForEachFormatRun(length,
