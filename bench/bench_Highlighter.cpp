@@ -2,7 +2,8 @@
 // 100,000 lines, beside a highlighter that does nothing but one setFormat per block (the floor
 // that QSyntaxHighlighter itself sets). Then bad input: one 1 MB line, 10,000 nested brackets, a
 // span left open at the top of 100,000 lines, and binary shown as text; each must highlight in
-// well under a second, and a key typed into it must stay inside a frame.
+// well under a second, and a key typed into it must stay inside a frame; beside the 1 MB line, a
+// bare QPlainTextEdit with the same line.
 //
 // Run a Release build with QT_QPA_PLATFORM=offscreen. The host is loaded, so that the word lists
 // are Maya's own.
@@ -24,6 +25,7 @@
 #include <QtGui/QTextDocument>
 #include <QtTest/QtTest>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QPlainTextEdit>
 
 #include <cstdio>
 #include <functional>
@@ -265,6 +267,30 @@ private slots:
         {
             QTest::keyClick(editor.get(), Qt::Key_A);
             editor->viewport()->repaint();
+        }
+    }
+
+    // The peer for the 1 MB line: a bare QPlainTextEdit with the editor's font, no highlighter,
+    // no wrapping. Qt lays out and draws the whole paragraph on every key, whoever colours it.
+    void typingInLongLinePlain()
+    {
+        NewEditor(CodeEditorLanguage::PYTHON, QString());
+        QPlainTextEdit plain;
+        plain.setFont(editor->font());
+        plain.setLineWrapMode(QPlainTextEdit::NoWrap);
+        plain.setPlainText(BadInput(QStringLiteral("1 MB line, Python")));
+        plain.resize(1000, 700);
+        plain.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&plain));
+        QTextCursor cursor(plain.document());
+        cursor.setPosition(plain.document()->characterCount() / 2);
+        plain.setTextCursor(cursor);
+        plain.centerCursor();
+        QCoreApplication::processEvents();
+        QBENCHMARK
+        {
+            QTest::keyClick(&plain, Qt::Key_A);
+            plain.viewport()->repaint();
         }
     }
 };
