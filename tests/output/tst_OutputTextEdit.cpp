@@ -2,6 +2,7 @@
 #include "TestFiles.h"
 #include "WheelSimulation.h"
 #include "editor/FindReplaceWidget.h"
+#include "output/OutputArrivalBuffer.h"
 #include "output/OutputTextEdit.h"
 #include "settings/ColorSettings.h"
 #include "settings/KeyBindings.h"
@@ -190,6 +191,17 @@ private slots:
         edit->AppendText(QStringLiteral("a"));
         edit->AppendText(QStringLiteral("b"));
         QVERIFY(edit->GetText().endsWith(QStringLiteral("line 500\nab")));
+    }
+
+    // Output that arrives while the pane cannot take it is held within twice the cap, line by line.
+    void heldOutputStaysWithinTwiceTheCap()
+    {
+        OutputArrivalBuffer held;
+        const QStringList lines = NumberedLines(35);
+        for (const QString& line : lines)
+            held.Append(line, 10);
+        QVERIFY(held.ReplacesDocument());
+        QCOMPARE(held.Take(), lines.mid(22).join(QString()));
     }
 
     void capTrimsFromTheTop_data()
