@@ -1,8 +1,7 @@
-// The substitute host's interface side: workspace controls, menu, status line, shelf, command
-// line, MQtUtil and the quit path, driven through MEL text and real widgets.
+// The substitute host's interface side: workspace controls, batch mode and the quit path, driven
+// through MEL text and real widgets.
 #include "HostApplication.h"
 #include "HostMainWindow.h"
-#include "HostMel.h"
 #include "HostPlugins.h"
 #include "MelText.h"
 #include "OutputRecorder.h"
@@ -12,9 +11,6 @@
 #include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QDockWidget>
-#include <QtWidgets/QLabel>
-#include <QtWidgets/QLayout>
-#include <maya/MCommandMessage.h>
 #include <maya/MEventMessage.h>
 #include <maya/MFnPlugin.h>
 #include <maya/MGlobal.h>
@@ -73,7 +69,6 @@ MStatus UninitializeTestPlugin(MObject object)
 class CloseVeto : public QObject
 {
 public:
-    explicit CloseVeto(bool consume) : consume(consume) {}
     int seen = 0;
 
 protected:
@@ -83,13 +78,9 @@ protected:
             return QObject::eventFilter(watched, event);
         ++seen;
         event->ignore();
-        return consume;
+        return true;
     }
-
-private:
-    bool consume;
 };
-
 } // namespace
 
 class TestHostUi : public QObject
@@ -151,31 +142,10 @@ private slots:
         QCOMPARE(Mel(QStringLiteral("workspaceControl -e -restore missingPanel")), MStatus::kFailure);
         QCOMPARE(ErrorCount(), errorsBefore + 3);
         QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -exists missingPanel")), 0);
-    }
 
-    void workspaceControlCloseAndRetain()
-    {
-        QCOMPARE(Mel(QStringLiteral("workspaceControl -rt 1 keptPanel")), MStatus::kSuccess);
-        QCOMPARE(Mel(QStringLiteral("workspaceControl -e -close keptPanel")), MStatus::kSuccess);
-        QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -exists keptPanel")), 1);
-        QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -visible keptPanel")), 0);
-        QCOMPARE(Mel(QStringLiteral("workspaceControl -e -rs keptPanel")), MStatus::kSuccess);
-        QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -visible keptPanel")), 1);
-
-        QCOMPARE(Mel(QStringLiteral("workspaceControl -retain 0 droppedPanel")), MStatus::kSuccess);
-        QPointer<QWidget> content = MQtUtil::findControl("droppedPanel");
-        QVERIFY(content);
-        QCOMPARE(Mel(QStringLiteral("workspaceControl -e -cl droppedPanel")), MStatus::kSuccess);
-        QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -exists droppedPanel")), 0);
-        QVERIFY(!MQtUtil::findControl("droppedPanel"));
-        QVERIFY(!MQtUtil::getCurrentParent());
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        QVERIFY(content.isNull());
-
-        // deleteUI removes a retained control too.
-        QCOMPARE(Mel(QStringLiteral("deleteUI keptPanel")), MStatus::kSuccess);
-        QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -exists keptPanel")), 0);
-        QCOMPARE(Mel(QStringLiteral("deleteUI keptPanel")), MStatus::kFailure);
+        QCOMPARE(Mel(QStringLiteral("deleteUI testPanel")), MStatus::kSuccess);
+        QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -exists testPanel")), 0);
+        QCOMPARE(Mel(QStringLiteral("deleteUI testPanel")), MStatus::kFailure);
     }
 
     void workspaceControlTitleBarClose()
@@ -203,69 +173,27 @@ private slots:
         QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -exists droppedPanel")), 0);
     }
 
-    // The lookups the plug-in makes: the current parent after a control is made, the control by
-    // name, and its content as a layout for the plug-in's widget.
-    void qtUtilLookups()
+    // The user's close of the main window quits once, unless something vetoes it.
+    void userCloseQuitsUnlessVetoed()
     {
-        QCOMPARE(MQtUtil::mainWindow(), static_cast<QWidget*>(host->MainWindow()));
-        QVERIFY(!MQtUtil::getCurrentParent());
-        QCOMPARE(Mel(QStringLiteral("workspaceControl panelA")), MStatus::kSuccess);
-        QWidget* contentA = MQtUtil::getCurrentParent();
-        QCOMPARE(Mel(QStringLiteral("workspaceControl panelB")), MStatus::kSuccess);
-        QWidget* contentB = MQtUtil::getCurrentParent();
-        QVERIFY(contentA && contentB && contentA != contentB);
-        QCOMPARE(MQtUtil::findControl("panelA"), contentA);
-        QCOMPARE(MQtUtil::findControl("panelB"), contentB);
-        QVERIFY(qobject_cast<QDockWidget*>(contentB->parentWidget()));
-
-        auto* label = new QLabel(QStringLiteral("child"));
-        QVERIFY(!MQtUtil::addWidgetToMayaLayout(label, contentB).isEmpty());
-        QCOMPARE(label->parentWidget(), contentB);
-        QVERIFY(contentB->layout()->indexOf(label) >= 0);
-        QVERIFY(MQtUtil::addWidgetToMayaLayout(nullptr, contentB).isEmpty());
-        const QString text = QStringLiteral("Gr\u00FC\u00DFe \U0001F600");
-        QCOMPARE(MQtUtil::toQString(MQtUtil::toMString(text)), text);
-    }
-
-    void quitVetoedThenCompleted_data()
-    {
-        QTest::addColumn<bool>("byWindow");
-        QTest::addColumn<bool>("consume");
-        QTest::newRow("quit, filter eats the close") << false << true;
-        QTest::newRow("quit, filter ignores the close") << false << false;
-        QTest::newRow("user closes the window") << true << true;
-    }
-
-    // A vetoed close leaves everything loaded; the next one quits once, whatever comes after.
-    void quitVetoedThenCompleted()
-    {
-        QFETCH(bool, byWindow);
-        QFETCH(bool, consume);
         LoadTestPlugin();
         QSignalSpy finished(host.get(), &HostApplication::QuitFinished);
         host->ShowMainWindow();
         QVERIFY(QTest::qWaitForWindowExposed(Window()));
-        const auto quit = [this, byWindow] { return byWindow ? Window()->close() : host->Quit(); };
-
-        CloseVeto veto(consume);
+        CloseVeto veto;
         Window()->installEventFilter(&veto);
-        QVERIFY(!quit());
+        QVERIFY(!Window()->close());
         Window()->removeEventFilter(&veto);
         QCOMPARE(veto.seen, 1);
         QVERIFY(!host->HasQuit());
         QVERIFY(HostPlugins::IsLoaded(TEST_PLUGIN));
-        QVERIFY(pluginLog.isEmpty());
 
-        QVERIFY(quit());
+        QVERIFY(Window()->close());
         QVERIFY(host->HasQuit());
         QCOMPARE(pluginLog, QStringList({QStringLiteral("quitApplication"), QStringLiteral("uninitialize")}));
-        QVERIFY(!HostPlugins::IsLoaded(TEST_PLUGIN));
         QVERIFY(!Window()->isVisible());
-        Window()->show();
-        Window()->close();
         QVERIFY(host->Quit());
         QCOMPARE(finished.count(), 1);
-        QCOMPARE(pluginLog.size(), 2);
     }
 
     void quitCommandIsQueued()
