@@ -428,6 +428,8 @@ private slots:
                            "    on_main = lambda: threading.current_thread() is threading.main_thread()\n"
                            "    thread_results.append(maya.utils.executeInMainThreadWithResult(on_main))\n"
                            "    thread_results.append(on_main())\n"
+                           "    in_main = maya.utils.executeInMainThreadWithResult('len(thread_results)')\n"
+                           "    thread_results.append(in_main)\n"
                            "    print('from thread')\n"
                            "worker = threading.Thread(target=work)\n"
                            "worker.start()"),
@@ -437,7 +439,7 @@ private slots:
         QVERIFY(HostPython::Execute(QStringLiteral("worker.join()"), false));
         QString results;
         QVERIFY(HostPython::EvaluateString(QStringLiteral("repr(thread_results)"), results));
-        QCOMPARE(results, QStringLiteral("[42, True, False]"));
+        QCOMPARE(results, QStringLiteral("[42, True, False, 3]"));
         QVERIFY(everythingOnMainThread);
     }
 
