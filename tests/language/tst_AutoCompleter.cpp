@@ -8,10 +8,8 @@
 #include "plugin/MayaUtil.h"
 #include "settings/Settings.h"
 
-#include <QtTest/QSignalSpy>
 #include <QtTest/QtTest>
 #include <QtWidgets/QApplication>
-#include <QtWidgets/QListView>
 #include <QtWidgets/QVBoxLayout>
 
 #include <memory>
@@ -19,6 +17,10 @@
 namespace
 {
 using L = QStringList;
+QStringList Words(const char* words)
+{
+    return QString::fromLatin1(words).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
 // In typed text, this character stands for Ctrl+Space.
 const QChar CTRL_SPACE = QLatin1Char('^');
 // In a buffer, this character marks the cursor.
@@ -128,6 +130,7 @@ private slots:
 
     void cleanupTestCase() { fixture.reset(); }
 
+    // Lists are words split at blanks.
     void rowsOffered_data()
     {
         QTest::addColumn<int>("language");
@@ -145,59 +148,48 @@ private slots:
                                               "        |\n\n"
                                               "    def shrink(self):\n"
                                               "        pass\n");
-        QTest::newRow("mel command") << mel << QString() << "polyCu" << L{"polyCube"}
-                                     << L{"polySphere", "PolyCube"};
-        QTest::newRow("mel variable") << mel << "string $polyCube;\n|"
-                                      << "$polyCu" << L() << L{"polyCube"};
-        QTest::newRow("mel flag") << mel << "polyCube |"
-                                  << "-po" << L() << L{"polyCube"};
-        QTest::newRow("mel string") << mel << "print \"|\";"
-                                    << "polyCu" << L() << L{"polyCube"};
-        QTest::newRow("mel comment") << mel << "// |"
-                                     << "polyCu" << L() << L{"polyCube"};
-        QTest::newRow("module") << python << "import os\n|"
-                                << "os.pa" << L{"path", "pardir"} << L{"join", "_exit"};
-        QTest::newRow("module of module") << python << "import os\n|"
-                                          << "os.path.jo" << L{"join"} << L{"path"};
-        QTest::newRow("case-insensitive filter") << python << "import os\n|"
-                                                 << "os.PAT" << L{"path", "pathsep"} << L{"pardir"};
-        QTest::newRow("self in a method")
-            << python << method << "self." << L{"width", "items", "grow", "shrink", "__init__"}
-            << L{"step", "Shape"};
-        QTest::newRow("self member") << python << method << "self.items.ap" << L{"append"} << L{"width"};
-        QTest::newRow("locals and arguments")
-            << python << method << "^" << L{"step", "self", "Shape", "while"} << L{"width"};
-        QTest::newRow("def line") << python << "import os\nimport sys\n|"
-                                  << "def ^" << L{"os", "sys"} << L{"while", "def"};
-        QTest::newRow("call over lines")
-            << python << "names = []\nresult = max(1,\n    |\n    2)\nafter = 1\n"
-            << "names.ap" << L{"append"} << L();
-        QTest::newRow("bare module import") << python << QString() << "import ma" << L() << L{"maya"};
-        QTest::newRow("from package import")
-            << python << QString() << "from maya import cm" << L{"cmds"} << L{"mel"};
-        QTest::newRow("maya.cmds") << python << "import maya.cmds as cmds\n|"
-                                   << "cmds.polyCu" << L{"polyCube"} << L{"polySphere", "ls"};
-        QTest::newRow("name below the cursor")
-            << python << "early_value = 1\nearly_other = 2\n|\nlate_value = 2\n"
-            << "^" << L{"early_value"} << L{"late_value"};
-        QTest::newRow("from import alias") << python << "from os import path as osp\n|"
-                                           << "osp.jo" << L{"join"} << L();
-        QTest::newRow("import line") << python << QString() << "import os.pa" << L{"path"} << L{"join"};
-        QTest::newRow("try block") << python
-                                   << "try:\n    import json\nexcept ImportError:\n    json = None\n|"
-                                   << "json.lo" << L{"loads", "load"} << L{"dumps"};
-        QTest::newRow("unfinished try") << python << "import os\ntry:\n    value = 1\n|"
-                                        << "val" << L{"value"} << L();
-        QTest::newRow("unfinished line") << python << "import os\nresult = max(|"
-                                         << "os.pa" << L{"path"} << L();
-        QTest::newRow("empty block above") << python << "def empty():\n\ndef work():\n    items = []\n    |\n"
-                                           << "items.ap" << L{"append"} << L();
-        QTest::newRow("syntax error elsewhere") << python << "import os\nbroken = = 1\n|"
-                                                << "os.pa" << L{"path"} << L();
-        QTest::newRow("python string") << python << "import os\nx = \"|\""
-                                       << "os.pa" << L() << L{"path"};
-        QTest::newRow("python comment") << python << "import os\n# |"
-                                        << "os.pa" << L() << L{"path"};
+        const struct
+        {
+            const char* name;
+            int language;
+            QString buffer;
+            const char* typed;
+            const char* contains;
+            const char* excludes;
+        } rows[] = {
+            {"mel command", mel, "", "polyCu", "polyCube", "polySphere PolyCube"},
+            {"mel variable", mel, "string $polyCube;\n|", "$polyCu", "", "polyCube"},
+            {"mel flag", mel, "polyCube |", "-po", "", "polyCube"},
+            {"mel string", mel, "print \"|\";", "polyCu", "", "polyCube"},
+            {"mel comment", mel, "// |", "polyCu", "", "polyCube"},
+            {"module", python, "import os\n|", "os.pa", "path pardir", "join _exit"},
+            {"module of module", python, "import os\n|", "os.path.jo", "join", "path"},
+            {"case-insensitive filter", python, "import os\n|", "os.PAT", "path pathsep", "pardir"},
+            {"self in a method", python, method, "self.", "width items grow shrink __init__", "step Shape"},
+            {"self member", python, method, "self.items.ap", "append", "width"},
+            {"locals and arguments", python, method, "^", "step self Shape while", "width"},
+            {"def line", python, "import os\nimport sys\n|", "def ^", "os sys", "while def"},
+            {"call over lines", python, "names = []\nresult = max(1,\n    |\n    2)\nafter = 1\n", "names.ap",
+             "append", ""},
+            {"bare module import", python, "", "import ma", "", "maya"},
+            {"from package import", python, "", "from maya import cm", "cmds", "mel"},
+            {"maya.cmds", python, "import maya.cmds as cmds\n|", "cmds.polyCu", "polyCube", "polySphere ls"},
+            {"name below the cursor", python, "early_value = 1\nearly_other = 2\n|\nlate_value = 2\n", "^",
+             "early_value", "late_value"},
+            {"from import alias", python, "from os import path as osp\n|", "osp.jo", "join", ""},
+            {"import line", python, "", "import os.pa", "path", "join"},
+            {"try block", python, "try:\n    import json\nexcept ImportError:\n    json = None\n|", "json.lo",
+             "loads load", "dumps"},
+            {"unfinished try", python, "import os\ntry:\n    value = 1\n|", "val", "value", ""},
+            {"unfinished line", python, "import os\nresult = max(|", "os.pa", "path", ""},
+            {"empty block above", python, "def empty():\n\ndef work():\n    items = []\n    |\n", "items.ap",
+             "append", ""},
+            {"syntax error elsewhere", python, "import os\nbroken = = 1\n|", "os.pa", "path", ""},
+            {"python string", python, "import os\nx = \"|\"", "os.pa", "", "path"},
+            {"python comment", python, "import os\n# |", "os.pa", "", "path"}};
+        for (const auto& row : rows)
+            QTest::newRow(row.name) << row.language << row.buffer << QString(row.typed) << Words(row.contains)
+                                    << Words(row.excludes);
     }
 
     void rowsOffered()
@@ -302,23 +294,6 @@ private slots:
         editor->SetCursorPosition(static_cast<int>(buffer.size()));
         Type(QString(CTRL_SPACE));
         QCOMPARE(editor->GetText(), buffer);
-    }
-
-    void popupIsClippedAtTheScreenEdge()
-    {
-        Show(CodeEditorLanguage::MEL, QString());
-        Type(QStringLiteral("poly"));
-        AutoCompleter* completer = Completer();
-        QVERIFY(completer->isVisible() && completer->RowCount() > 12);
-        const QRect screen = completer->screen()->geometry();
-        const QPoint corner(screen.right() - 40, screen.bottom() - 30);
-        completer->UpdateRect(QRect(corner, QSize(1, 14)));
-        QCOMPARE(completer->geometry().topLeft(), corner);
-        QCOMPARE(completer->geometry().right(), screen.right());
-        QCOMPARE(completer->geometry().bottom(), screen.bottom());
-        // Away from the edges: twelve rows high.
-        completer->UpdateRect(QRect(screen.topLeft(), QSize(1, 14)));
-        QCOMPARE(completer->geometry().height(), 12 * completer->findChild<QListView*>()->sizeHintForRow(0));
     }
 
     // The filter folds case; the row selected first is the first that matches the case typed.

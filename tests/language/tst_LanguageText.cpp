@@ -146,11 +146,12 @@ private:
     std::function<void(const QRegion&)> onPaint;
 };
 
+// "mel", "python" ("py" will do) or anything else for text; a row's name may follow.
 CodeEditorLanguage Language(const QString& name)
 {
-    return name == QLatin1String("mel")      ? CodeEditorLanguage::MEL
-           : name == QLatin1String("python") ? CodeEditorLanguage::PYTHON
-                                             : CodeEditorLanguage::TEXT;
+    return name.startsWith(QLatin1String("mel"))  ? CodeEditorLanguage::MEL
+           : name.startsWith(QLatin1String("py")) ? CodeEditorLanguage::PYTHON
+                                                  : CodeEditorLanguage::TEXT;
 }
 // One item as "type name@position/level", so that a row states everything the outline reads.
 QStringList Describe(const QList<ParserItem>& items)
@@ -170,7 +171,15 @@ QStringList Describe(const QList<ParserMessage>& messages)
     return result;
 }
 
-using L = QStringList;
+// Parser rows: name, source, and the outcome's lines joined by '|'.
+template <size_t N> void ParserRows(const char* const (&rows)[N][3])
+{
+    QTest::addColumn<QString>("source");
+    QTest::addColumn<QStringList>("outcome");
+    for (const auto& row : rows)
+        QTest::newRow(row[0]) << QString::fromUtf8(row[1])
+                              << QString::fromUtf8(row[2]).split(QLatin1Char('|'), Qt::SkipEmptyParts);
+}
 } // namespace
 
 class TestLanguageText : public QObject
@@ -372,75 +381,66 @@ private slots:
         Settings::pythonDisplayErrors = pythonErrors;
     }
 
+    // Each row's name starts with the buffer's language: mel, py or text.
     void formats_data()
     {
-        QTest::addColumn<QString>("language");
         QTest::addColumn<QString>("text");
         QTest::addColumn<int>("column");
         QTest::addColumn<QString>("key");
-        const QString mel = QStringLiteral("mel");
-        const QString python = QStringLiteral("python");
         const QString proc = QStringLiteral("proc int foo(string $a) { return 1.5; }");
-        QTest::newRow("mel keyword") << mel << proc << 0 << ColorSettings::MEL_KEYWORDS;
-        QTest::newRow("mel call") << mel << proc << 9 << ColorSettings::MEL_PROCS;
-        QTest::newRow("mel variable") << mel << proc << 20 << ColorSettings::MEL_VARIABLES;
-        QTest::newRow("mel number") << mel << proc << 34 << ColorSettings::MEL_NUMBERS;
-        QTest::newRow("mel brace") << mel << proc << 24 << QString();
-        QTest::newRow("mel proc name") << mel << "proc  bar ()" << 6 << ColorSettings::MEL_PROCS;
+        QTest::newRow("mel keyword") << proc << 0 << ColorSettings::MEL_KEYWORDS;
+        QTest::newRow("mel call") << proc << 9 << ColorSettings::MEL_PROCS;
+        QTest::newRow("mel variable") << proc << 20 << ColorSettings::MEL_VARIABLES;
+        QTest::newRow("mel number") << proc << 34 << ColorSettings::MEL_NUMBERS;
+        QTest::newRow("mel brace") << proc << 24 << QString();
+        QTest::newRow("mel proc name") << "proc  bar ()" << 6 << ColorSettings::MEL_PROCS;
         const QString command = QStringLiteral("polyCube -n \"ls x\" $ls;");
-        QTest::newRow("mel command") << mel << command << 0 << ColorSettings::MEL_COMMANDS;
-        QTest::newRow("mel flag") << mel << command << 10 << QString();
-        QTest::newRow("mel string") << mel << command << 13 << ColorSettings::MEL_STRINGS;
-        QTest::newRow("mel blank in string") << mel << command << 15 << ColorSettings::WHITESPACES;
-        QTest::newRow("mel variable, not command") << mel << command << 20 << ColorSettings::MEL_VARIABLES;
-        QTest::newRow("mel -ls") << mel << "-ls ls" << 1 << QString();
-        QTest::newRow("mel ls after -ls") << mel << "-ls ls" << 4 << ColorSettings::MEL_COMMANDS;
-        QTest::newRow("mel keyword after dash") << mel << "a-string string" << 2 << QString();
-        QTest::newRow("mel same keyword alone")
-            << mel << "a-string string" << 9 << ColorSettings::MEL_KEYWORDS;
-        QTest::newRow("mel line comment") << mel << "ls; // ls \"x\"" << 7 << ColorSettings::MEL_COMMENTS;
-        QTest::newRow("mel block comment") << mel << "/* ls */ ls" << 3 << ColorSettings::MEL_COMMENTS;
+        QTest::newRow("mel command") << command << 0 << ColorSettings::MEL_COMMANDS;
+        QTest::newRow("mel flag") << command << 10 << QString();
+        QTest::newRow("mel string") << command << 13 << ColorSettings::MEL_STRINGS;
+        QTest::newRow("mel blank in string") << command << 15 << ColorSettings::WHITESPACES;
+        QTest::newRow("mel variable, not command") << command << 20 << ColorSettings::MEL_VARIABLES;
+        QTest::newRow("mel -ls") << "-ls ls" << 1 << QString();
+        QTest::newRow("mel ls after -ls") << "-ls ls" << 4 << ColorSettings::MEL_COMMANDS;
+        QTest::newRow("mel keyword after dash") << "a-string string" << 2 << QString();
+        QTest::newRow("mel same keyword alone") << "a-string string" << 9 << ColorSettings::MEL_KEYWORDS;
+        QTest::newRow("mel line comment") << "ls; // ls \"x\"" << 7 << ColorSettings::MEL_COMMENTS;
+        QTest::newRow("mel block comment") << "/* ls */ ls" << 3 << ColorSettings::MEL_COMMENTS;
 
         const QString classLine = QStringLiteral("class Foo(object):");
-        QTest::newRow("py class") << python << classLine << 6 << ColorSettings::PYTHON_CLASSES;
-        QTest::newRow("py builtin") << python << classLine << 10 << ColorSettings::PYTHON_BUILTINS;
-        QTest::newRow("py class without bases") << python << "class Foo:" << 6 << QString();
+        QTest::newRow("py class") << classLine << 6 << ColorSettings::PYTHON_CLASSES;
+        QTest::newRow("py builtin") << classLine << 10 << ColorSettings::PYTHON_BUILTINS;
+        QTest::newRow("py class without bases") << "class Foo:" << 6 << QString();
         const QString def = QStringLiteral("def run(self, x=1.0):");
-        QTest::newRow("py def") << python << def << 4 << ColorSettings::PYTHON_METHODS;
-        QTest::newRow("py self") << python << def << 8 << ColorSettings::PYTHON_SELF_CLS;
-        QTest::newRow("py number") << python << def << 17 << ColorSettings::PYTHON_NUMBERS;
-        QTest::newRow("py decorator") << python << "@property" << 3 << ColorSettings::PYTHON_DECORATORS;
-        QTest::newRow("py cls") << python << "cls.x" << 0 << ColorSettings::PYTHON_SELF_CLS;
+        QTest::newRow("py def") << def << 4 << ColorSettings::PYTHON_METHODS;
+        QTest::newRow("py self") << def << 8 << ColorSettings::PYTHON_SELF_CLS;
+        QTest::newRow("py number") << def << 17 << ColorSettings::PYTHON_NUMBERS;
+        QTest::newRow("py decorator") << "@property" << 3 << ColorSettings::PYTHON_DECORATORS;
+        QTest::newRow("py cls") << "cls.x" << 0 << ColorSettings::PYTHON_SELF_CLS;
         const QString cmds = QStringLiteral("cmds.polyCube(ls)");
-        QTest::newRow("py command attribute") << python << cmds << 5 << ColorSettings::PYTHON_MEL_COMMANDS;
-        QTest::newRow("py bare command") << python << cmds << 14 << QString();
-        QTest::newRow("py command at line start") << python << "ls = 1" << 0 << QString();
+        QTest::newRow("py command attribute") << cmds << 5 << ColorSettings::PYTHON_MEL_COMMANDS;
+        QTest::newRow("py bare command") << cmds << 14 << QString();
+        QTest::newRow("py command at line start") << "ls = 1" << 0 << QString();
         const QString open = QStringLiteral("os.open(p) or open(p)");
-        QTest::newRow("py dotted builtin with bare one")
-            << python << open << 3 << ColorSettings::PYTHON_BUILTINS;
-        QTest::newRow("py dotted call alone") << python << "os.open(p)" << 3 << ColorSettings::PYTHON_METHODS;
-        QTest::newRow("py keyword beats builtin")
-            << python << "x = True" << 4 << ColorSettings::PYTHON_KEYWORDS;
+        QTest::newRow("py dotted builtin with bare one") << open << 3 << ColorSettings::PYTHON_BUILTINS;
+        QTest::newRow("py dotted call alone") << "os.open(p)" << 3 << ColorSettings::PYTHON_METHODS;
+        QTest::newRow("py keyword beats builtin") << "x = True" << 4 << ColorSettings::PYTHON_KEYWORDS;
         const QString strings = QStringLiteral("x = \"a # b\"  # c 'q'");
-        QTest::newRow("py hash in string") << python << strings << 7 << ColorSettings::PYTHON_STRINGS;
-        QTest::newRow("py quote in comment") << python << strings << 18 << ColorSettings::PYTHON_COMMENTS;
-        QTest::newRow("py doc string")
-            << python << "s = '''doc''' + 'x'" << 7 << ColorSettings::PYTHON_DOC_STRINGS;
+        QTest::newRow("py hash in string") << strings << 7 << ColorSettings::PYTHON_STRINGS;
+        QTest::newRow("py quote in comment") << strings << 18 << ColorSettings::PYTHON_COMMENTS;
+        QTest::newRow("py doc string") << "s = '''doc''' + 'x'" << 7 << ColorSettings::PYTHON_DOC_STRINGS;
         QTest::newRow("py string after doc string")
-            << python << "s = '''doc''' + 'x'" << 17 << ColorSettings::PYTHON_STRINGS;
-        QTest::newRow("text has no rules") << "text"
-                                           << "def f(): # x" << 9 << QString();
-        QTest::newRow("text blanks") << "text"
-                                     << "def f(): # x" << 3 << ColorSettings::WHITESPACES;
+            << "s = '''doc''' + 'x'" << 17 << ColorSettings::PYTHON_STRINGS;
+        QTest::newRow("text has no rules") << "def f(): # x" << 9 << QString();
+        QTest::newRow("text blanks") << "def f(): # x" << 3 << ColorSettings::WHITESPACES;
     }
 
     void formats()
     {
-        QFETCH(QString, language);
         QFETCH(QString, text);
         QFETCH(int, column);
         QFETCH(QString, key);
-        NewEditor(language);
+        NewEditor(QTest::currentDataTag());
         Type(text);
         QCOMPARE(editor->GetText(), text);
         QCOMPARE(KeyOfFormat(FormatAt(Block(0), column)), key);
@@ -469,62 +469,55 @@ private slots:
         QCOMPARE(KeyOfFormat(FormatAt(Block(1), 0)), ColorSettings::PYTHON_DOC_STRINGS);
     }
 
+    // As formats: each row's name starts with the buffer's language.
     void blockData_data()
     {
-        QTest::addColumn<QString>("language");
         QTest::addColumn<QString>("text");
         QTest::addColumn<int>("line");
         QTest::addColumn<QString>("expected");
-        const QString mel = QStringLiteral("mel");
-        const QString python = QStringLiteral("python");
-        QTest::newRow("mel string cut off at the line end")
-            << mel << "\"abc" << 0 << "ignore=0-3,3-4 single=0-3,3-4 length=4";
-        QTest::newRow("mel string continued by a backslash")
-            << mel << "\"ab\\\ncd\" x" << 0 << "state=2 ignore=0-3,3-4 length=4";
-        QTest::newRow("mel continued string line two")
-            << mel << "\"ab\\\ncd\" x" << 1 << "ignore=0-2 length=5";
-        QTest::newRow("mel escaped quote")
-            << mel << "\"a\\\"b\" (" << 0 << "ignore=0-5 braces=(7 smart=1 length=8";
-        QTest::newRow("mel escaped backslash")
-            << mel << "\"a\\\\\" (" << 0 << "ignore=0-4 braces=(6 smart=1 length=7";
-        QTest::newRow("mel comment after string")
-            << mel << "\"abc\" // {" << 0 << "ignore=0-4,6-9,9-10 single=6-9,9-10 length=6";
-        QTest::newRow("mel block comment opens")
-            << mel << "a /* b\nc */ d {" << 0 << "state=1 ignore=2-5,5-6 block=2-5,5-6 comments=+2 length=6";
-        QTest::newRow("mel block comment closes")
-            << mel << "a /* b\nc */ d {" << 1
-            << "ignore=0-3 block=0-3 comments=-4 braces={7 smart=1 length=8";
-        QTest::newRow("mel braces") << mel << "  if ($a) {" << 0
-                                    << "braces=(5 )8 {10 indent='  ' smart=1 length=11";
-        QTest::newRow("mel closing braces") << mel << "} }" << 0 << "braces=}0 }2 smart=-2 length=3";
-        QTest::newRow("empty line") << mel << "x\n\ny" << 1 << "empty=1 length=0";
-        QTest::newRow("blank line") << python << "   " << 0 << "indent='   ' empty=1 length=3";
-        QTest::newRow("py triple quote opens")
-            << python << "'''abc\nx ' y" << 0 << "state=2 ignore=0-5,5-6 length=6";
-        QTest::newRow("py empty line in doc string")
-            << python << "\"\"\"a\n\nb\"\"\"" << 1 << "state=1 ignore=0--1,-1-0 empty=1 length=0";
-        QTest::newRow("py string continued")
-            << python << "x = \"a\\" << 0 << "state=3 ignore=4-6,6-7 length=7";
-        QTest::newRow("py comment after colon")
-            << python << "def f():  # note" << 0
-            << "ignore=10-15,15-16 single=10-15,15-16 braces=(5 )6 smart=1 length=10";
-        QTest::newRow("py brackets in strings and comments")
-            << python << "f('(', \"[\")  # {" << 0
-            << "ignore=2-4,7-9,13-15,15-16 single=13-15,15-16 braces=(1 )10 length=13";
-        QTest::newRow("py open bracket") << python << "x = [" << 0 << "braces=[4 smart=1 length=5";
-        QTest::newRow("py comma") << python << "x = [1," << 0 << "braces=[4 length=7";
-        QTest::newRow("py prefix stays outside") << python << "x = rb'\\d'" << 0 << "ignore=6-9 length=10";
-        QTest::newRow("text records brackets") << "text"
-                                               << "f(x) # y" << 0 << "braces=(1 )3 length=8";
+        const struct
+        {
+            const char* name;
+            const char* text;
+            int line;
+            const char* expected;
+        } rows[] = {
+            {"mel string cut off at the line end", "\"abc", 0, "ignore=0-3,3-4 single=0-3,3-4 length=4"},
+            {"mel string continued by a backslash", "\"ab\\\ncd\" x", 0, "state=2 ignore=0-3,3-4 length=4"},
+            {"mel continued string line two", "\"ab\\\ncd\" x", 1, "ignore=0-2 length=5"},
+            {"mel escaped quote", "\"a\\\"b\" (", 0, "ignore=0-5 braces=(7 smart=1 length=8"},
+            {"mel escaped backslash", "\"a\\\\\" (", 0, "ignore=0-4 braces=(6 smart=1 length=7"},
+            {"mel comment after string", "\"abc\" // {", 0, "ignore=0-4,6-9,9-10 single=6-9,9-10 length=6"},
+            {"mel block comment opens", "a /* b\nc */ d {", 0,
+             "state=1 ignore=2-5,5-6 block=2-5,5-6 comments=+2 length=6"},
+            {"mel block comment closes", "a /* b\nc */ d {", 1,
+             "ignore=0-3 block=0-3 comments=-4 braces={7 smart=1 length=8"},
+            {"mel braces", "  if ($a) {", 0, "braces=(5 )8 {10 indent='  ' smart=1 length=11"},
+            {"mel closing braces", "} }", 0, "braces=}0 }2 smart=-2 length=3"},
+            {"mel empty line", "x\n\ny", 1, "empty=1 length=0"},
+            {"py blank line", "   ", 0, "indent='   ' empty=1 length=3"},
+            {"py triple quote opens", "'''abc\nx ' y", 0, "state=2 ignore=0-5,5-6 length=6"},
+            {"py empty line in doc string", "\"\"\"a\n\nb\"\"\"", 1,
+             "state=1 ignore=0--1,-1-0 empty=1 length=0"},
+            {"py string continued", "x = \"a\\", 0, "state=3 ignore=4-6,6-7 length=7"},
+            {"py comment after colon", "def f():  # note", 0,
+             "ignore=10-15,15-16 single=10-15,15-16 braces=(5 )6 smart=1 length=10"},
+            {"py brackets in strings and comments", "f('(', \"[\")  # {", 0,
+             "ignore=2-4,7-9,13-15,15-16 single=13-15,15-16 braces=(1 )10 length=13"},
+            {"py open bracket", "x = [", 0, "braces=[4 smart=1 length=5"},
+            {"py comma", "x = [1,", 0, "braces=[4 length=7"},
+            {"py prefix stays outside", "x = rb'\\d'", 0, "ignore=6-9 length=10"},
+            {"text records brackets", "f(x) # y", 0, "braces=(1 )3 length=8"}};
+        for (const auto& row : rows)
+            QTest::newRow(row.name) << QString(row.text) << row.line << QString(row.expected);
     }
 
     void blockData()
     {
-        QFETCH(QString, language);
         QFETCH(QString, text);
         QFETCH(int, line);
         QFETCH(QString, expected);
-        NewEditor(language);
+        NewEditor(QTest::currentDataTag());
         Type(text);
         QCOMPARE(editor->GetText(), text);
         QCOMPARE(Describe(Block(line)), expected);
@@ -595,74 +588,39 @@ private slots:
         QVERIFY(CodeEditor::GetBlockData(Block(0))->IsSingleLineCommentPosition(12));
     }
 
-    // What the user sees: the keyword's colour on screen.
-    void coloursArePainted()
-    {
-        NewEditor(QStringLiteral("mel"));
-        QFont font = editor->font();
-        font.setPointSize(24);
-        editor->setFont(font);
-        Type(QStringLiteral("while"));
-        QVERIFY(QTest::qWaitForWindowExposed(editor.get()));
-        const QImage image = editor->viewport()->grab().toImage();
-        const QColor keyword = KeyColor(int(FormatKeys().indexOf(ColorSettings::MEL_KEYWORDS)));
-        int painted = 0;
-        for (int y = 0; y < image.height(); ++y)
-        {
-            for (int x = 0; x < image.width(); ++x)
-                painted += image.pixelColor(x, y).rgb() == keyword.rgb();
-        }
-        QVERIFY2(painted > 20, qPrintable(QString::number(painted)));
-    }
-
     void mel_data()
     {
-        QTest::addColumn<QString>("source");
-        QTest::addColumn<QStringList>("outcome");
-
-        const QString emptyLines =
-            QStringLiteral("Empty line(s) at start of file. Line numbers in trace may be incorrect. 0-0");
-        QTest::newRow("empty") << QString() << L();
-        QTest::newRow("blank lines only") << QString("\n \n\t\n") << L();
-        QTest::newRow("blank line before code")
-            << QString("\n\nproc foo() {}") << L{"2 foo@7/0", "warning " + emptyLines};
-        QTest::newRow("array return type")
-            << QString("global proc string[] foo()\n{\n}\n") << L{"1 foo@21/0"};
-        // A name that starts with a type word, after a tab: the head of the line ends at the last blank.
-        QTest::newRow("name begins with a type")
-            << QString("global\tproc int\tintegerMax() {}") << L{"1 integerMax@16/0"};
-        QTest::newRow("two dots") << QString("global proc foo..bar() {}") << L();
-        QTest::newRow("trailing dot") << QString("global proc foo.() {}") << L();
-        QTest::newRow("nested proc not listed")
-            << QString("proc a() {\n proc b() {}\n}\nproc c() {}") << L{"2 a@5/0", "2 c@31/0"};
-        QTest::newRow("nested global proc not listed")
-            << QString("global proc a() {\nglobal proc b() {}\n}\nglobal proc c() {}")
-            << L{"1 a@12/0", "1 c@51/0"};
-        QTest::newRow("first variable only") << QString("global int $a, $b;") << L{"3 $a@11/0"};
-        QTest::newRow("variable in braces") << QString("{ global string[] $s; }") << L{"3 $s@18/1"};
-        QTest::newRow("line comment TODO")
-            << QString("// TODO fix\nproc a() {}") << L{"2 a@17/0", "info TODO: 1-11"};
-        QTest::newRow("TODOS is no TODO") << QString("//TODOS x_TODO TODO1") << L();
-        QTest::newRow("block comment TODO")
-            << QString("/* TODO */ proc a() {}") << L{"2 a@16/0", "info TODO: 1-8"};
-        QTest::newRow("block comment over lines hides a proc")
-            << QString("/*\nproc a() {}\n TODO */") << L{"info TODO: 1-21"};
-        QTest::newRow("proc inside a string") << QString("string $s = \" proc x() {\";") << L();
-        QTest::newRow("proc after an unterminated string")
-            << QString("print \"abc\nproc x() {}") << L{"2 x@16/0"};
-        QTest::newRow("escaped quote")
-            << QString("print \"a\\\" proc x() {}\";\nproc y() {}") << L{"2 y@30/0"};
-        QTest::newRow("even backslashes close the string")
-            << QString("print \"a\\\\\"; proc x() {}") << L{"2 x@18/0"};
-        QTest::newRow("continued line stays in the string")
-            << QString("print \"abc\\\nproc x() {}\";") << L();
-        QTest::newRow("not after white space") << QString("$rgb=1;xglobal int $v;xproc foo() {}") << L();
-        QTest::newRow("stray closing brace") << QString("}\nglobal proc foo() {}") << L{"1 foo@14/0"};
-        QTest::newRow("brace in a string does not end the proc")
-            << QString("proc a() {\n print \"}\";\n proc b() {}\n}") << L{"2 a@5/0"};
-        QTest::newRow("array parameter") << QString("global proc foo(string $a[]) {}") << L{"1 foo@12/0"};
-        QTest::newRow("paragraph separators")
-            << QString("proc a() {}\u2029proc b() {}") << L{"2 a@5/0", "2 b@17/0"};
+        const char* const rows[][3] = {
+            {"empty", "", ""},
+            {"blank lines only", "\n \n\t\n", ""},
+            {"blank line before code", "\n\nproc foo() {}",
+             "2 foo@7/0|warning Empty line(s) at start of file. Line numbers in trace may be incorrect. 0-0"},
+            {"array return type", "global proc string[] foo()\n{\n}\n", "1 foo@21/0"},
+            // A name that starts with a type word, after a tab: the head of the line ends at the last blank.
+            {"name begins with a type", "global\tproc int\tintegerMax() {}", "1 integerMax@16/0"},
+            {"two dots", "global proc foo..bar() {}", ""},
+            {"trailing dot", "global proc foo.() {}", ""},
+            {"nested proc not listed", "proc a() {\n proc b() {}\n}\nproc c() {}", "2 a@5/0|2 c@31/0"},
+            {"nested global proc not listed", "global proc a() {\nglobal proc b() {}\n}\nglobal proc c() {}",
+             "1 a@12/0|1 c@51/0"},
+            {"first variable only", "global int $a, $b;", "3 $a@11/0"},
+            {"variable in braces", "{ global string[] $s; }", "3 $s@18/1"},
+            {"line comment TODO", "// TODO fix\nproc a() {}", "2 a@17/0|info TODO: 1-11"},
+            {"TODOS is no TODO", "//TODOS x_TODO TODO1", ""},
+            {"block comment TODO", "/* TODO */ proc a() {}", "2 a@16/0|info TODO: 1-8"},
+            {"block comment over lines hides a proc", "/*\nproc a() {}\n TODO */", "info TODO: 1-21"},
+            {"proc inside a string", "string $s = \" proc x() {\";", ""},
+            {"proc after an unterminated string", "print \"abc\nproc x() {}", "2 x@16/0"},
+            {"escaped quote", "print \"a\\\" proc x() {}\";\nproc y() {}", "2 y@30/0"},
+            {"even backslashes close the string", "print \"a\\\\\"; proc x() {}", "2 x@18/0"},
+            {"continued line stays in the string", "print \"abc\\\nproc x() {}\";", ""},
+            {"not after white space", "$rgb=1;xglobal int $v;xproc foo() {}", ""},
+            {"stray closing brace", "}\nglobal proc foo() {}", "1 foo@14/0"},
+            {"brace in a string does not end the proc", "proc a() {\n print \"}\";\n proc b() {}\n}",
+             "2 a@5/0"},
+            {"array parameter", "global proc foo(string $a[]) {}", "1 foo@12/0"},
+            {"paragraph separators", "proc a() {}\u2029proc b() {}", "2 a@5/0|2 b@17/0"}};
+        ParserRows(rows);
     }
 
     void mel()
@@ -676,71 +634,52 @@ private slots:
 
     void python_data()
     {
-        QTest::addColumn<QString>("source");
-        QTest::addColumn<QStringList>("outcome");
-
-        QTest::newRow("empty") << QString() << L();
-        QTest::newRow("def at the end") << QString("def f():\n") << L{"8 f@4/0"};
-        QTest::newRow("expected an indented block")
-            << QString("if a:\nb = 1") << L{"error Expected an indented block 6-6"};
-        QTest::newRow("unexpected indent")
-            << QString("a = 1\n    b = 2\n    c = 3") << L{"error Unexpected indent 6-10"};
-        QTest::newRow("unindent without a level")
-            << QString("if a:\n    x = 1\n  y = 2\n z = 3\n")
-            << L{"error Unindent does not match any outer indentation level 16-18"};
-        QTest::newRow("colon in a dictionary over lines") << QString("d = {\n  'a':\n  1}\nx = 1") << L();
-        QTest::newRow("stray bracket once") << QString("x = 1)\ny = 2]") << L{"error Unexpected ')' 5-6"};
-        QTest::newRow("colon before a comment opens a block")
-            << QString("if a:  # why\nb = 1") << L{"error Expected an indented block 13-13"};
-        QTest::newRow("colon with code after it") << QString("if a: b = 1\nc = 2") << L();
-        QTest::newRow("static and class methods alone")
-            << QString(
-                   "class A:\n    @staticmethod\n    def f(): pass\n    @classmethod\n    def g(): pass\n")
-            << L{"11 A@6/0", "9 f@35/1", "10 g@70/1"};
-        QTest::newRow("class method wins when later")
-            << QString("class A:\n    @staticmethod\n    @classmethod\n    def f(): pass\n")
-            << L{"11 A@6/0", "10 f@52/1"};
-        QTest::newRow("static method wins when later")
-            << QString("class A:\n    @classmethod\n    @staticmethod\n    def f(): pass\n")
-            << L{"11 A@6/0", "9 f@52/1"};
-        QTest::newRow("decorator with arguments is no static method")
-            << QString("@staticmethod # x\ndef f(): pass") << L{"8 f@22/0"};
-        QTest::newRow("comment clears decorators")
-            << QString("@staticmethod\n# c\ndef f(): pass") << L{"8 f@22/0"};
-        QTest::newRow("plain imports") << QString("import os, sys # tools") << L{"4 os@7/0", "4 sys@11/0"};
-        QTest::newRow("import with a bad name") << QString("import os, s-y") << L();
-        QTest::newRow("import as") << QString("import os.path as p") << L{"5 p = os.path@18/0"};
-        QTest::newRow("two aliases are rejected") << QString("import a as b, c as d") << L();
-        QTest::newRow("from import as")
-            << QString("from a import b as c, d") << L{"6 c = b (a)@19/0", "6 d (a)@22/0"};
-        QTest::newRow("from import star") << QString("from m import *") << L{"6 * (m)@14/0"};
-        QTest::newRow("single bracketed name as it stands")
-            << QString("from m import (a)") << L{"6 (a) (m)@14/0"};
-        QTest::newRow("bracketed list with two names rejected") << QString("from m import (a, b)") << L();
-        QTest::newRow("indented import level")
-            << QString("def f():\n    import os\n") << L{"8 f@4/0", "4 os@20/1"};
-        QTest::newRow("main guard") << QString("if __name__ == \"__main__\":\n    main()\n")
-                                    << L{"7 __main__@16/0"};
-        QTest::newRow("main guard single quoted")
-            << QString("if __name__ == '__main__':\n    main()\n") << L{"7 __main__@16/0"};
-        QTest::newRow("docstring TODO") << QString("'''TODO'''") << L{"info TODO: 0-7"};
-        QTest::newRow("unterminated docstring is no error") << QString("x = '''abc\ndef f(): pass") << L();
-        QTest::newRow("unterminated string")
-            << QString("x = 'abc\ny = 1") << L{"error Unterminated String 4-8"};
-        QTest::newRow("escaped quote") << QString("x = 'a\\'b'\ndef f(): pass") << L{"8 f@15/0"};
-        QTest::newRow("comment TODO") << QString("x = 1  # TODO: later\n") << L{"info TODO: 7-20"};
-        QTest::newRow("class at margin resets the stack")
-            << QString("class A(B):\n  x\n    y\nclass C:\n    pass\n")
-            << L{"11 A@6/0", "11 C@28/0", "error Unexpected indent 16-20"};
-        QTest::newRow("mixed indent once") << QString("if a:\n\t x = 1\n\t y = 2\n")
-                                           << L{"warning Indent contains both tabs and spaces 6-8"};
-        QTest::newRow("open bracket before a keyword of the first word's length")
-            << QString("class A:\n    x = (1,\nclass B:\n    pass\n")
-            << L{"11 A@6/0", "11 B@27/0", "error Expected a ')' 20-20"};
-        QTest::newRow("open bracket before a keyword of another length")
-            << QString("x = (1,\nclass B:\n    pass\n") << L();
-        QTest::newRow("paragraph separators")
-            << QString("def f():\u2029    pass\u2029def g(): pass") << L{"8 f@4/0", "8 g@22/0"};
+        const char* const rows[][3] = {
+            {"empty", "", ""},
+            {"def at the end", "def f():\n", "8 f@4/0"},
+            {"expected an indented block", "if a:\nb = 1", "error Expected an indented block 6-6"},
+            {"unexpected indent", "a = 1\n    b = 2\n    c = 3", "error Unexpected indent 6-10"},
+            {"unindent without a level", "if a:\n    x = 1\n  y = 2\n z = 3\n",
+             "error Unindent does not match any outer indentation level 16-18"},
+            {"colon in a dictionary over lines", "d = {\n  'a':\n  1}\nx = 1", ""},
+            {"stray bracket once", "x = 1)\ny = 2]", "error Unexpected ')' 5-6"},
+            {"colon before a comment opens a block", "if a:  # why\nb = 1",
+             "error Expected an indented block 13-13"},
+            {"colon with code after it", "if a: b = 1\nc = 2", ""},
+            {"static and class methods alone",
+             "class A:\n    @staticmethod\n    def f(): pass\n    @classmethod\n    def g(): pass\n",
+             "11 A@6/0|9 f@35/1|10 g@70/1"},
+            {"class method wins when later",
+             "class A:\n    @staticmethod\n    @classmethod\n    def f(): pass\n", "11 A@6/0|10 f@52/1"},
+            {"static method wins when later",
+             "class A:\n    @classmethod\n    @staticmethod\n    def f(): pass\n", "11 A@6/0|9 f@52/1"},
+            {"decorator with arguments is no static method", "@staticmethod # x\ndef f(): pass", "8 f@22/0"},
+            {"comment clears decorators", "@staticmethod\n# c\ndef f(): pass", "8 f@22/0"},
+            {"plain imports", "import os, sys # tools", "4 os@7/0|4 sys@11/0"},
+            {"import with a bad name", "import os, s-y", ""},
+            {"import as", "import os.path as p", "5 p = os.path@18/0"},
+            {"two aliases are rejected", "import a as b, c as d", ""},
+            {"from import as", "from a import b as c, d", "6 c = b (a)@19/0|6 d (a)@22/0"},
+            {"from import star", "from m import *", "6 * (m)@14/0"},
+            {"single bracketed name as it stands", "from m import (a)", "6 (a) (m)@14/0"},
+            {"bracketed list with two names rejected", "from m import (a, b)", ""},
+            {"indented import level", "def f():\n    import os\n", "8 f@4/0|4 os@20/1"},
+            {"main guard", "if __name__ == \"__main__\":\n    main()\n", "7 __main__@16/0"},
+            {"main guard single quoted", "if __name__ == '__main__':\n    main()\n", "7 __main__@16/0"},
+            {"docstring TODO", "'''TODO'''", "info TODO: 0-7"},
+            {"unterminated docstring is no error", "x = '''abc\ndef f(): pass", ""},
+            {"unterminated string", "x = 'abc\ny = 1", "error Unterminated String 4-8"},
+            {"escaped quote", "x = 'a\\'b'\ndef f(): pass", "8 f@15/0"},
+            {"comment TODO", "x = 1  # TODO: later\n", "info TODO: 7-20"},
+            {"class at margin resets the stack", "class A(B):\n  x\n    y\nclass C:\n    pass\n",
+             "11 A@6/0|11 C@28/0|error Unexpected indent 16-20"},
+            {"mixed indent once", "if a:\n\t x = 1\n\t y = 2\n",
+             "warning Indent contains both tabs and spaces 6-8"},
+            {"open bracket before a keyword of the first word's length",
+             "class A:\n    x = (1,\nclass B:\n    pass\n", "11 A@6/0|11 B@27/0|error Expected a ')' 20-20"},
+            {"open bracket before a keyword of another length", "x = (1,\nclass B:\n    pass\n", ""},
+            {"paragraph separators", "def f():\u2029    pass\u2029def g(): pass", "8 f@4/0|8 g@22/0"}};
+        ParserRows(rows);
     }
 
     void python()
@@ -748,17 +687,6 @@ private slots:
         PythonParser parser;
         Check(parser, QStringLiteral("if a:\nx\n\t y\n@staticmethod\n"), QStringLiteral("/tmp/a.py"));
         QVERIFY(parser.IsPython() && !parser.IsMel());
-    }
-
-    void listsSurviveTheNextRun()
-    {
-        MelParser parser;
-        parser.Parse(QStringLiteral("global proc a() {}"), QString());
-        const QList<ParserItem> before = parser.GetItems();
-        parser.Parse(QString(), QString());
-        QCOMPARE(before.size(), 1);
-        QCOMPARE(before.first().name, QStringLiteral("a"));
-        QVERIFY(parser.GetItems().isEmpty());
     }
 };
 

@@ -6,8 +6,6 @@
 #include "shell/BrindletEditor.h"
 #include "tabs/CodeEditorGroup.h"
 
-#include <QtCore/QElapsedTimer>
-#include <QtCore/QThread>
 #include <QtGui/QTextBlock>
 #include <QtTest/QtTest>
 

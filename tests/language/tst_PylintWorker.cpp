@@ -4,11 +4,6 @@
 #include "language/PylintWorker.h"
 #include "settings/Settings.h"
 
-#include <QtCore/QDir>
-#include <QtCore/QElapsedTimer>
-#include <QtCore/QFile>
-#include <QtCore/QPointer>
-#include <QtCore/QThread>
 #include <QtTest/QtTest>
 
 #include <memory>
@@ -25,11 +20,10 @@ const QString SOURCE_WITH_FAULTS = QStringLiteral("import os\n"
                                                   "def run():\n"
                                                   "    return undefined_name\n");
 
-// Receives the worker's output on the main thread, as the group does.
-class OutputCollector : public QObject
+// A worker on its own thread, wired as an editor group wires it: its output is received on the
+// main thread.
+class WorkerOnThread
 {
-    Q_OBJECT
-
 public:
     struct Output
     {
@@ -38,23 +32,13 @@ public:
         int fieldCount = 0;
         QThread* thread = nullptr;
     };
-    QList<Output> outputs;
 
-public slots:
-    void OnPylintOutput(const QString& filePath, const QStringList& lines, int fieldCount)
-    {
-        outputs.append({filePath, lines, fieldCount, QThread::currentThread()});
-    }
-};
-
-// A worker on its own thread, wired as an editor group wires it to a collector on the main thread.
-class WorkerOnThread
-{
-public:
     WorkerOnThread() : worker(new PylintWorker)
     {
-        QObject::connect(worker, SIGNAL(PylintOutput(QString, QStringList, int)), &collector,
-                         SLOT(OnPylintOutput(QString, QStringList, int)));
+        QObject::connect(worker, &PylintWorker::PylintOutput, &receiver,
+                         [this](const QString& filePath, const QStringList& lines, int fieldCount) {
+                             outputs.append({filePath, lines, fieldCount, QThread::currentThread()});
+                         });
         worker->moveToThread(&thread);
         thread.start();
     }
@@ -77,7 +61,8 @@ public:
     }
     PylintWorker* worker;
     QThread thread;
-    OutputCollector collector;
+    QObject receiver;
+    QList<Output> outputs;
 };
 
 // The message ids and lines of every templated finding, as "W0611@1".
@@ -169,8 +154,8 @@ private slots:
         }
         WorkerOnThread worker;
         worker.Check(SOURCE_WITH_FAULTS, QStringLiteral("/scripts/faults.py"));
-        QTRY_COMPARE_WITH_TIMEOUT(worker.collector.outputs.size(), 1, 60000);
-        const OutputCollector::Output& output = worker.collector.outputs.first();
+        QTRY_COMPARE_WITH_TIMEOUT(worker.outputs.size(), 1, 60000);
+        const WorkerOnThread::Output& output = worker.outputs.first();
         QCOMPARE(output.filePath, QStringLiteral("/scripts/faults.py"));
         QCOMPARE(output.fieldCount, 5);
         QCOMPARE(output.thread, QThread::currentThread());
@@ -194,10 +179,10 @@ private slots:
         worker.Check(QStringLiteral("first"), QStringLiteral("a.py"));
         QTest::qWait(300);
         worker.Check(QStringLiteral("second"), QStringLiteral("a.py"));
-        QTRY_COMPARE_WITH_TIMEOUT(worker.collector.outputs.size(), 1, 10000);
+        QTRY_COMPARE_WITH_TIMEOUT(worker.outputs.size(), 1, 10000);
         QTest::qWait(1500);
-        QCOMPARE(worker.collector.outputs.size(), 1);
-        QCOMPARE(worker.collector.outputs.first().lines,
+        QCOMPARE(worker.outputs.size(), 1);
+        QCOMPARE(worker.outputs.first().lines,
                  QStringList{QStringLiteral("W:$$:1:$$:0:$$:[W0001]:$$:second")});
     }
 
@@ -213,7 +198,7 @@ private slots:
         QVERIFY(!PylintWorker::IsShowPylintExeNotFoundError());
         QMetaObject::invokeMethod(worker.worker, "ResetErrors", Qt::BlockingQueuedConnection);
         QCOMPARE(PylintWorker::IsShowPylintExeNotFoundError(), worker.worker->GetId() == 0);
-        QVERIFY(worker.collector.outputs.isEmpty());
+        QVERIFY(worker.outputs.isEmpty());
     }
 
     void misbehavingExecutables_data()
@@ -240,15 +225,15 @@ private slots:
         clock.start();
         qint64 longestGap = 0;
         qint64 last = 0;
-        while (clock.elapsed() < 3000 && worker.collector.outputs.size() < outputs)
+        while (clock.elapsed() < 3000 && worker.outputs.size() < outputs)
         {
             QTest::qWait(5);
             longestGap = qMax(longestGap, clock.elapsed() - last);
             last = clock.elapsed();
         }
-        QCOMPARE(worker.collector.outputs.size(), outputs);
+        QCOMPARE(worker.outputs.size(), outputs);
         QVERIFY2(longestGap < 500, qPrintable(QString::number(longestGap)));
-        for (const OutputCollector::Output& output : worker.collector.outputs)
+        for (const WorkerOnThread::Output& output : worker.outputs)
             QVERIFY(Findings(output.lines).isEmpty());
         // Even during a check that hangs, a shutdown is prompt.
         clock.restart();
@@ -265,7 +250,7 @@ private slots:
         worker.Check(QStringLiteral("x = 1\n"), QString());
         QTest::qWait(500);
         QVERIFY(!QFile::exists(scripts.filePath(QStringLiteral("ran"))));
-        QVERIFY(worker.collector.outputs.isEmpty());
+        QVERIFY(worker.outputs.isEmpty());
     }
 
     void checksRunBelowTheInterfacesPriority()
@@ -300,7 +285,7 @@ private slots:
         QTest::qWait(500);
         QCOMPARE(CountMessages(QStringLiteral("Failed to write to worker file")), 1);
         QVERIFY(!QFile::exists(scripts.filePath(QStringLiteral("ran2"))));
-        QVERIFY(worker.collector.outputs.isEmpty());
+        QVERIFY(worker.outputs.isEmpty());
     }
 };
 

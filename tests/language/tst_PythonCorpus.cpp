@@ -8,10 +8,6 @@
 #include "TestFiles.h"
 #include "bench/PythonCorpusDump.h"
 
-#include <QtCore/QJsonArray>
-#include <QtCore/QJsonDocument>
-#include <QtCore/QJsonObject>
-#include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
 #include <memory>

@@ -1,5 +1,3 @@
-#include <QtCore/QDir>
-#include <QtCore/QTemporaryDir>
 #include <QtGui/QImage>
 #include <QtGui/QPixmap>
 #include <QtTest/QtTest>

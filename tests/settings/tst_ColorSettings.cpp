@@ -2,9 +2,6 @@
 #include "TestFiles.h"
 #include "settings/ColorSettings.h"
 
-#include <QtCore/QDir>
-#include <QtCore/QFile>
-#include <QtCore/QSettings>
 #include <QtTest/QtTest>
 #include <QtWidgets/QPlainTextEdit>
 
@@ -35,9 +32,10 @@ private:
 
     static QStringList FactorySelectionNames()
     {
-        return {QStringLiteral("Errors (Python)"),   QStringLiteral("Errors (MEL)"),
-                QStringLiteral("Warnings (Python)"), QStringLiteral("Warnings (MEL)"),
-                QStringLiteral("Results (Python)"),  QStringLiteral("Results (MEL)")};
+        return QStringLiteral(
+                   "Errors (Python)|Errors (MEL)|Warnings (Python)|Warnings (MEL)|Results (Python)|"
+                   "Results (MEL)")
+            .split(QLatin1Char('|'));
     }
 
     std::unique_ptr<HostFixture> fixture;

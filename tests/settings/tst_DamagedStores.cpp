@@ -6,7 +6,6 @@
 #include "settings/KeyBindings.h"
 #include "settings/Settings.h"
 
-#include <QtCore/QDir>
 #include <QtGui/QAction>
 #include <QtTest/QtTest>
 #include <QtWidgets/QWidget>

@@ -2,9 +2,6 @@
 #include "TestFiles.h"
 #include "settings/KeyBindings.h"
 
-#include <QtCore/QDir>
-#include <QtCore/QFile>
-#include <QtCore/QSettings>
 #include <QtGui/QAction>
 #include <QtTest/QtTest>
 #include <QtWidgets/QWidget>
@@ -43,14 +40,11 @@ private:
     {
         QList<KeySequence> rows;
         for (const KeySequence* row : bindings.GetKeySequences())
-            rows.append(*row);
-        for (KeySequence& row : rows)
         {
+            rows.append(*row);
             for (const auto& change : changes)
-            {
-                if (row.type == change.first)
-                    row.userSequences = change.second;
-            }
+                rows.last().userSequences =
+                    row->type == change.first ? change.second : rows.last().userSequences;
         }
         return rows;
     }

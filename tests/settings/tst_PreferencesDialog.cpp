@@ -13,8 +13,6 @@
 #include "shell/BrindletEditor.h"
 #include "widgets/ColorLabel.h"
 
-#include <QtCore/QProcess>
-#include <QtCore/QSettings>
 #include <QtTest/QtTest>
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QColorDialog>
@@ -32,23 +30,17 @@ namespace
 {
 const QString PYLINT = QStringLiteral("/usr/bin/pylint");
 
-QByteArray ReadBytes(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 QListWidgetItem* FindItem(QListWidget* list, const QString& text)
 {
     const QList<QListWidgetItem*> items = list->findItems(text, Qt::MatchExactly);
     return items.isEmpty() ? nullptr : items.first();
 }
-// A row the user may rebind that carries a shortcut, other than the one given.
-KeySequence* BindableRow(KeyBindings* bindings, KeySequenceType other)
+// A row, reserved or one the user may rebind, that carries a shortcut, other than the one given.
+KeySequence* RowWithShortcut(KeyBindings* bindings, bool reserved, KeySequenceType other)
 {
     for (KeySequence* row : bindings->GetKeySequences())
     {
-        if (!row->reserved && row->type != other && !row->userSequences.isEmpty())
+        if (row->reserved == reserved && row->type != other && !row->userSequences.isEmpty())
             return row;
     }
     return nullptr;
@@ -81,7 +73,7 @@ private slots:
         QCOMPARE(dialog->windowTitle(), QStringLiteral("Preferences"));
         QCOMPARE(dialog->minimumSize(), QSize(620, 480));
         QCOMPARE(dialog->GetCurrentPage(), static_cast<int>(PYLINT_PAGE));
-        auto* pages = Child<QListWidget>(QStringLiteral("menuListWdg"));
+        auto* pages = Child<QListWidget>("menuListWdg");
         const QStringList labels{
             "General", "Keyboard", "Tabs and Spacing", "Fonts and Colors", "Code Editor", "Output", "MEL",
             "Python",  "Pylint"};
@@ -94,7 +86,7 @@ private slots:
         {
             dialog->SetCurrentPage(static_cast<PreferencePage>(row));
             QCoreApplication::processEvents();
-            auto* stack = Child<QWidget>(QStringLiteral("pageStack"));
+            auto* stack = Child<QWidget>("pageStack");
             QVERIFY2(stack->width() <= dialog->width(), qPrintable(labels.at(row)));
         }
         pages->setCurrentRow(-1);
@@ -149,13 +141,10 @@ private slots:
         auto* check = Child<QCheckBox>(box);
         QVERIFY(check);
         const bool before = check->isChecked();
-        QSettings initial(Settings::GetUserConfigPath(), QSettings::IniFormat);
-        const QString iniKey = QStringLiteral("preferences/%1").arg(key);
-        QCOMPARE(initial.value(iniKey, before).toBool(), before);
+        QCOMPARE(Stored(key, before).toBool(), before);
         check->setChecked(!before);
         Apply();
-        QSettings written(Settings::GetUserConfigPath(), QSettings::IniFormat);
-        QCOMPARE(written.value(iniKey).toBool(), !before);
+        QCOMPARE(Stored(key).toBool(), !before);
         QCOMPARE(workspace.count(), key == QLatin1String("pythonHideCompiledFiles") ? 1 : 0);
         // The dialog shows the stored value when it opens again.
         Dialog(GENERAL_PAGE);
@@ -165,24 +154,24 @@ private slots:
     void cancelChangesNothing()
     {
         editor->SaveState();
-        const QByteArray settingsBefore = ReadBytes(Settings::GetUserConfigPath());
-        const QByteArray colorsBefore = ReadBytes(ColorSettings::GetUserConfigPath());
+        const QByteArray settingsBefore = TestFiles::Read(Settings::GetUserConfigPath());
+        const QByteArray colorsBefore = TestFiles::Read(ColorSettings::GetUserConfigPath());
         const bool saveOnExecute = Settings::saveAllOnExecute;
         const int bufferSize = Settings::outputBufferSize;
         const QFont font = Settings::codeEditorFont;
         Dialog(GENERAL_PAGE);
-        Child<QCheckBox>(QStringLiteral("saveOnExecuteChk"))->setChecked(!saveOnExecute);
-        Child<QSpinBox>(QStringLiteral("outputBufferSizeSB"))->setValue(bufferSize + 100);
-        Child<QComboBox>(QStringLiteral("fontSizeCombo"))->setCurrentIndex(10);
-        Child<QPushButton>(QStringLiteral("cancelBtn"))->click();
+        Child<QCheckBox>("saveOnExecuteChk")->setChecked(!saveOnExecute);
+        Child<QSpinBox>("outputBufferSizeSB")->setValue(bufferSize + 100);
+        Child<QComboBox>("fontSizeCombo")->setCurrentIndex(10);
+        Child<QPushButton>("cancelBtn")->click();
         QCOMPARE(Settings::saveAllOnExecute, saveOnExecute);
         QCOMPARE(Settings::outputBufferSize, bufferSize);
         QCOMPARE(Settings::codeEditorFont, font);
-        QCOMPARE(ReadBytes(Settings::GetUserConfigPath()), settingsBefore);
-        QCOMPARE(ReadBytes(ColorSettings::GetUserConfigPath()), colorsBefore);
+        QCOMPARE(TestFiles::Read(Settings::GetUserConfigPath()), settingsBefore);
+        QCOMPARE(TestFiles::Read(ColorSettings::GetUserConfigPath()), colorsBefore);
         // Opening again shows the stores, not the abandoned edits.
         Dialog(GENERAL_PAGE);
-        QCOMPARE(Child<QCheckBox>(QStringLiteral("saveOnExecuteChk"))->isChecked(), saveOnExecute);
+        QCOMPARE(Child<QCheckBox>("saveOnExecuteChk")->isChecked(), saveOnExecute);
     }
 
     void numericFieldsStayInTheirLimits_data()
@@ -190,14 +179,14 @@ private slots:
         QTest::addColumn<QString>("field");
         QTest::addColumn<int>("entered");
         QTest::addColumn<int>("kept");
-        QTest::newRow("buffer below") << "outputBufferSizeSB" << 99 << 100;
-        QTest::newRow("buffer minimum") << "outputBufferSizeSB" << 100 << 100;
-        QTest::newRow("buffer maximum") << "outputBufferSizeSB" << 99999 << 99999;
-        QTest::newRow("buffer above") << "outputBufferSizeSB" << 100000 << 99999;
-        QTest::newRow("tab size below") << "tabSizeSpinBox" << 0 << 1;
-        QTest::newRow("tab size minimum") << "tabSizeSpinBox" << 1 << 1;
-        QTest::newRow("tab size maximum") << "tabSizeSpinBox" << 32 << 32;
-        QTest::newRow("tab size above") << "tabSizeSpinBox" << 33 << 32;
+        for (const auto& [field, low, high] :
+             {std::tuple{"outputBufferSizeSB", 100, 99999}, {"tabSizeSpinBox", 1, 32}})
+        {
+            QTest::addRow("%s below", field) << field << low - 1 << low;
+            QTest::addRow("%s minimum", field) << field << low << low;
+            QTest::addRow("%s maximum", field) << field << high << high;
+            QTest::addRow("%s above", field) << field << high + 1 << high;
+        }
     }
 
     void numericFieldsStayInTheirLimits()
@@ -224,10 +213,10 @@ private slots:
     void tabsPerLanguage()
     {
         Dialog(TABS_PAGE);
-        auto* language = Child<QComboBox>(QStringLiteral("languageCombo"));
-        auto* useDefault = Child<QCheckBox>(QStringLiteral("useDefaultTabsChk"));
-        auto* tabGroup = Child<QGroupBox>(QStringLiteral("tabGrp"));
-        auto* indentGroup = Child<QGroupBox>(QStringLiteral("indentingGrp"));
+        auto* language = Child<QComboBox>("languageCombo");
+        auto* useDefault = Child<QCheckBox>("useDefaultTabsChk");
+        auto* tabGroup = Child<QGroupBox>("tabGrp");
+        auto* indentGroup = Child<QGroupBox>("indentingGrp");
         QCOMPARE(language->currentIndex(), 0);
         QVERIFY(useDefault->isHidden());
         language->setCurrentIndex(1); // MEL
@@ -236,16 +225,15 @@ private slots:
         QVERIFY(tabGroup->isHidden() && indentGroup->isHidden());
         useDefault->setChecked(false);
         QVERIFY(!tabGroup->isHidden() && !indentGroup->isHidden());
-        Child<QSpinBox>(QStringLiteral("tabSizeSpinBox"))->setValue(7);
-        Child<QCheckBox>(QStringLiteral("replaceTabsChk"))->setChecked(false);
+        Child<QSpinBox>("tabSizeSpinBox")->setValue(7);
+        Child<QCheckBox>("replaceTabsChk")->setChecked(false);
         language->setCurrentIndex(2); // Python keeps its own values
-        QCOMPARE(Child<QSpinBox>(QStringLiteral("tabSizeSpinBox"))->value(), Settings::tabsSizePython);
+        QCOMPARE(Child<QSpinBox>("tabSizeSpinBox")->value(), Settings::tabsSizePython);
         Apply();
         QCOMPARE(Settings::tabsSizeMel, 7);
         QCOMPARE(Settings::tabsUseDefaultsMel, false);
         QCOMPARE(Settings::tabsInsertSpacesMel, false);
-        QSettings written(Settings::GetUserConfigPath(), QSettings::IniFormat);
-        QCOMPARE(written.value(QStringLiteral("preferences/tabsSizeMel")).toInt(), 7);
+        QCOMPARE(Stored("tabsSizeMel").toInt(), 7);
     }
 
     void fontSizeReachesEditorsAndOutput()
@@ -255,8 +243,8 @@ private slots:
         QVERIFY(codeEditor);
         OutputTextEdit* output = editor->GetPanelGroup()->GetOutputTextEdit();
         Dialog(FONTS_AND_COLORS_PAGE);
-        auto* target = Child<QComboBox>(QStringLiteral("showSettingsForCombo"));
-        auto* size = Child<QComboBox>(QStringLiteral("fontSizeCombo"));
+        auto* target = Child<QComboBox>("showSettingsForCombo");
+        auto* size = Child<QComboBox>("fontSizeCombo");
         // The list runs from the smallest size to the largest, both ends offered.
         target->setCurrentIndex(0);
         size->setCurrentIndex(size->count() - 1);
@@ -274,8 +262,8 @@ private slots:
         Settings::codeEditorZoom = 3;
         Settings::outputZoom = 2;
         Dialog(FONTS_AND_COLORS_PAGE);
-        Child<QComboBox>(QStringLiteral("showSettingsForCombo"))->setCurrentIndex(0);
-        auto* family = Child<QFontComboBox>(QStringLiteral("fontCombo"));
+        Child<QComboBox>("showSettingsForCombo")->setCurrentIndex(0);
+        auto* family = Child<QFontComboBox>("fontCombo");
         const QString current = family->currentFont().family();
         for (int i = 0; i < family->count(); ++i)
         {
@@ -297,8 +285,8 @@ private slots:
         CodeEditor* codeEditor = editor->GetActiveCodeEditor();
         QTextCharFormat* keywords = ColorSettings::GetCodeEditorFormatPtr(ColorSettings::MEL_KEYWORDS);
         Dialog(FONTS_AND_COLORS_PAGE);
-        Child<QComboBox>(QStringLiteral("showSettingsForCombo"))->setCurrentIndex(0);
-        auto* items = Child<QListWidget>(QStringLiteral("highlightItemList"));
+        Child<QComboBox>("showSettingsForCombo")->setCurrentIndex(0);
+        auto* items = Child<QListWidget>("highlightItemList");
         const HighlightProperties plain =
             ColorSettings::GetCodeEditorHighlightProperties(ColorSettings::PLAIN_TEXT);
         const HighlightProperties keyword =
@@ -318,18 +306,19 @@ private slots:
                 });
         answer.start(20);
         items->setCurrentItem(FindItem(items, plain.label));
-        QTest::mouseClick(Child<ColorLabel>(QStringLiteral("backgroundColorLabel")), Qt::LeftButton);
+        QTest::mouseClick(Child<ColorLabel>("backgroundColorLabel"), Qt::LeftButton);
         items->setCurrentItem(FindItem(items, keyword.label));
-        QTest::mouseClick(Child<ColorLabel>(QStringLiteral("foregroundColorLabel")), Qt::LeftButton);
-        QVERIFY(Child<QCheckBox>(QStringLiteral("boldChk"))->isEnabled() == keyword.fontStylesEnabled);
-        QVERIFY(Child<QLabel>(QStringLiteral("sampleLabel"))->text().contains(QStringLiteral("#0cc822")));
+        QTest::mouseClick(Child<ColorLabel>("foregroundColorLabel"), Qt::LeftButton);
+        QVERIFY(Child<QCheckBox>("boldChk")->isEnabled() == keyword.fontStylesEnabled);
+        QVERIFY(Child<QLabel>("sampleLabel")->text().contains(QStringLiteral("#0cc822")));
         answer.stop();
         Apply();
         // The same format object, now with the new colour: views that hold it need no rebuild.
         QCOMPARE(ColorSettings::GetCodeEditorFormatPtr(ColorSettings::MEL_KEYWORDS), keywords);
         QCOMPARE(keywords->foreground().color(), chosen);
         QCOMPARE(codeEditor->viewport()->palette().color(QPalette::Base), chosen);
-        QVERIFY(ReadBytes(ColorSettings::GetUserConfigPath()).contains(QByteArray::number(chosen.rgb())));
+        QVERIFY(
+            TestFiles::Read(ColorSettings::GetUserConfigPath()).contains(QByteArray::number(chosen.rgb())));
     }
 
     void keyBindingReachesItsAction()
@@ -338,14 +327,13 @@ private slots:
         KeySequence* row = bindings->GetKeySequence(KeySequenceType::ClearOutput);
         QVERIFY(row && row->action);
         Dialog(KEYBOARD_PAGE);
-        auto* commands = Child<QListWidget>(QStringLiteral("keyboardCommandListWdg"));
-        commands->setCurrentItem(FindItem(commands, row->label));
-        auto* press = Child<KeySequenceLineEdit>(QStringLiteral("pressShortcutKeysLE"));
+        SelectCommand(row->label);
+        auto* press = Child<KeySequenceLineEdit>("pressShortcutKeysLE");
         QTest::keyClick(press, Qt::Key_Control); // modifiers alone show nothing
         QCOMPARE(press->text(), QString());
         QTest::keyClick(press, Qt::Key_K, Qt::ControlModifier | Qt::AltModifier);
         QCOMPARE(press->text(), QStringLiteral("Ctrl+Alt+K"));
-        Child<QPushButton>(QStringLiteral("assignShortcutBtn"))->click();
+        Child<QPushButton>("assignShortcutBtn")->click();
         Apply();
         QVERIFY(row->action->shortcuts().contains(QKeySequence(QStringLiteral("Ctrl+Alt+K"))));
         QSettings written(KeyBindings::GetUserKeyBindingsPath(), QSettings::IniFormat);
@@ -354,10 +342,10 @@ private slots:
                     .contains(QStringLiteral("Ctrl+Alt+K")));
         // Remove takes it off again.
         Dialog(KEYBOARD_PAGE);
-        commands->setCurrentItem(FindItem(commands, row->label));
-        auto* assigned = Child<QComboBox>(QStringLiteral("assignedShortcutCmb"));
+        SelectCommand(row->label);
+        auto* assigned = Child<QComboBox>("assignedShortcutCmb");
         assigned->setCurrentIndex(assigned->findText(QStringLiteral("Ctrl+Alt+K")));
-        Child<QPushButton>(QStringLiteral("removeShortcutBtn"))->click();
+        Child<QPushButton>("removeShortcutBtn")->click();
         Apply();
         QVERIFY(!row->action->shortcuts().contains(QKeySequence(QStringLiteral("Ctrl+Alt+K"))));
     }
@@ -366,17 +354,14 @@ private slots:
     {
         KeyBindings* bindings = editor->GetKeyBindings();
         KeySequence* clear = bindings->GetKeySequence(KeySequenceType::ClearOutput);
-        KeySequence* save = BindableRow(bindings, KeySequenceType::ClearOutput);
+        KeySequence* save = RowWithShortcut(bindings, false, KeySequenceType::ClearOutput);
         QVERIFY(save && clear && !save->userSequences.isEmpty());
         const QString taken = save->userSequences.first().toString(QKeySequence::PortableText);
         Dialog(KEYBOARD_PAGE);
-        auto* commands = Child<QListWidget>(QStringLiteral("keyboardCommandListWdg"));
-        commands->setCurrentItem(FindItem(commands, clear->label));
-        auto* press = Child<KeySequenceLineEdit>(QStringLiteral("pressShortcutKeysLE"));
-        press->setText(taken);
-        emit press->textEdited(taken);
-        QCOMPARE(Child<QLineEdit>(QStringLiteral("shortcutCurrentlyUsedByLE"))->text(), save->label);
-        Child<QPushButton>(QStringLiteral("assignShortcutBtn"))->click();
+        SelectCommand(clear->label);
+        PressShortcut(taken);
+        QCOMPARE(Child<QLineEdit>("shortcutCurrentlyUsedByLE")->text(), save->label);
+        Child<QPushButton>("assignShortcutBtn")->click();
         Apply();
         QVERIFY(clear->userSequences.contains(QKeySequence(taken)));
         QVERIFY(!save->userSequences.contains(QKeySequence(taken)));
@@ -384,28 +369,19 @@ private slots:
 
     void reservedShortcutShownAsPermanent()
     {
-        KeySequence* reserved = nullptr;
-        for (KeySequence* row : editor->GetKeyBindings()->GetKeySequences())
-        {
-            if (row->reserved && !row->userSequences.isEmpty())
-                reserved = row;
-        }
+        KeySequence* reserved = RowWithShortcut(editor->GetKeyBindings(), true, KeySequenceType::NoBinding);
         if (!reserved)
             QSKIP("no reserved row carries a shortcut");
         Dialog(KEYBOARD_PAGE);
-        auto* commands = Child<QListWidget>(QStringLiteral("keyboardCommandListWdg"));
-        QVERIFY(!FindItem(commands, reserved->label));
-        auto* press = Child<KeySequenceLineEdit>(QStringLiteral("pressShortcutKeysLE"));
-        const QString text = reserved->userSequences.first().toString(QKeySequence::PortableText);
-        press->setText(text);
-        emit press->textEdited(text);
-        QCOMPARE(Child<QLineEdit>(QStringLiteral("shortcutCurrentlyUsedByLE"))->text(),
+        QVERIFY(!FindItem(Child<QListWidget>("keyboardCommandListWdg"), reserved->label));
+        PressShortcut(reserved->userSequences.first().toString(QKeySequence::PortableText));
+        QCOMPARE(Child<QLineEdit>("shortcutCurrentlyUsedByLE")->text(),
                  reserved->label + QStringLiteral(" (Permanent)"));
     }
 
     void restoreDefaultKeyBindingsAsks()
     {
-        KeySequence* row = BindableRow(editor->GetKeyBindings(), KeySequenceType::NoBinding);
+        KeySequence* row = RowWithShortcut(editor->GetKeyBindings(), false, KeySequenceType::NoBinding);
         QVERIFY(row);
         const QList<QKeySequence> defaults = row->defaultSequences;
         row->userSequences.clear();
@@ -413,7 +389,7 @@ private slots:
         Dialog(KEYBOARD_PAGE);
         {
             DialogAnswer no(QMessageBox::No);
-            Child<QPushButton>(QStringLiteral("restoreDefaultShortcutsBtn"))->click();
+            Child<QPushButton>("restoreDefaultShortcutsBtn")->click();
             QCOMPARE(no.texts, QStringList{QStringLiteral(
                                    "Keyboard mappings will reset to their default values. Continue?")});
         }
@@ -421,7 +397,7 @@ private slots:
         QVERIFY(row->userSequences.isEmpty());
         {
             DialogAnswer yes(QMessageBox::Yes);
-            Child<QPushButton>(QStringLiteral("restoreDefaultShortcutsBtn"))->click();
+            Child<QPushButton>("restoreDefaultShortcutsBtn")->click();
             QCOMPARE(yes.texts.size(), 1);
         }
         Apply();
@@ -431,7 +407,7 @@ private slots:
     void additionalPythonPathsLoseTrailingSeparator()
     {
         Dialog(PYLINT_PAGE);
-        auto* paths = Child<QLineEdit>(QStringLiteral("pylintAdditionalPythonPathsLE"));
+        auto* paths = Child<QLineEdit>("pylintAdditionalPythonPathsLE");
         paths->setText(QStringLiteral("/a/b:/c::"));
         Apply();
         QCOMPARE(Settings::pylintAdditionalPythonPaths, QStringLiteral("/a/b:/c"));
@@ -456,14 +432,14 @@ private slots:
         QFETCH(QString, executable);
         QFETCH(QString, told);
         Dialog(PYLINT_PAGE);
-        Child<QLineEdit>(QStringLiteral("pylintExecutablePathLE"))->setText(executable);
+        Child<QLineEdit>("pylintExecutablePathLE")->setText(executable);
         const QString target = Settings::GetUserConfigDirectory() + QStringLiteral("/pylintrc");
         DialogAnswer ok(QMessageBox::Ok);
-        Child<QPushButton>(QStringLiteral("pylintConfigGenerateBtn"))->click();
+        Child<QPushButton>("pylintConfigGenerateBtn")->click();
         QCOMPARE(ok.texts, QStringList{told});
         QCOMPARE(ok.titles, QStringList{QStringLiteral("Pylint")});
         QVERIFY(!QFile::exists(target));
-        QVERIFY(Child<QLineEdit>(QStringLiteral("pylintConfigPathLE"))->text().isEmpty());
+        QVERIFY(Child<QLineEdit>("pylintConfigPathLE")->text().isEmpty());
     }
 
     void generatedPylintrcIsAcceptedByPylint()
@@ -471,12 +447,12 @@ private slots:
         if (!QFile::exists(PYLINT))
             QSKIP("Pylint is not installed (scripts/setup.sh installs it)");
         Dialog(PYLINT_PAGE);
-        Child<QLineEdit>(QStringLiteral("pylintExecutablePathLE"))->setText(PYLINT);
+        Child<QLineEdit>("pylintExecutablePathLE")->setText(PYLINT);
         const QString target = Settings::GetUserConfigDirectory() + QStringLiteral("/pylintrc");
-        Child<QPushButton>(QStringLiteral("pylintConfigGenerateBtn"))->click();
+        Child<QPushButton>("pylintConfigGenerateBtn")->click();
         QTRY_VERIFY(QFile::exists(target));
-        QCOMPARE(Child<QLineEdit>(QStringLiteral("pylintConfigPathLE"))->text(), target);
-        QVERIFY(ReadBytes(target).contains("[MAIN]") || ReadBytes(target).contains("[MASTER]"));
+        QCOMPARE(Child<QLineEdit>("pylintConfigPathLE")->text(), target);
+        QVERIFY(TestFiles::Read(target).contains("[MAIN]") || TestFiles::Read(target).contains("[MASTER]"));
 
         // Pylint runs with it: exit status 32 would be a usage or configuration error.
         QTemporaryDir folder;
@@ -493,7 +469,7 @@ private slots:
         QFile::resize(target, 3);
         {
             DialogAnswer no(QMessageBox::No);
-            Child<QPushButton>(QStringLiteral("pylintConfigGenerateBtn"))->click();
+            Child<QPushButton>("pylintConfigGenerateBtn")->click();
             QCOMPARE(no.texts, QStringList{QStringLiteral("Overwrite existing pylintrc file?")});
         }
         QCOMPARE(QFileInfo(target).size(), 3);
@@ -515,7 +491,28 @@ private:
         return child;
     }
 
-    void Apply() { Child<QPushButton>(QStringLiteral("applyBtn"))->click(); }
+    void Apply() { Child<QPushButton>("applyBtn")->click(); }
+
+    void SelectCommand(const QString& label)
+    {
+        auto* commands = Child<QListWidget>("keyboardCommandListWdg");
+        commands->setCurrentItem(FindItem(commands, label));
+    }
+
+    // As typed into the shortcut field: the text, then the signal of an edit.
+    void PressShortcut(const QString& text)
+    {
+        auto* press = Child<KeySequenceLineEdit>("pressShortcutKeysLE");
+        press->setText(text);
+        emit press->textEdited(text);
+    }
+
+    // A preference as written in the file.
+    static QVariant Stored(const QString& key, const QVariant& fallback = QVariant())
+    {
+        const QSettings file(Settings::GetUserConfigPath(), QSettings::IniFormat);
+        return file.value(QStringLiteral("preferences/") + key, fallback);
+    }
 
     std::unique_ptr<HostFixture> host;
     BrindletEditor* editor = nullptr;

@@ -2,9 +2,6 @@
 #include "TestFiles.h"
 #include "settings/Settings.h"
 
-#include <QtCore/QDir>
-#include <QtCore/QFile>
-#include <QtCore/QSettings>
 #include <QtTest/QtTest>
 
 #include <functional>
