@@ -224,13 +224,6 @@ private slots:
         QVERIFY(rows.size() >= 2 && rows.size() < broad);
         QCOMPARE(SelectedText(), rows.first());
 
-        // Below the word being typed, on screen.
-        const QRect lineRect = editor->cursorRect();
-        const QPoint lineBottom = editor->viewport()->mapToGlobal(lineRect.bottomLeft());
-        QVERIFY(Completer()->geometry().top() > lineBottom.y());
-        const int left = Completer()->geometry().left();
-        QVERIFY(left >= editor->viewport()->mapToGlobal(QPoint(0, 0)).x() && left <= lineBottom.x() + 20);
-
         Press(Qt::Key_Up);
         QCOMPARE(Completer()->SelectedRow(), 0);
         Press(Qt::Key_Down);

@@ -113,9 +113,10 @@ private slots:
         QVERIFY(host->LoadPlugin());
     }
 
+    void init() { Settings::pylintEnabled = true; }
+
     void cleanup()
     {
-        Settings::pylintEnabled = false;
         Settings::pylintUseMinimalCheckers = false;
         Settings::pylintConfigPath.clear();
         Settings::pylintShowErrors = false;
@@ -144,7 +145,6 @@ private slots:
         QFETCH(QStringList, expected);
         QFETCH(QString, rc);
         QFETCH(QStringList, absent);
-        Settings::pylintEnabled = true;
         Settings::pylintPath = PYLINT;
         Settings::pylintUseMinimalCheckers = minimal;
         if (!rc.isEmpty())
@@ -169,7 +169,6 @@ private slots:
     void newerCheckReplacesRunningOne()
     {
         // A slow checker that reports the text it was given: only the newest text may come back.
-        Settings::pylintEnabled = true;
         Settings::pylintPath =
             WriteScript(QStringLiteral("slow.sh"),
                         QStringLiteral("sleep 1\n"
@@ -188,7 +187,6 @@ private slots:
 
     void missingExecutableIsReportedOnEachAttempt()
     {
-        Settings::pylintEnabled = true;
         Settings::pylintPath = scripts.filePath(QStringLiteral("no-such-pylint"));
         WorkerOnThread worker;
         const QString message = QStringLiteral("Pylint executable not found: %1").arg(Settings::pylintPath);
@@ -215,7 +213,6 @@ private slots:
     {
         QFETCH(QString, body);
         QFETCH(int, outputs);
-        Settings::pylintEnabled = true;
         Settings::pylintPath =
             WriteScript(QStringLiteral("%1.sh").arg(QTest::currentDataTag()).replace(' ', '_'), body);
         WorkerOnThread worker;
@@ -255,7 +252,6 @@ private slots:
 
     void checksRunBelowTheInterfacesPriority()
     {
-        Settings::pylintEnabled = true;
         const QString reported = scripts.filePath(QStringLiteral("niceness"));
         // Field 19 of the process's stat line is its niceness.
         Settings::pylintPath = WriteScript(
@@ -270,7 +266,6 @@ private slots:
     // Last: an unwritable worker file stops checks for the rest of the process.
     void unwritableWorkerFileStopsChecks()
     {
-        Settings::pylintEnabled = true;
         Settings::pylintPath = WriteScript(QStringLiteral("marker2.sh"),
                                            QStringLiteral("touch '%1'").arg(scripts.filePath("ran2")));
         WorkerOnThread worker;

@@ -8,7 +8,6 @@
 
 #include <QtGui/QAction>
 #include <QtTest/QtTest>
-#include <QtWidgets/QPlainTextEdit>
 #include <QtWidgets/QWidget>
 
 #include <functional>
@@ -476,15 +475,6 @@ private slots:
             const bool fullWidth = keys.at(i) == ColorSettings::CURRENT_LINE ||
                                    keys.at(i) == ColorSettings::FIND_REPLACE_SELECTION;
             QCOMPARE(row.format.boolProperty(QTextFormat::FullWidthSelection), fullWidth);
-        }
-        // The selection colours are a fresh editor's.
-        const QPalette palette = QPlainTextEdit().palette();
-        for (const QTextCharFormat& format :
-             {ColorSettings::GetCodeEditorFormat(ColorSettings::SELECTED_TEXT),
-              ColorSettings::GetOutputFormat(ColorSettings::SELECTED_TEXT)})
-        {
-            QCOMPARE(format.foreground().color(), palette.color(QPalette::HighlightedText));
-            QCOMPARE(format.background().color(), palette.color(QPalette::Highlight));
         }
         // Five listed output rows and a sixth, unlisted, that only sets the full width.
         QCOMPARE(ColorSettings::outputHighlightOrderedKeys.size(), 5);
