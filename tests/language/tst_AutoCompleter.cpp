@@ -114,12 +114,10 @@ private slots:
 
     void init()
     {
-        Settings::melCompleteOnLetters = true;
-        Settings::pythonCompleteOnLetters = true;
-        Settings::pythonCompleteOnDot = true;
+        Settings::melCompleteOnLetters = Settings::pythonCompleteOnLetters = Settings::pythonCompleteOnDot =
+            true;
         Settings::pythonIncludeKeywords = true;
-        Settings::pythonIncludeBuiltins = false;
-        Settings::pythonNativeMayaAutoCompleteFallback = false;
+        Settings::pythonIncludeBuiltins = Settings::pythonNativeMayaAutoCompleteFallback = false;
     }
 
     void cleanup()

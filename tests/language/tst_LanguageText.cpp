@@ -169,14 +169,6 @@ QStringList Describe(const QList<ParserItem>& items)
     return result;
 }
 
-QStringList Describe(const QList<ParserMessage>& messages)
-{
-    QStringList result;
-    for (const ParserMessage& message : messages)
-        result.append(QStringLiteral("%1 %2-%3").arg(message.text).arg(message.start).arg(message.end));
-    return result;
-}
-
 const char* const SAMPLE[] = {"argparse.py", "ast.py",      "configparser.py", "csv.py",
                               "difflib.py",  "inspect.py",  "pydoc.py",        "shlex.py",
                               "string.py",   "textwrap.py", "tokenize.py",     "_pydecimal.py"};
@@ -253,8 +245,9 @@ private:
                                              {"warning", parser.GetWarnings()},
                                              {"info", parser.GetInfos()}})
         {
-            for (const QString& message : Describe(messages))
-                found.append(QLatin1String(kind) + QLatin1Char(' ') + message);
+            for (const ParserMessage& m : messages)
+                found.append(
+                    QStringLiteral("%1 %2 %3-%4").arg(QLatin1String(kind), m.text).arg(m.start).arg(m.end));
         }
         QCOMPARE(found, outcome);
         QCOMPARE(parser.GetFilePath(), path);
@@ -272,6 +265,8 @@ private slots:
         Settings::pythonInsertClosingParentheses = Settings::pythonInsertClosingQuotes = false;
         Settings::melCompleteOnLetters = Settings::pythonCompleteOnLetters = false;
         Settings::pythonCompleteOnDot = false;
+        // The error bar's measuring of every block is not what these tests are about.
+        Settings::melDisplayErrors = Settings::pythonDisplayErrors = false;
         for (int i = 0; i < FormatKeys().size(); ++i)
         {
             QTextCharFormat format = ColorSettings::GetCodeEditorFormat(FormatKeys().at(i));
@@ -354,9 +349,6 @@ private slots:
     {
         QFETCH(QString, language);
         QFETCH(QString, keys);
-        // The error bar's measuring of every block is not what this is about.
-        const bool melErrors = std::exchange(Settings::melDisplayErrors, false);
-        const bool pythonErrors = std::exchange(Settings::pythonDisplayErrors, false);
         NewEditor(language);
         // No block comment or triple quote closes below, so the one opened reaches the end.
         editor->SetText(language == QLatin1String("mel")
@@ -406,8 +398,6 @@ private slots:
         const QStringList bounded = record();
         editor->document()->findChild<Highlighter*>()->rehighlight();
         QCOMPARE(bounded, record());
-        Settings::melDisplayErrors = melErrors;
-        Settings::pythonDisplayErrors = pythonErrors;
     }
 
     // Each row's name starts with the buffer's language: mel, py or text.
@@ -557,10 +547,7 @@ private slots:
     void spanReachesLinesBelow()
     {
         NewEditor(QStringLiteral("mel"));
-        QStringList lines;
-        for (int i = 0; i < 200; ++i)
-            lines.append(QStringLiteral("ls -sl;"));
-        editor->SetText(lines.join(QLatin1Char('\n')));
+        editor->SetText(QStringLiteral("ls -sl;\n").repeated(199) + QStringLiteral("ls -sl;"));
         const QTextBlock last = Block(199);
         QCOMPARE(KeyOfFormat(FormatAt(last, 0)), ColorSettings::MEL_COMMANDS);
         editor->moveCursor(QTextCursor::Start);

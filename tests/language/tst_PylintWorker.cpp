@@ -14,11 +14,7 @@ namespace
 {
 const QString PYLINT = QStringLiteral("/usr/bin/pylint");
 
-const QString SOURCE_WITH_FAULTS = QStringLiteral("import os\n"
-                                                  "\n"
-                                                  "\n"
-                                                  "def run():\n"
-                                                  "    return undefined_name\n");
+const QString SOURCE_WITH_FAULTS = QStringLiteral("import os\n\n\ndef run():\n    return undefined_name\n");
 
 // A worker on its own thread, wired as an editor group wires it: its output is received on the
 // main thread.
@@ -84,13 +80,15 @@ class tst_PylintWorker : public QObject
     Q_OBJECT
 
 private:
-    QString WriteScript(const QString& name, const QString& body)
+    // A shell script in Pylint's place; none where it cannot be written.
+    void UseScript(const QString& name, const QString& body)
     {
         const QString path = scripts.filePath(name);
         const bool written = TestFiles::Write(path, ("#!/bin/sh\n" + body + "\n").toUtf8());
-        return written && QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner)
-                   ? path
-                   : QString();
+        Settings::pylintPath =
+            written && QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner)
+                ? path
+                : QString();
     }
 
     int CountMessages(const QString& fragment) const
@@ -169,11 +167,10 @@ private slots:
     void newerCheckReplacesRunningOne()
     {
         // A slow checker that reports the text it was given: only the newest text may come back.
-        Settings::pylintPath =
-            WriteScript(QStringLiteral("slow.sh"),
-                        QStringLiteral("sleep 1\n"
-                                       "for last; do :; done\n"
-                                       "printf '::W:$$:1:$$:0:$$:[W0001]:$$:%s::' \"$(cat \"$last\")\""));
+        UseScript("slow.sh",
+                  QStringLiteral("sleep 1\n"
+                                 "for last; do :; done\n"
+                                 "printf '::W:$$:1:$$:0:$$:[W0001]:$$:%s::' \"$(cat \"$last\")\""));
         WorkerOnThread worker;
         worker.Check(QStringLiteral("first"), QStringLiteral("a.py"));
         QTest::qWait(300);
@@ -213,8 +210,7 @@ private slots:
     {
         QFETCH(QString, body);
         QFETCH(int, outputs);
-        Settings::pylintPath =
-            WriteScript(QStringLiteral("%1.sh").arg(QTest::currentDataTag()).replace(' ', '_'), body);
+        UseScript(QStringLiteral("%1.sh").arg(QTest::currentDataTag()).replace(' ', '_'), body);
         WorkerOnThread worker;
         worker.Check(QStringLiteral("x = 1\n"), QString());
         // The main thread keeps handling events however the process behaves.
@@ -241,8 +237,7 @@ private slots:
     void disabledCheckerDoesNothing()
     {
         Settings::pylintEnabled = false;
-        Settings::pylintPath = WriteScript(QStringLiteral("marker.sh"),
-                                           QStringLiteral("touch '%1'").arg(scripts.filePath("ran")));
+        UseScript("marker.sh", QStringLiteral("touch '%1'").arg(scripts.filePath("ran")));
         WorkerOnThread worker;
         worker.Check(QStringLiteral("x = 1\n"), QString());
         QTest::qWait(500);
@@ -254,8 +249,8 @@ private slots:
     {
         const QString reported = scripts.filePath(QStringLiteral("niceness"));
         // Field 19 of the process's stat line is its niceness.
-        Settings::pylintPath = WriteScript(
-            QStringLiteral("niceness.sh"),
+        UseScript(
+            "niceness.sh",
             QStringLiteral("awk '{print $19}' /proc/$$/stat > '%1.part' && mv '%1.part' '%1'").arg(reported));
         WorkerOnThread worker;
         worker.Check(QStringLiteral("x = 1\n"), QString());
@@ -266,8 +261,7 @@ private slots:
     // Last: an unwritable worker file stops checks for the rest of the process.
     void unwritableWorkerFileStopsChecks()
     {
-        Settings::pylintPath = WriteScript(QStringLiteral("marker2.sh"),
-                                           QStringLiteral("touch '%1'").arg(scripts.filePath("ran2")));
+        UseScript("marker2.sh", QStringLiteral("touch '%1'").arg(scripts.filePath("ran2")));
         WorkerOnThread worker;
         // A folder in the file's place cannot be written, even by root.
         const QString tempFile = worker.worker->GetTempFilePath();

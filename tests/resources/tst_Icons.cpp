@@ -86,14 +86,8 @@ private slots:
     // A file the code does not know by name is dead weight or a misspelt icon.
     void noUnknownIcons()
     {
-        const QStringList known = IconNames();
-        const QStringList files = QDir(QStringLiteral(":/bq2_icons")).entryList(QDir::Files);
-        QCOMPARE(files.size(), known.size());
-        for (const QString& file : files)
-        {
-            QVERIFY2(file.endsWith(QLatin1String(".png")), qPrintable(file));
-            QVERIFY2(known.contains(file.chopped(4)), qPrintable(file));
-        }
+        // Every known name loads (iconLoads), so as many files as names leaves room for no other.
+        QCOMPARE(QDir(QStringLiteral(":/bq2_icons")).entryList(QDir::Files).size(), IconNames().size());
     }
 };
 
