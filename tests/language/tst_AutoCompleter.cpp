@@ -89,11 +89,7 @@ private:
         return completer && completer->isVisible() ? completer->VisibleRows() : QStringList();
     }
 
-    QString SelectedText() const
-    {
-        const AutoCompleter* completer = Completer();
-        return completer->VisibleRows().value(completer->SelectedRow());
-    }
+    QString SelectedText() const { return Completer()->VisibleRows().value(Completer()->SelectedRow()); }
 
     static void CompareRows(const QStringList& rows, const QStringList& contains, const QStringList& excludes)
     {
@@ -241,8 +237,7 @@ private slots:
         QCOMPARE(editor->GetText(), QStringLiteral("polyCube;"));
         QVERIFY(editor->hasFocus());
         QCOMPARE(quickHelp.size(), 1);
-        QCOMPARE(quickHelp.first().at(0).toString(), QStringLiteral("polyCube"));
-        QCOMPARE(quickHelp.first().at(1).toBool(), false);
+        QCOMPARE(quickHelp.first(), (QVariantList{QStringLiteral("polyCube"), false}));
 
         // Tab takes the selected row, not the first.
         Type(QStringLiteral(" poly"));
@@ -257,9 +252,9 @@ private slots:
         QTest::addColumn<int>("language");
         QTest::addColumn<QString>("buffer");
         QTest::addColumn<QString>("expected");
-        QTest::newRow("mel") << static_cast<int>(CodeEditorLanguage::MEL) << "polyCub|"
+        QTest::newRow("mel") << int(CodeEditorLanguage::MEL) << "polyCub|"
                              << "polyCube";
-        QTest::newRow("python") << static_cast<int>(CodeEditorLanguage::PYTHON)
+        QTest::newRow("python") << int(CodeEditorLanguage::PYTHON)
                                 << "import maya.cmds as cmds\ncmds.polyCub|"
                                 << "import maya.cmds as cmds\ncmds.polyCube";
     }
@@ -278,8 +273,7 @@ private slots:
         QCOMPARE(quickHelp.size(), 1);
 
         // With the letters switch off, Ctrl+Space does nothing.
-        Settings::melCompleteOnLetters = false;
-        Settings::pythonCompleteOnLetters = false;
+        Settings::melCompleteOnLetters = Settings::pythonCompleteOnLetters = false;
         Type(QStringLiteral("\b"));
         editor->SetText(buffer.remove(CURSOR));
         editor->SetCursorPosition(static_cast<int>(buffer.size()));
@@ -287,25 +281,18 @@ private slots:
         QCOMPARE(editor->GetText(), buffer);
     }
 
-    // The filter folds case; the row selected first is the first that matches the case typed.
-    void rowMatchingTheCaseIsSelected()
+    void popupSelectsClosesAndStays()
     {
         Show(CodeEditorLanguage::PYTHON, QStringLiteral("import os\n|"));
+        // The filter folds case; the row selected first is the first that matches the case typed.
         Type(QStringLiteral("os.Pat"));
         QVERIFY(Rows().size() >= 2 && Rows().first() != QStringLiteral("PathLike"));
         QCOMPARE(SelectedText(), QStringLiteral("PathLike"));
-    }
-
-    void popupClosesAndStays()
-    {
-        Show(CodeEditorLanguage::PYTHON, QStringLiteral("import os\n|"));
-        Type(QStringLiteral("os.pa"));
-        QVERIFY(editor->AutoCompleterVisible());
         // A prefix that matches nothing closes the popup.
         Type(QStringLiteral("qz"));
         QVERIFY(!editor->AutoCompleterVisible());
         // Backspace over a dot and the arrows close it too.
-        Type(QStringLiteral("\b\b\b\b\b"));
+        Type(QStringLiteral("\b\b\b\b\b\b"));
         Type(QStringLiteral("."));
         QVERIFY(editor->AutoCompleterVisible());
         Press(Qt::Key_Backspace);

@@ -152,23 +152,6 @@ private:
     std::function<void(const QRegion&)> onPaint;
 };
 
-// "mel", "python" ("py" will do) or anything else for text; a row's name may follow.
-CodeEditorLanguage Language(const QString& name)
-{
-    return name.startsWith(QLatin1String("mel"))  ? CodeEditorLanguage::MEL
-           : name.startsWith(QLatin1String("py")) ? CodeEditorLanguage::PYTHON
-                                                  : CodeEditorLanguage::TEXT;
-}
-// One item as "type name@position/level", so that a row states everything the outline reads.
-QStringList Describe(const QList<ParserItem>& items)
-{
-    QStringList result;
-    for (const ParserItem& item : items)
-        result.append(
-            QStringLiteral("%1 %2@%3/%4").arg(item.type).arg(item.name).arg(item.position).arg(item.level));
-    return result;
-}
-
 const char* const SAMPLE[] = {"argparse.py", "ast.py",      "configparser.py", "csv.py",
                               "difflib.py",  "inspect.py",  "pydoc.py",        "shlex.py",
                               "string.py",   "textwrap.py", "tokenize.py",     "_pydecimal.py"};
@@ -207,9 +190,13 @@ private:
     QString RecordsPath() const { return folder.filePath(QStringLiteral("records.json")); }
     QString SummaryPath() const { return folder.filePath(QStringLiteral("summary.json")); }
 
-    CodeEditor* NewEditor(const QString& language)
+    // "mel", "python" ("py" will do) or anything else for text; a row's name may follow.
+    CodeEditor* NewEditor(const QString& name)
     {
-        const CodeEditorProperties properties{CodeEditorType::INTERNAL_BUFFER, Language(language),
+        const CodeEditorLanguage language = name.startsWith("mel")  ? CodeEditorLanguage::MEL
+                                            : name.startsWith("py") ? CodeEditorLanguage::PYTHON
+                                                                    : CodeEditorLanguage::TEXT;
+        const CodeEditorProperties properties{CodeEditorType::INTERNAL_BUFFER, language,
                                               QStringLiteral("/tmp/highlight"), QString()};
         editor = std::make_unique<CodeEditor>(properties, nullptr);
         editor->resize(900, 400);
@@ -233,14 +220,17 @@ private:
     QTextBlock Block(int number) const { return editor->document()->findBlockByNumber(number); }
 
     // A reused parser must start clean: indent stack, decorators and reported flags included. The
-    // outcome lists the items, then the errors, warnings and infos, each with its kind.
+    // outcome lists the items as "type name@position/level", so that a row states all the outline
+    // reads, then the errors, warnings and infos, each with its kind.
     static void Check(BaseParser& parser, const QString& old, const QString& path)
     {
         QFETCH(QString, source);
         QFETCH(QStringList, outcome);
         parser.Parse(old, QStringLiteral("old"));
         parser.Parse(source, path);
-        QStringList found = Describe(parser.GetItems());
+        QStringList found;
+        for (const ParserItem& i : parser.GetItems())
+            found.append(QStringLiteral("%1 %2@%3/%4").arg(i.type).arg(i.name).arg(i.position).arg(i.level));
         for (const auto& [kind, messages] : {std::pair{"error", parser.GetErrors()},
                                              {"warning", parser.GetWarnings()},
                                              {"info", parser.GetInfos()}})
@@ -285,15 +275,6 @@ private slots:
         fixture.reset();
     }
 
-    // The host's procedures are MEL commands to MEL, not to Python's cmds.
-    void wordListsComeFromTheHost()
-    {
-        NewEditor(QStringLiteral("mel"));
-        NewEditor(QStringLiteral("python"));
-        QVERIFY(Highlighter::sMelCommands.contains(QStringLiteral("xvGetMelInfo")));
-        QVERIFY(!Highlighter::sPythonMelCommands.contains(QStringLiteral("xvGetMelInfo")));
-    }
-
     // The plain matchers stand in for the expressions on lines of printable ASCII: over real code
     // of both languages and lines made to sit on each shape's edges, they find the same matches.
     void plainMatchersAgreeWithExpressions()
@@ -333,6 +314,9 @@ private slots:
             }
         }
         QCOMPARE(rulesWithPlainMatchers, 11);
+        // The word lists come from the host: its procedures are MEL commands to MEL, not to cmds.
+        QVERIFY(Highlighter::sMelCommands.contains(QStringLiteral("xvGetMelInfo")));
+        QVERIFY(!Highlighter::sPythonMelCommands.contains(QStringLiteral("xvGetMelInfo")));
     }
 
     // A span opened at the top of a long buffer recolours it in bounded steps, over several turns
@@ -440,8 +424,8 @@ private slots:
         QTest::newRow("py command attribute") << cmds << 5 << ColorSettings::PYTHON_MEL_COMMANDS;
         QTest::newRow("py bare command") << cmds << 14 << QString();
         QTest::newRow("py command at line start") << "ls = 1" << 0 << QString();
-        const QString open = QStringLiteral("os.open(p) or open(p)");
-        QTest::newRow("py dotted builtin with bare one") << open << 3 << ColorSettings::PYTHON_BUILTINS;
+        QTest::newRow("py dotted builtin with bare one")
+            << "os.open(p) or open(p)" << 3 << ColorSettings::PYTHON_BUILTINS;
         QTest::newRow("py dotted call alone") << "os.open(p)" << 3 << ColorSettings::PYTHON_METHODS;
         QTest::newRow("py keyword beats builtin") << "x = True" << 4 << ColorSettings::PYTHON_KEYWORDS;
         const QString strings = QStringLiteral("x = \"a # b\"  # c 'q'");

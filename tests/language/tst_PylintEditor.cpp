@@ -113,9 +113,8 @@ private slots:
     {
         // A slow checker: its findings arrive after the user has moved on to another buffer.
         QVERIFY(UseChecker("slow.sh", "sleep 1\nprintf '::E:$$:1:$$:0:$$:[E9999]:$$:late::'\n"));
-        editor->NewPythonBuffer();
-        CodeEditor* first = editor->GetActiveCodeEditor();
-        first->setPlainText(QStringLiteral("x = 1\n"));
+        CodeEditor* first = NewPythonBuffer(QStringLiteral("x = 1\n"));
+        QVERIFY(first);
         QTest::qWait(400); // the check of the first buffer is running
         Settings::pylintPath = scripts.filePath(QStringLiteral("none")); // the second check never starts
         editor->NewBuffer(CodeEditorLanguage::TEXT);

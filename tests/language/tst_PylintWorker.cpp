@@ -93,10 +93,9 @@ private:
 
     int CountMessages(const QString& fragment) const
     {
-        int count = 0;
-        for (const HostFixture::Message& message : host->Messages())
-            count += message.text.contains(fragment) ? 1 : 0;
-        return count;
+        const auto& messages = host->Messages();
+        return int(std::count_if(messages.cbegin(), messages.cend(),
+                                 [&](const HostFixture::Message& m) { return m.text.contains(fragment); }));
     }
 
     std::unique_ptr<HostFixture> host;
@@ -128,13 +127,12 @@ private slots:
         QTest::addColumn<QStringList>("expected");
         QTest::addColumn<QStringList>("absent");
         // The minimal set keeps unused variables and the like but drops style and unused imports.
-        QTest::newRow("full") << false << QString() << QStringList{"W0611@1", "E0602@5", "C0116@4"}
-                              << QStringList{};
-        QTest::newRow("minimal") << true << QString() << QStringList{"E0602@5"}
-                                 << QStringList{"W0611@1", "C0116@4"};
+        using L = QStringList;
+        QTest::newRow("full") << false << QString() << L{"W0611@1", "E0602@5", "C0116@4"} << L{};
+        QTest::newRow("minimal") << true << QString() << L{"E0602@5"} << L{"W0611@1", "C0116@4"};
         // An rc file that disables the unused import: Pylint must have read it.
         QTest::newRow("rc file") << false << "[MESSAGES CONTROL]\ndisable=unused-import\n"
-                                 << QStringList{"E0602@5"} << QStringList{"W0611@1"};
+                                 << L{"E0602@5"} << L{"W0611@1"};
     }
 
     void realPylintReportsFindings()

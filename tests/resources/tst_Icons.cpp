@@ -26,13 +26,6 @@ private:
 
     static QString IconPath(const QString& name) { return QStringLiteral(":/bq2_icons/%1.png").arg(name); }
 
-    // The tab's close cross and modified mark are drawn at 8 pixels; no other icon below 10.
-    static int SmallestDrawnSize(const QString& name)
-    {
-        const bool tabMark = name == QLatin1String("close_white") || name == QLatin1String("modified");
-        return tabMark ? 8 : 10;
-    }
-
     // The lowest and the highest alpha of any pixel.
     static QPair<int, int> AlphaRange(const QImage& image)
     {
@@ -40,10 +33,8 @@ private:
         for (int y = 0; y < image.height(); ++y)
         {
             for (int x = 0; x < image.width(); ++x)
-            {
-                const int alpha = image.pixelColor(x, y).alpha();
-                range = {qMin(range.first, alpha), qMax(range.second, alpha)};
-            }
+                range = {qMin(range.first, image.pixelColor(x, y).alpha()),
+                         qMax(range.second, image.pixelColor(x, y).alpha())};
         }
         return range;
     }
@@ -78,7 +69,8 @@ private slots:
         QVERIFY2(AlphaRange(image).second == 255, "no opaque pixel");
         QVERIFY2(AlphaRange(image).first == 0, "no transparent ground");
 
-        const int size = SmallestDrawnSize(name);
+        // The tab's close cross and modified mark are drawn at 8 pixels; no other icon below 10.
+        const int size = name == QLatin1String("close_white") || name == QLatin1String("modified") ? 8 : 10;
         const QImage small = image.scaled(size, size, Qt::KeepAspectRatio, Qt::SmoothTransformation);
         QVERIFY2(AlphaRange(small).second >= 192, "fades away when drawn small");
     }
