@@ -10,6 +10,7 @@
 
 #include <QtTest/QtTest>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QListView>
 #include <QtWidgets/QVBoxLayout>
 
 #include <memory>
@@ -124,86 +125,72 @@ private slots:
 
     void cleanupTestCase() { fixture.reset(); }
 
-    // Lists are words split at blanks.
+    // Lists are words split at blanks; a row named "mel ..." is MEL, any other Python.
     void rowsOffered_data()
     {
-        QTest::addColumn<int>("language");
         QTest::addColumn<QString>("buffer");
         QTest::addColumn<QString>("typed");
         QTest::addColumn<QStringList>("contains");
         QTest::addColumn<QStringList>("excludes");
-        const int mel = static_cast<int>(CodeEditorLanguage::MEL);
-        const int python = static_cast<int>(CodeEditorLanguage::PYTHON);
-        const QString method = QStringLiteral("class Shape(object):\n"
-                                              "    def __init__(self):\n"
-                                              "        self.width = 1\n"
-                                              "        self.items = []\n\n"
-                                              "    def grow(self, step):\n"
-                                              "        |\n\n"
-                                              "    def shrink(self):\n"
-                                              "        pass\n");
-        const struct
-        {
-            const char* name;
-            int language;
-            QString buffer;
-            const char* typed;
-            const char* contains;
-            const char* excludes;
-        } rows[] = {
-            {"mel command", mel, "", "polyCu", "polyCube", "polySphere PolyCube"},
-            {"mel variable", mel, "string $polyCube;\n|", "$polyCu", "", "polyCube"},
-            {"mel flag", mel, "polyCube |", "-po", "", "polyCube"},
-            {"mel string", mel, "print \"|\";", "polyCu", "", "polyCube"},
-            {"mel comment", mel, "// |", "polyCu", "", "polyCube"},
-            {"module", python, "import os\n|", "os.pa", "path pardir", "join _exit"},
-            {"module of module", python, "import os\n|", "os.path.jo", "join", "path"},
-            {"case-insensitive filter", python, "import os\n|", "os.PAT", "path pathsep", "pardir"},
-            {"self in a method", python, method, "self.", "width items grow shrink __init__", "step Shape"},
-            {"self member", python, method, "self.items.ap", "append", "width"},
-            {"locals and arguments", python, method, "^", "step self Shape while", "width"},
-            {"def line", python, "import os\nimport sys\n|", "def ^", "os sys", "while def"},
-            {"call over lines", python, "names = []\nresult = max(1,\n    |\n    2)\nafter = 1\n", "names.ap",
+        const char* const method = "class Shape(object):\n"
+                                   "    def __init__(self):\n"
+                                   "        self.width = 1\n"
+                                   "        self.items = []\n\n"
+                                   "    def grow(self, step):\n"
+                                   "        |\n\n"
+                                   "    def shrink(self):\n"
+                                   "        pass\n";
+        const char* const rows[][5] = {
+            {"mel command", "", "polyCu", "polyCube", "polySphere PolyCube"},
+            {"mel variable", "string $polyCube;\n|", "$polyCu", "", "polyCube"},
+            {"mel flag", "polyCube |", "-po", "", "polyCube"},
+            {"mel string", "print \"|\";", "polyCu", "", "polyCube"},
+            {"mel comment", "// |", "polyCu", "", "polyCube"},
+            {"module", "import os\n|", "os.pa", "path pardir", "join _exit"},
+            {"module of module", "import os\n|", "os.path.jo", "join", "path"},
+            {"case-insensitive filter", "import os\n|", "os.PAT", "path pathsep", "pardir"},
+            {"self in a method", method, "self.", "width items grow shrink __init__", "step Shape"},
+            {"self member", method, "self.items.ap", "append", "width"},
+            {"locals and arguments", method, "^", "step self Shape while", "width"},
+            {"def line", "import os\nimport sys\n|", "def ^", "os sys", "while def"},
+            {"call over lines", "names = []\nresult = max(1,\n    |\n    2)\nafter = 1\n", "names.ap",
              "append", ""},
-            {"bare module import", python, "", "import ma", "", "maya"},
-            {"from package import", python, "", "from maya import cm", "cmds", "mel"},
-            {"maya.cmds", python, "import maya.cmds as cmds\n|", "cmds.polyCu", "polyCube", "polySphere ls"},
-            {"name below the cursor", python, "early_value = 1\nearly_other = 2\n|\nlate_value = 2\n", "^",
+            {"bare module import", "", "import ma", "", "maya"},
+            {"from package import", "", "from maya import cm", "cmds", "mel"},
+            {"maya.cmds", "import maya.cmds as cmds\n|", "cmds.polyCu", "polyCube", "polySphere ls"},
+            {"name below the cursor", "early_value = 1\nearly_other = 2\n|\nlate_value = 2\n", "^",
              "early_value", "late_value"},
-            {"from import alias", python, "from os import path as osp\n|", "osp.jo", "join", ""},
-            {"import line", python, "", "import os.pa", "path", "join"},
-            {"try block", python, "try:\n    import json\nexcept ImportError:\n    json = None\n|", "json.lo",
+            {"from import alias", "from os import path as osp\n|", "osp.jo", "join", ""},
+            {"import line", "", "import os.pa", "path", "join"},
+            {"try block", "try:\n    import json\nexcept ImportError:\n    json = None\n|", "json.lo",
              "loads load", "dumps"},
-            {"unfinished try", python, "import os\ntry:\n    value = 1\n|", "val", "value", ""},
-            {"unfinished line", python, "import os\nresult = max(|", "os.pa", "path", ""},
-            {"empty block above", python, "def empty():\n\ndef work():\n    items = []\n    |\n", "items.ap",
+            {"unfinished try", "import os\ntry:\n    value = 1\n|", "val", "value", ""},
+            {"unfinished line", "import os\nresult = max(|", "os.pa", "path", ""},
+            {"empty block above", "def empty():\n\ndef work():\n    items = []\n    |\n", "items.ap",
              "append", ""},
-            {"syntax error elsewhere", python, "import os\nbroken = = 1\n|", "os.pa", "path", ""},
-            {"python string", python, "import os\nx = \"|\"", "os.pa", "", "path"},
-            {"python comment", python, "import os\n# |", "os.pa", "", "path"}};
+            {"syntax error elsewhere", "import os\nbroken = = 1\n|", "os.pa", "path", ""},
+            {"python string", "import os\nx = \"|\"", "os.pa", "", "path"},
+            {"python comment", "import os\n# |", "os.pa", "", "path"}};
         for (const auto& row : rows)
-            QTest::newRow(row.name) << row.language << row.buffer << QString(row.typed) << Words(row.contains)
-                                    << Words(row.excludes);
+            QTest::newRow(row[0]) << QString(row[1]) << QString(row[2]) << Words(row[3]) << Words(row[4]);
     }
 
     void rowsOffered()
     {
-        QFETCH(int, language);
         QFETCH(QString, buffer);
         QFETCH(QString, typed);
         QFETCH(QStringList, contains);
         QFETCH(QStringList, excludes);
-        Show(static_cast<CodeEditorLanguage>(language), buffer);
+        const bool mel = QByteArray(QTest::currentDataTag()).startsWith("mel ");
+        Show(mel ? CodeEditorLanguage::MEL : CodeEditorLanguage::PYTHON, buffer);
         Type(typed);
         CompareRows(Rows(), contains, excludes);
         if (contains.isEmpty())
             QVERIFY(!editor->AutoCompleterVisible());
         // The prefix filter: every row starts with the word before the cursor.
         const QString prefix = Completer() ? Completer()->GetPrefix() : QString();
-        const Qt::CaseSensitivity cs =
-            language == static_cast<int>(CodeEditorLanguage::MEL) ? Qt::CaseSensitive : Qt::CaseInsensitive;
         for (const QString& row : Rows())
-            QVERIFY2(row.startsWith(prefix, cs), qPrintable(row));
+            QVERIFY2(row.startsWith(prefix, mel ? Qt::CaseSensitive : Qt::CaseInsensitive), qPrintable(row));
     }
 
     void keysMoveAcceptAndClose()
@@ -213,6 +200,17 @@ private slots:
         QSignalSpy quickHelp(editor, SIGNAL(QuickHelpChanged(QString, bool)));
         Type(QStringLiteral("poly"));
         const int broad = static_cast<int>(Rows().size());
+        // Clipped at the screen's edges, not moved; away from them, twelve rows high.
+        QVERIFY(broad > 12);
+        AutoCompleter* completer = Completer();
+        const QRect screen = completer->screen()->geometry();
+        const QPoint corner(screen.right() - 40, screen.bottom() - 30);
+        completer->UpdateRect(QRect(corner, QSize(1, 14)));
+        QCOMPARE(completer->geometry().topLeft(), corner);
+        QCOMPARE(completer->geometry().right(), screen.right());
+        QCOMPARE(completer->geometry().bottom(), screen.bottom());
+        completer->UpdateRect(QRect(screen.topLeft(), QSize(1, 14)));
+        QCOMPARE(completer->geometry().height(), 12 * completer->findChild<QListView*>()->sizeHintForRow(0));
         Type(QStringLiteral("Cu"));
         const QStringList rows = Rows();
         QVERIFY(rows.size() >= 2 && rows.size() < broad);
