@@ -291,6 +291,40 @@ private slots:
         QVERIFY(!palette.isVisible());
     }
 
+    // The palette is as tall as its rows, up to twelve: it shrinks as typing narrows the list,
+    // down to the text line alone, and grows back as the text is deleted.
+    void paletteFollowsItsListsLength()
+    {
+        for (int i = 0; i < 15; ++i)
+            MakeFile(QStringLiteral("tools/%1_%2.py").arg(i < 3 ? "rig" : "anim").arg(i));
+        auto palette = ShowFiles();
+        QVERIFY(QTest::qWaitForWindowExposed(palette.get()));
+        const QListView* list = palette->GetListView();
+        const int rowHeight = list->sizeHintForRow(0);
+        QVERIFY(rowHeight > 0);
+        const auto listHeight = [&](int rows) { return rowHeight * rows + 2 * list->frameWidth(); };
+        QCOMPARE(list->height(), listHeight(GoToWidget::MaxVisibleRows));
+        const int fullHeight = palette->height();
+
+        QTest::keyClicks(palette->GetLineEdit(), QStringLiteral("rig_"));
+        QCOMPARE(palette->GetRowCount(), 3);
+        QCOMPARE(list->height(), listHeight(3));
+        QCOMPARE(palette->height(), fullHeight - listHeight(GoToWidget::MaxVisibleRows) + listHeight(3));
+        // Every row is seen whole: the list is in the palette and fills it to its last row.
+        QVERIFY(palette->rect().contains(list->geometry()));
+        QCOMPARE(list->visualRect(list->model()->index(2, 0)).bottom() + 1 + list->frameWidth(),
+                 list->height());
+
+        QTest::keyClicks(palette->GetLineEdit(), QStringLiteral("9"));
+        QCOMPARE(palette->GetRowCount(), 0);
+        QCOMPARE(palette->height(), fullHeight - listHeight(GoToWidget::MaxVisibleRows) + listHeight(0));
+
+        for (int i = 0; i < 5; ++i)
+            QTest::keyClick(palette->GetLineEdit(), Qt::Key_Backspace);
+        QCOMPARE(palette->GetRowCount(), 15);
+        QCOMPARE(palette->height(), fullHeight);
+    }
+
     void twentyThousandFiles()
     {
         // Twenty folders of a thousand files each.
