@@ -1,4 +1,5 @@
 #include "HostFixture.h"
+#include "PanelPopupMenu.h"
 #include "TestFiles.h"
 #include "WheelSimulation.h"
 #include "editor/FindReplaceWidget.h"
@@ -9,17 +10,14 @@
 #include "settings/Settings.h"
 #include "widgets/FlatButton.h"
 
-#include <QtCore/QFile>
 #include <QtCore/QRandomGenerator>
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QThread>
 #include <QtGui/QTextBlock>
 #include <QtGui/QTextDocument>
-#include <QtTest/QSignalSpy>
 #include <QtTest/QtTest>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
-#include <QtWidgets/QMenu>
 #include <QtWidgets/QScrollBar>
 
 #include <memory>
@@ -100,6 +98,7 @@ private:
 
     std::unique_ptr<HostFixture> fixture;
     KeyBindings keyBindings;
+    QTemporaryDir dir;
     std::unique_ptr<OutputTextEdit> edit; // shown, unless a test makes a hidden one
 
 private slots:
@@ -122,13 +121,11 @@ private slots:
     // Held back while hidden, the text goes to an open log on arrival and again when it is shown.
     void hiddenOutputArrivesWholeAndInOrderOnShow()
     {
-        QTemporaryDir dir;
         const QString path = dir.filePath(QStringLiteral("held.log"));
         edit = MakeEdit(false);
         QVERIFY(edit->BeginWriteToFile(path));
-        edit->AppendText(QStringLiteral("first\n"));
-        edit->AppendText(QStringLiteral("second\n"));
-        edit->AppendText(QStringLiteral("third"));
+        for (const char* part : {"first\n", "second\n", "third"})
+            edit->AppendText(part);
         QVERIFY(edit->toPlainText().isEmpty());
 
         QSignalSpy changes(edit->document(), SIGNAL(contentsChange(int, int, int)));
@@ -261,7 +258,6 @@ private slots:
 
     void logHoldsExactlyWhatWasShown()
     {
-        QTemporaryDir dir;
         const QString path = dir.filePath(QStringLiteral("out.log"));
         edit->AppendText(QStringLiteral("not logged\n"));
         QVERIFY(edit->BeginWriteToFile(path));
@@ -285,11 +281,10 @@ private slots:
     {
         // A script holds the main thread while it prints: no turn of the event loop ends the
         // burst, yet what it printed is shown and logged at least every 250 ms.
-        QTemporaryDir dir;
         const QString path = dir.filePath(QStringLiteral("long.log"));
         QVERIFY(edit->BeginWriteToFile(path));
-        edit->AppendText(QStringLiteral("first\n"));
-        edit->AppendText(QStringLiteral("second\n"));
+        for (const char* part : {"first\n", "second\n"})
+            edit->AppendText(part);
         QThread::msleep(300);
         edit->AppendText(QStringLiteral("third\n"));
         QCOMPARE(edit->toPlainText(), QStringLiteral("first\nsecond\nthird\n"));
@@ -474,10 +469,6 @@ private slots:
 
     void findHighlightsMatchesWhileFindIsOpen()
     {
-        // A selected-text colour of the user's, which the found selection's white replaces.
-        QTextCharFormat selected = ColorSettings::GetOutputFormat(ColorSettings::SELECTED_TEXT);
-        selected.setForeground(QColor(1, 2, 3));
-        ColorSettings::SetOutputFormat(ColorSettings::SELECTED_TEXT, selected);
         const QColor found =
             ColorSettings::GetOutputFormat(ColorSettings::FIND_REPLACE_MATCHING).background().color();
         edit->AppendText(QStringLiteral("one two one\nthree one"));
@@ -487,19 +478,12 @@ private slots:
         edit->ShowFindReplace(false, true);
         QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("one"));
         QCOMPARE(StartsWithBackground(found).size(), 3);
-        const QColor selectedBackground =
-            ColorSettings::GetOutputFormat(ColorSettings::FIND_REPLACE_SELECTED).background().color();
-        QCOMPARE(edit->palette().color(QPalette::Highlight), selectedBackground);
-        QCOMPARE(edit->palette().color(QPalette::HighlightedText), QColor(Qt::white));
 
         // Escape in the pane closes find and drops the selection.
         edit->setFocus();
         QTest::keyClick(edit.get(), Qt::Key_Escape);
         QVERIFY(!edit->textCursor().hasSelection());
         QCOMPARE(StartsWithBackground(found).size(), 0);
-        QCOMPARE(edit->palette().color(QPalette::Highlight),
-                 ColorSettings::GetOutputFormat(ColorSettings::SELECTED_TEXT).background().color());
-        QCOMPARE(edit->palette().color(QPalette::HighlightedText), QColor(1, 2, 3));
 
         // Opening find takes the word under the cursor and selects it there, not at another match.
         QTextCursor cursor = edit->textCursor();
@@ -512,32 +496,16 @@ private slots:
 
     void contextMenuOffersCopySelectAllAndClear()
     {
-        edit->AppendText(QStringLiteral("some output\n"));
-        QStringList texts;
-        QTimer::singleShot(0, this,
-                           [&]()
-                           {
-                               auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-                               if (!menu)
-                                   return;
-                               for (QAction* action : menu->actions())
-                                   texts << (action->isSeparator() ? QStringLiteral("-") : action->text());
-                               menu->actions().last()->trigger();
-                               menu->close();
-                           });
-        edit->ShowContextMenu(QPoint(10, 10));
-        QCOMPARE(texts,
-                 (QStringList{QStringLiteral("Copy"), QStringLiteral("-"), QStringLiteral("Select All"),
-                              QStringLiteral("-"), QStringLiteral("Clear Output")}));
-        QVERIFY(edit->GetText().isEmpty());
-    }
-
-    void selectedTextForExecuteUsesLineFeeds()
-    {
+        // Text for running is taken with line feeds, not paragraph separators.
         edit->AppendText(QStringLiteral("print(1)\nprint(2)\n"));
         edit->selectAll();
         QCOMPARE(edit->GetSelectedText(), QStringLiteral("print(1)\u2029print(2)\u2029"));
         QCOMPARE(edit->GetSelectedTextForExecute(), QStringLiteral("print(1)\nprint(2)\n"));
+        QStringList texts;
+        WhenPopupMenu(this, &texts, 4);
+        edit->ShowContextMenu(QPoint(10, 10));
+        QCOMPARE(texts, (QStringList{"Copy", "-", "Select All", "-", "Clear Output"}));
+        QVERIFY(edit->GetText().isEmpty());
     }
 
     void countsFollowTheOptions_data()
@@ -565,13 +533,23 @@ private slots:
         QCOMPARE(Results(), results);
     }
 
-    void returnStepsAndWraps()
+    // The bar offers no replacing, steps with Return and closes with Escape.
+    void barStepsWrapsAndCloses()
     {
         OpenFind();
+        QVERIFY(!Button("toggleReplaceButton")->isVisible());
+        QVERIFY(!Button("findInSelectionButton")->isVisible());
+        QVERIFY(!Bar()->findChild<QLineEdit*>(QStringLiteral("replaceLineEdit"))->isVisible());
+        QSignalSpy replace(Bar(), SIGNAL(ReplaceAllRequested(QString)));
+        Bar()->ToggleReplace();
+        Bar()->ReplaceAll();
+        QCOMPARE(replace.count(), 0);
+
         QTest::mouseClick(Button("matchWordButton"), Qt::LeftButton);
         QTest::keyClicks(Field(), QStringLiteral("alpha"));
         // The cursor rests at the end after output: the first step wraps to the top.
         QCOMPARE(edit->GetSelectedStartPosition(), 11);
+        QCOMPARE(edit->GetSelectedText(), QStringLiteral("alpha"));
         QCOMPARE(Results(), QStringLiteral("1 of 3"));
         QTest::keyClick(Field(), Qt::Key_Return);
         QCOMPARE(Results(), QStringLiteral("2 of 3"));
@@ -589,30 +567,6 @@ private slots:
         QCOMPARE(Results(), QStringLiteral("2 of 4"));
         edit->ClearAll();
         QCOMPARE(Results(), QStringLiteral("No Results"));
-    }
-
-    void barHasNoReplacingAndSitsTopRight()
-    {
-        OpenFind();
-        QVERIFY(!Button("toggleReplaceButton")->isVisible());
-        QVERIFY(!Button("findInSelectionButton")->isVisible());
-        QVERIFY(!Bar()->findChild<QLineEdit*>(QStringLiteral("replaceLineEdit"))->isVisible());
-        QSignalSpy replace(Bar(), SIGNAL(ReplaceAllRequested(QString)));
-        Bar()->ToggleReplace();
-        Bar()->ReplaceAll();
-        QCOMPARE(replace.count(), 0);
-
-        QCOMPARE(Bar()->geometry().top(), 0);
-        const int scrollBar = edit->verticalScrollBar()->isVisible() ? edit->verticalScrollBar()->width() : 0;
-        QCOMPARE(Bar()->geometry().right(), edit->width() - scrollBar - 20);
-        QCOMPARE(edit->grab(Bar()->geometry()).toImage(), Bar()->grab().toImage());
-    }
-
-    void escapeInTheBarClosesAndReturnsFocus()
-    {
-        OpenFind();
-        QTest::keyClicks(Field(), QStringLiteral("beta"));
-        QCOMPARE(edit->GetSelectedText(), QStringLiteral("beta"));
         QTest::keyClick(Field(), Qt::Key_Escape);
         QVERIFY(!Bar()->isVisible());
         QVERIFY(edit->hasFocus());

@@ -17,11 +17,9 @@
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
-#include <QtCore/QTimer>
 #include <QtGui/QTextCursor>
 #include <QtTest/QtTest>
 #include <QtWidgets/QAbstractButton>
-#include <QtWidgets/QApplication>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMessageBox>
 
@@ -104,24 +102,13 @@ private slots:
         // Names interleave files and folders, case ignored; links, hidden folders and the pipe
         // are left out; the binary and Latin-1 files still give their matches.
         // A folder's files reach the tree before the walk goes down into a folder.
-        const QStringList expected{
-            RootText(),
-            "  x.mel (A)",
-            "    proc os_proc() {}",
-            "  a.txt",
-            "    first os",
-            "  b.py",
-            "    import os",
-            "    os.path  # os twice: os",
-            "    os.path  # os twice: os",
-            "    os.path  # os twice: os",
-            "  bin.dat (c)",
-            "    os",
-            "  z.py (c/deep)",
-            "    x = os",
-            "  latin1.txt (c)",
-            QString::fromUtf8("    caf\uFFFD os"),
-        };
+        const QStringList expected =
+            (RootText() +
+             QStringLiteral("\n  x.mel (A)\n    proc os_proc() {}\n  a.txt\n    first os\n  b.py"
+                            "\n    import os\n    os.path  # os twice: os\n    os.path  # os twice: os"
+                            "\n    os.path  # os twice: os\n  bin.dat (c)\n    os\n  z.py (c/deep)"
+                            "\n    x = os\n  latin1.txt (c)\n    caf\uFFFD os"))
+                .split(QLatin1Char('\n'));
         const QStringList rows = TreeRows::Below(Tree()->invisibleRootItem());
         // The binary file's first line, control characters and all, is not compared.
         QStringList readable = rows;
@@ -151,19 +138,14 @@ private slots:
         QTest::addColumn<QString>("exclude");
         QTest::addColumn<QStringList>("files");
 
-        QTest::newRow("all") << ""
-                             << "" << QStringList{"Internal",    "x.mel (A)",     "a.txt",         "b.py",
-                                                  "bin.dat (c)", "z.py (c/deep)", "latin1.txt (c)"};
-        QTest::newRow("pattern skips buffers") << "*.py"
-                                               << "" << QStringList{};
-        QTest::newRow("full pattern") << "/*/*/b.py, */z.py"
-                                      << "" << QStringList{};
-        QTest::newRow("exclude folder") << ""
-                                        << "c" << QStringList{"Internal", "x.mel (A)", "a.txt", "b.py"};
-        QTest::newRow("include one file") << "b.py"
-                                          << "" << QStringList{"b.py"};
-        QTest::newRow("include folder") << "c/deep"
-                                        << "" << QStringList{"z.py"};
+        const QStringList top{"Internal", "x.mel (A)", "a.txt", "b.py"};
+        QTest::newRow("all") << QString() << QString()
+                             << top + QStringList{"bin.dat (c)", "z.py (c/deep)", "latin1.txt (c)"};
+        QTest::newRow("pattern skips buffers") << QStringLiteral("*.py") << QString() << QStringList();
+        QTest::newRow("full pattern") << QStringLiteral("/*/*/b.py, */z.py") << QString() << QStringList();
+        QTest::newRow("exclude folder") << QString() << QStringLiteral("c") << top;
+        QTest::newRow("include one file") << QStringLiteral("b.py") << QString() << QStringList{"b.py"};
+        QTest::newRow("include folder") << QStringLiteral("c/deep") << QString() << QStringList{"z.py"};
     }
 
     void filtersChooseWhatIsSearched()

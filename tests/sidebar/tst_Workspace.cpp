@@ -18,7 +18,6 @@
 #include <QtCore/QProcess>
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
-#include <QtWidgets/QApplication>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMessageBox>
 
@@ -406,29 +405,21 @@ private slots:
 
     void readOnlyFolderChangesNothing_data()
     {
-        QTest::addColumn<QString>("operation");
+        // The row's name is the operation.
         QTest::addColumn<QString>("message");
-        QTest::newRow("new file") << "new file"
-                                  << "Failed to create file: DISK/root/locked/new.mel";
-        QTest::newRow("new folder") << "new folder"
-                                    << "Failed to create directory: DISK/root/locked/new.mel";
-        QTest::newRow("rename") << "rename"
-                                << "Rename file failed. Please verify file path and permissions: "
+        QTest::newRow("new file") << "Failed to create file: DISK/root/locked/new.mel";
+        QTest::newRow("new folder") << "Failed to create directory: DISK/root/locked/new.mel";
+        QTest::newRow("rename") << "Rename file failed. Please verify file path and permissions: "
                                    "DISK/root/locked/in.mel -> DISK/root/locked/new.mel";
-        QTest::newRow("rename onto existing")
-            << "rename existing"
-            << "Raname failed. File already exists: DISK/root/locked/other.mel";
-        QTest::newRow("delete file") << "delete file"
-                                     << "Failed to delete file: DISK/root/locked/in.mel";
-        QTest::newRow("delete folder") << "delete folder"
-                                       << "Failed to delete folder: DISK/root/locked/sub";
-        QTest::newRow("paste") << "paste"
-                               << "Copy file failed: DISK/root/source.mel -> DISK/root/locked/source.mel";
+        QTest::newRow("rename existing") << "Raname failed. File already exists: DISK/root/locked/other.mel";
+        QTest::newRow("delete file") << "Failed to delete file: DISK/root/locked/in.mel";
+        QTest::newRow("delete folder") << "Failed to delete folder: DISK/root/locked/sub";
+        QTest::newRow("paste") << "Copy file failed: DISK/root/source.mel -> DISK/root/locked/source.mel";
     }
 
     void readOnlyFolderChangesNothing()
     {
-        QFETCH(QString, operation);
+        const QString operation = QString::fromLatin1(QTest::currentDataTag());
         QFETCH(QString, message);
         message.replace(QStringLiteral("DISK"), disk->path());
         QVERIFY(Put({{"root/locked/in.mel", "x"},
@@ -446,31 +437,22 @@ private slots:
         DialogAnswer answer(QMessageBox::Yes);
         answer.input = QStringLiteral("new.mel");
 
-        if (operation == QLatin1String("new file") || operation == QLatin1String("new folder"))
-        {
-            Tree()->setCurrentItem(locked);
+        // The row each operation starts from; a paste copies a file from beside the locked folder.
+        // The folder "sub" itself could be emptied; its own entry in the locked folder cannot go.
+        QTreeWidgetItem* item = operation == QLatin1String("delete folder")  ? Child(locked, "sub")
+                                : operation.startsWith(QLatin1String("new")) ? locked
+                                : operation == QLatin1String("paste") ? Child(locked->parent(), "source.mel")
+                                                                      : Child(locked, "in.mel");
+        Tree()->setCurrentItem(item);
+        if (operation.startsWith(QLatin1String("new")))
             Tree()->NewItem(operation == QLatin1String("new file") ? WorkspaceItemFile : WorkspaceItemFolder);
-        }
         else if (operation.startsWith(QLatin1String("rename")))
-        {
-            QTreeWidgetItem* item = Child(locked, "in.mel");
             item->setText(0, operation == QLatin1String("rename") ? QStringLiteral("new.mel")
                                                                   : QStringLiteral("other.mel"));
-        }
-        else if (operation == QLatin1String("delete file"))
-        {
-            Tree()->setCurrentItem(Child(locked, "in.mel"));
+        else if (operation.startsWith(QLatin1String("delete")))
             Tree()->Remove();
-        }
-        else if (operation == QLatin1String("delete folder"))
+        else
         {
-            // The folder itself could be emptied; its own entry in the locked folder cannot go.
-            Tree()->setCurrentItem(Child(locked, "sub"));
-            Tree()->Remove();
-        }
-        else if (operation == QLatin1String("paste"))
-        {
-            Tree()->setCurrentItem(Child(Tree()->topLevelItem(0), "source.mel"));
             Tree()->Copy();
             Tree()->setCurrentItem(locked);
             Tree()->Paste();

@@ -12,7 +12,6 @@
 #include "widgets/OverlayWidget.h"
 
 #include <QtCore/QDir>
-#include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
 #include <QtGui/QEnterEvent>
 #include <QtGui/QPainter>
@@ -239,8 +238,8 @@ private slots:
         QTest::newRow("relative text, relative form")
             << buffer << "sub/../y.txt" << false << true << false << "y.txt";
         QTest::newRow("buffer folder gone from disk")
-            << "%R/gone/deeper/t.mel"
-            << "%R/other/z.mel" << false << true << false << "../../other/z.mel";
+            << QStringLiteral("%R/gone/deeper/t.mel") << "%R/other/z.mel" << false << true << false
+            << "../../other/z.mel";
         QTest::newRow("empty") << buffer << QString() << true << false << true << QString();
         // A buffer without any path reads relative paths from the user scripts folder (%S).
         QTest::newRow("no buffer path")
