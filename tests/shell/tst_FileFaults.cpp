@@ -71,21 +71,18 @@ private:
 
     static void TypeAtEnd(CodeEditor* codeEditor, const QString& text)
     {
-        QTextCursor cursor = codeEditor->textCursor();
-        cursor.movePosition(QTextCursor::End);
-        codeEditor->setTextCursor(cursor);
+        codeEditor->moveCursor(QTextCursor::End);
         for (const QChar c : text)
         {
-            if (c == QLatin1Char('\n'))
-            {
-                QTest::keyClick(codeEditor, Qt::Key_Return);
-                continue;
-            }
             // As a keyboard with that character sends it; QTest only types Latin letters.
-            const int key = c.unicode() < 128 ? c.toUpper().unicode() : 0;
-            QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, QString(c));
+            const bool newLine = c == QLatin1Char('\n');
+            const int key = newLine             ? int(Qt::Key_Return)
+                            : c.unicode() < 128 ? int(c.toUpper().unicode())
+                                                : 0;
+            const QString keyText = newLine ? QStringLiteral("\r") : QString(c);
+            QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, keyText);
             QApplication::sendEvent(codeEditor, &press);
-            QKeyEvent release(QEvent::KeyRelease, key, Qt::NoModifier, QString(c));
+            QKeyEvent release(QEvent::KeyRelease, key, Qt::NoModifier, keyText);
             QApplication::sendEvent(codeEditor, &release);
         }
     }
