@@ -7,6 +7,7 @@
 #include "ShellFixture.h"
 #include "TestFiles.h"
 #include "editor/CodeEditor.h"
+#include "output/OutputTextEdit.h"
 #include "settings/Settings.h"
 #include "shell/BrindletEditor.h"
 #include "tabs/CodeEditorGroup.h"
@@ -451,6 +452,19 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(!RecoveryCopies().isEmpty(), 5000);
         QVERIFY(fixture->Host().Quit());
         QVERIFY(RecoveryCopies().isEmpty());
+    }
+
+    void outputLogTailIsOnDisk()
+    {
+        auto* output = editor->findChild<OutputTextEdit*>();
+        QVERIFY(output);
+        const QString path = FilePath(QStringLiteral("session.log"));
+        QVERIFY(output->BeginWriteToFile(path));
+        // Two lines in one burst, and no turn of the event loop: a crash now keeps both.
+        output->AppendText(QStringLiteral("first\n"));
+        output->AppendText(QStringLiteral("last words\n"));
+        QCOMPARE(TestFiles::Read(path), QByteArray("first\nlast words\n"));
+        output->EndWriteToFile();
     }
 
 private:
