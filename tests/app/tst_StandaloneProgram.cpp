@@ -1,6 +1,8 @@
 // The standalone program run as a user runs it: its flags, its standard output and its exit
 // codes, each run with a fresh preferences folder; and text typed into it surviving a SIGKILL.
+#include "TestFiles.h"
 #include "settings/Settings.h"
+
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDeadlineTimer>
 #include <QtCore/QDir>
@@ -15,27 +17,23 @@
 
 namespace
 {
-struct RunResult
-{
-    bool finished = false;
-    int exitCode = -1;
-    QString standardOutput;
-    QString standardError;
-};
-
 // The test binary lives in build/tests/, the program in build/app/.
 QString ProgramPath()
 {
     return QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("../app/brindlet-editor2"));
 }
 
-// Fresh preferences for each run, never the user's.
-QProcessEnvironment Environment(const QTemporaryDir& appDir)
+// Starts the program on the preferences in `appDir`, never the user's, and a test hook's variable.
+void Start(QProcess& process, const QTemporaryDir& appDir, const QStringList& arguments,
+           const QString& variable = QString(), const QString& value = QString())
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("MAYA_APP_DIR"), appDir.path());
     environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
-    return environment;
+    if (!variable.isEmpty())
+        environment.insert(variable, value);
+    process.setProcessEnvironment(environment);
+    process.start(ProgramPath(), arguments);
 }
 
 QStringList RecoveryCopies(const QString& root)
@@ -52,34 +50,11 @@ QString RecoveredText(const QString& root)
     const QStringList copies = RecoveryCopies(root);
     if (copies.size() != 1)
         return QString();
-    QFile file(copies.first());
-    if (!file.open(QIODevice::ReadOnly))
-        return QString();
-    return QJsonDocument::fromJson(file.readAll()).object().value(QStringLiteral("text")).toString();
+    return QJsonDocument::fromJson(TestFiles::Read(copies.first()))
+        .object()
+        .value(QStringLiteral("text"))
+        .toString();
 }
-
-RunResult Run(const QStringList& arguments)
-{
-    RunResult result;
-    QTemporaryDir appDir;
-    if (!appDir.isValid())
-        return result;
-    QProcess process;
-    process.setProcessEnvironment(Environment(appDir));
-    process.start(ProgramPath(), arguments);
-    // A guard against a program that never quits, not a measure of speed.
-    result.finished = process.waitForFinished(120000);
-    if (!result.finished)
-    {
-        process.kill();
-        process.waitForFinished();
-    }
-    result.exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
-    result.standardOutput = QString::fromUtf8(process.readAllStandardOutput());
-    result.standardError = QString::fromUtf8(process.readAllStandardError());
-    return result;
-}
-
 } // namespace
 
 class TestStandaloneProgram : public QObject
@@ -124,32 +99,30 @@ private slots:
     void runs()
     {
         QFETCH(QStringList, arguments);
-        QFETCH(int, exitCode);
         QFETCH(QStringList, printed);
         QFETCH(QString, notPrinted);
-        const RunResult result = Run(arguments);
-        QVERIFY(result.finished);
-        QCOMPARE(result.exitCode, exitCode);
+        QTemporaryDir appDir;
+        QProcess process;
+        Start(process, appDir, arguments);
+        // A guard against a program that never quits (QProcess kills it), not a measure of speed.
+        QVERIFY(process.waitForFinished(120000));
+        QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+        QTEST(process.exitCode(), "exitCode");
+        const QString output = QString::fromUtf8(process.readAllStandardOutput());
         for (const QString& text : printed)
-            QVERIFY2(result.standardOutput.contains(text),
-                     qPrintable(result.standardOutput + result.standardError));
+            QVERIFY2(output.contains(text), qPrintable(output + process.readAllStandardError()));
         if (!notPrinted.isEmpty())
-            QVERIFY(!result.standardOutput.contains(notPrinted));
+            QVERIFY(!output.contains(notPrinted));
     }
 
     void typedTextSurvivesSigkill()
     {
         QTemporaryDir appDir;
         QVERIFY(appDir.isValid());
-        const QProcessEnvironment environment = Environment(appDir);
-
         // First run: keys into the editor, then the kill once the copy is written.
-        QProcessEnvironment typing = environment;
-        typing.insert(QStringLiteral("BRINDLET_EDITOR2_TEST_TYPE"),
-                      QStringLiteral("crash = 1  # \u00e9 \u4e2d survives\nprint(crash)"));
         QProcess first;
-        first.setProcessEnvironment(typing);
-        first.start(ProgramPath(), {});
+        Start(first, appDir, {}, QStringLiteral("BRINDLET_EDITOR2_TEST_TYPE"),
+              QStringLiteral("crash = 1  # \u00e9 \u4e2d survives\nprint(crash)"));
         QVERIFY(first.waitForStarted());
         QByteArray output;
         QDeadlineTimer deadline(120000);
@@ -168,24 +141,19 @@ private slots:
         QVERIFY(first.waitForFinished());
         QCOMPARE(first.exitStatus(), QProcess::CrashExit);
         // The buffer's own file never received the text: only the copy holds it.
-        QFile buffer(bufferPath);
-        QVERIFY(buffer.open(QIODevice::ReadOnly));
-        QCOMPARE(buffer.readAll(), QByteArray());
-        buffer.close();
+        QVERIFY(QFile::exists(bufferPath));
+        QCOMPARE(TestFiles::Read(bufferPath), QByteArray());
 
         // Second run: offered, restored, and saved with the buffers at quit.
-        QProcessEnvironment answering = environment;
-        answering.insert(QStringLiteral("BRINDLET_EDITOR2_TEST_ANSWER"), QStringLiteral("Restore"));
         QProcess second;
-        second.setProcessEnvironment(answering);
-        second.start(ProgramPath(), {QStringLiteral("-command"), QStringLiteral("quit -f")});
+        Start(second, appDir, {QStringLiteral("-command"), QStringLiteral("quit -f")},
+              QStringLiteral("BRINDLET_EDITOR2_TEST_ANSWER"), QStringLiteral("Restore"));
         QVERIFY(second.waitForFinished(120000));
         const QString said = QString::fromUtf8(second.readAllStandardOutput());
         QVERIFY2(said.contains(QStringLiteral("message box:")) && said.contains(bufferPath) &&
                      said.contains(QStringLiteral("answered: Restore")),
                  qPrintable(said));
-        QVERIFY(buffer.open(QIODevice::ReadOnly));
-        QCOMPARE(QString::fromUtf8(buffer.readAll()), typed);
+        QCOMPARE(QString::fromUtf8(TestFiles::Read(bufferPath)), typed);
         QVERIFY(RecoveryCopies(appDir.path()).isEmpty());
     }
 };

@@ -1,5 +1,5 @@
 #include "HostApplication.h"
-#include "HostFixture.h"
+#include "ShellFixture.h"
 #include "plugin/MayaUtil.h"
 #include "settings/Settings.h"
 
@@ -11,19 +11,19 @@
 
 // The host bridge against the substitute host: the text each operation sends and what it
 // makes of the answer.
-class TestMayaUtil : public QObject
+class TestMayaUtil : public ShellFixture
 {
     Q_OBJECT
+
+public:
+    TestMayaUtil() { openEditor = false; }
 
 private slots:
     void init()
     {
-        fixture = std::make_unique<HostFixture>();
-        QVERIFY(fixture->LoadPlugin() == MStatus::kSuccess);
+        QVERIFY(Start());
         fixture->ClearMessages();
     }
-
-    void cleanup() { fixture.reset(); }
 
     void scriptsRunOnIdleWhenAsked()
     {
@@ -258,9 +258,6 @@ private slots:
         QCOMPARE(fixture->MessagesOfType(MCommandMessage::kDisplay).join(QString()),
                  QStringLiteral("\nBQ2_UNSET_VARIABLE:\n\n"));
     }
-
-private:
-    std::unique_ptr<HostFixture> fixture;
 };
 
 QTEST_MAIN(TestMayaUtil)

@@ -1,6 +1,6 @@
 #include "EditorWindow.h"
 #include "HostApplication.h"
-#include "HostFixture.h"
+#include "ShellFixture.h"
 #include "TestFiles.h"
 #include "output/OutputTextEdit.h"
 #include "output/PanelGroup.h"
@@ -21,12 +21,14 @@
 
 // The plug-in driven end to end through the substitute host: load, the command and its
 // flags, its panel, output formatting through the real callback, quit and unload.
-class TestPluginLifecycle : public QObject
+class TestPluginLifecycle : public ShellFixture
 {
     Q_OBJECT
 
+public:
+    TestPluginLifecycle() { openEditor = false; }
+
 private:
-    // The commands of the host's status-line symbol buttons.
     static QStringList ButtonCommands()
     {
         QStringList buttons;
@@ -62,40 +64,31 @@ private:
         return loaded == 1;
     }
 
-    static QRect EditorOnScreen(const BrindletEditor* editor)
-    {
-        return QRect(editor->mapToGlobal(QPoint(0, 0)), editor->size());
-    }
-
 private slots:
     void firstCallInTheProcess()
     {
         // Runs first: the first call and the comment token are once per process.
-        HostFixture fixture;
-        QVERIFY(fixture.LoadPlugin() == MStatus::kSuccess);
         // As Maya restores the panel from its layout before anybody runs the command.
-        QVERIFY(fixture.Mel(QStringLiteral("workspaceControl -collapse true %1")
-                                .arg(MayaUtil::workspaceControlName)) == MStatus::kSuccess);
-        QVERIFY(fixture.OpenEditor());
+        QVERIFY(fixture->Mel(QStringLiteral("workspaceControl -collapse true %1")
+                                 .arg(MayaUtil::workspaceControlName)) == MStatus::kSuccess);
+        QVERIFY(fixture->OpenEditor());
         QCOMPARE(Collapsed(), 1);
         // Every later call brings it back.
-        QVERIFY(fixture.OpenEditor());
+        QVERIFY(fixture->OpenEditor());
         QCOMPARE(Collapsed(), 0);
         // No echo yet: the first message is wrapped in MEL's comment token.
         MGlobal::displayInfo("hello");
         QVERIFY2(Output().endsWith(QStringLiteral("// hello //\n")), qPrintable(Output()));
-        fixture.Mel(
+        fixture->Mel(
             QStringLiteral("workspaceControl -e -collapse true %1").arg(MayaUtil::workspaceControlName));
-        QVERIFY(fixture.OpenEditor());
+        QVERIFY(fixture->OpenEditor());
         QCOMPARE(Collapsed(), 0);
     }
 
     void loadInstallsCommandMenuButtonAndCallbacks()
     {
-        HostFixture fixture;
-        QVERIFY(fixture.LoadPlugin() == MStatus::kSuccess);
-        QCOMPARE(fixture.MelString(QStringLiteral("brindletEditor2 -v")), QStringLiteral("2.7.6"));
-        QCOMPARE(fixture.MelString(QStringLiteral("brindletEditor2 -version")), QStringLiteral("2.7.6"));
+        QCOMPARE(fixture->MelString(QStringLiteral("brindletEditor2 -v")), QStringLiteral("2.7.6"));
+        QCOMPARE(fixture->MelString(QStringLiteral("brindletEditor2 -version")), QStringLiteral("2.7.6"));
         QCOMPARE(MayaUtil::callbackIds.length(), 2u);
         QAction* item = MQtUtil::findMenuItem(MayaUtil::ToMString(MayaUtil::mainMenuItemName));
         QVERIFY(item);
@@ -105,16 +98,14 @@ private slots:
         QVERIFY(MayaUtil::melCommands.contains(QStringLiteral("brindletEditor2")));
         QVERIFY(!BrindletEditorCommand::GuiAvailable());
         // The settings file's folder exists from the first read on.
-        QVERIFY(QDir(fixture.UserConfigDirectory()).exists());
+        QVERIFY(QDir(fixture->UserConfigDirectory()).exists());
         item->trigger();
         QVERIFY(BrindletEditorCommand::GuiAvailable());
     }
 
     void plainRunOpensOneEditorInTheWorkspaceControl()
     {
-        HostFixture fixture;
-        fixture.LoadPlugin();
-        BrindletEditor* editor = fixture.OpenEditor();
+        BrindletEditor* editor = fixture->OpenEditor();
         QVERIFY(editor);
         QWidget* control = MayaUtil::GetWorkspaceControl();
         QVERIFY(control);
@@ -127,7 +118,7 @@ private slots:
         MayaUtil::SetWorkspaceControlVisible(false);
         QVERIFY(!MayaUtil::WorkspaceControlVisible());
         MGlobal::displayInfo("while hidden");
-        QVERIFY(fixture.OpenEditor() == editor);
+        QVERIFY(fixture->OpenEditor() == editor);
         QVERIFY(MayaUtil::WorkspaceControlVisible());
         QVERIFY(Output().contains(QStringLiteral("while hidden")));
     }
@@ -163,28 +154,25 @@ private slots:
         QFETCH(QString, command);
         QFETCH(bool, succeeds);
         QFETCH(QString, told);
-        QFETCH(bool, earlierLineShown);
         QTemporaryDir dir;
         QVERIFY(TestFiles::Write(dir.filePath(QStringLiteral("a b.py")), "x = 1\n"));
-        HostFixture fixture;
-        QVERIFY(fixture.LoadPlugin() == MStatus::kSuccess);
         if (editorOpen)
-            QVERIFY(fixture.OpenEditor());
+            QVERIFY(fixture->OpenEditor());
         MGlobal::executeCommand("print \"earlier line\\n\"", true);
-        fixture.ClearMessages();
+        fixture->ClearMessages();
         command.replace(QLatin1String("DIR"), dir.path());
         told.replace(QLatin1String("DIR"), dir.path());
-        QCOMPARE(fixture.Mel(QStringLiteral("brindletEditor2 ") + command) == MStatus::kSuccess, succeeds);
+        QCOMPARE(fixture->Mel(QStringLiteral("brindletEditor2 ") + command) == MStatus::kSuccess, succeeds);
         // An error is printed exactly where one is expected, and it names the fault.
-        const QStringList errors = fixture.MessagesOfType(MCommandMessage::kError);
+        const QStringList errors = fixture->MessagesOfType(MCommandMessage::kError);
         QVERIFY2(told.isEmpty() ? errors.isEmpty() : errors.join(QLatin1Char('\n')).contains(told),
                  qPrintable(errors.join(QLatin1Char('\n'))));
         // Only the plain call opens an editor.
         QCOMPARE(BrindletEditorCommand::GuiAvailable(), editorOpen || command.isEmpty());
-        QVERIFY(fixture.OpenEditor());
-        QCOMPARE(Output().contains(QStringLiteral("earlier line")), earlierLineShown);
+        QVERIFY(fixture->OpenEditor());
+        QTEST(Output().contains(QStringLiteral("earlier line")), "earlierLineShown");
         // A file opened goes into a tab of its own, made current, behind the two buffers.
-        CodeEditorGroup* group = EditorWindow::Active(fixture);
+        CodeEditorGroup* group = EditorWindow::Active(*fixture);
         QCOMPARE(group->GetCount(), succeeds && command.contains(QLatin1String(".py")) ? 3 : 2);
         QCOMPARE(group->GetText(group->GetCurrentIndex()),
                  group->GetCount() == 3 ? QStringLiteral("x = 1\n") : QString());
@@ -192,26 +180,22 @@ private slots:
 
     void revertModuleStateWithAnEditorOpen()
     {
-        HostFixture fixture;
-        QVERIFY(fixture.LoadPlugin() == MStatus::kSuccess);
-        QVERIFY(EditorWindow::Open(fixture));
+        QVERIFY(EditorWindow::Open(*fixture));
         // The first show took the snapshot of the loaded modules.
-        fixture.Host().ProcessIdleQueue();
+        fixture->Host().ProcessIdleQueue();
         MayaUtil::ExecutePython(QStringLiteral("import sys\nsys.modules.pop('fractions', None)"));
         MayaUtil::ExecutePython(QStringLiteral("import fractions"));
         QVERIFY(PythonHas(QStringLiteral("fractions")));
-        QVERIFY(fixture.Mel(QStringLiteral("brindletEditor2 -revertModuleState")) == MStatus::kSuccess);
-        fixture.Host().ProcessIdleQueue();
+        QVERIFY(fixture->Mel(QStringLiteral("brindletEditor2 -revertModuleState")) == MStatus::kSuccess);
+        fixture->Host().ProcessIdleQueue();
         QVERIFY(!PythonHas(QStringLiteral("fractions")));
         QVERIFY(PythonHas(QStringLiteral("sys")));
-        QVERIFY(fixture.HasMessageContaining(QStringLiteral("Python module state reverted.")));
+        QVERIFY(fixture->HasMessageContaining(QStringLiteral("Python module state reverted.")));
     }
 
     void messagesAreWrappedByTheLastEcho()
     {
-        HostFixture fixture;
-        fixture.LoadPlugin();
-        fixture.OpenEditor();
+        fixture->OpenEditor();
 
         MGlobal::executeCommand("stackTrace -q -state", true);
         MGlobal::displayWarning("careful");
@@ -248,9 +232,7 @@ private slots:
 
     void outputFromAnotherThreadArrivesInOrder()
     {
-        HostFixture fixture;
-        fixture.LoadPlugin();
-        fixture.OpenEditor();
+        fixture->OpenEditor();
         BrindletEditorCommand::editorWidget->ClearHistory();
         QThread* worker = QThread::create(
             []
@@ -269,12 +251,10 @@ private slots:
 
     void quitShutsDownThenUnloads()
     {
-        HostFixture fixture;
-        fixture.LoadPlugin();
-        fixture.OpenEditor();
+        fixture->OpenEditor();
         const QString menuItem = MayaUtil::mainMenuItemName;
         Settings::outputBufferSize = 4321;
-        QVERIFY(fixture.Host().Quit());
+        QVERIFY(fixture->Host().Quit());
         QVERIFY(!BrindletEditorCommand::GuiAvailable());
         QVERIFY(MQtUtil::findMenuItem(MayaUtil::ToMString(menuItem)) == nullptr);
         QVERIFY(MayaUtil::mainMenuItemName.isEmpty());
@@ -282,8 +262,8 @@ private slots:
         QVERIFY(ButtonCommands().contains(QStringLiteral("ScriptEditor")));
         QVERIFY(!ButtonCommands().contains(QStringLiteral("brindletEditor2")));
         QVERIFY(!MayaUtil::WorkspaceControlVisible());
-        QVERIFY(fixture.Mel(QStringLiteral("brindletEditor2 -v")) != MStatus::kSuccess);
-        QVERIFY(!fixture.HasMessageContaining(QStringLiteral("Failed to remove")));
+        QVERIFY(fixture->Mel(QStringLiteral("brindletEditor2 -v")) != MStatus::kSuccess);
+        QVERIFY(!fixture->HasMessageContaining(QStringLiteral("Failed to remove")));
         QCOMPARE(MayaUtil::callbackIds.length(), 0u);
         // The settings reached the disk.
         QSettings raw(Settings::GetUserConfigPath(), QSettings::IniFormat);
@@ -292,33 +272,32 @@ private slots:
 
     void shutdownTwiceIsHarmless()
     {
-        HostFixture fixture;
-        fixture.LoadPlugin();
-        fixture.OpenEditor();
+        fixture->OpenEditor();
         BrindletEditorCommand::Shutdown();
         BrindletEditorCommand::Shutdown();
-        QVERIFY(fixture.UnloadPlugin() == MStatus::kSuccess);
-        QVERIFY(fixture.MessagesOfType(MCommandMessage::kError).isEmpty());
+        QVERIFY(fixture->UnloadPlugin() == MStatus::kSuccess);
+        QVERIFY(fixture->MessagesOfType(MCommandMessage::kError).isEmpty());
         // A second load works and opens a fresh editor.
-        QVERIFY(fixture.LoadPlugin() == MStatus::kSuccess);
-        QVERIFY(fixture.OpenEditor());
+        QVERIFY(fixture->LoadPlugin() == MStatus::kSuccess);
+        QVERIFY(fixture->OpenEditor());
     }
 
     void batchModeLoadsEmptyAndStillClearsTheClipboard()
     {
-        HostFixture fixture(true);
-        QVERIFY(fixture.LoadPlugin() == MStatus::kSuccess);
+        fixture.reset();
+        fixture = std::make_unique<HostFixture>(true);
+        QVERIFY(fixture->LoadPlugin() == MStatus::kSuccess);
         QCOMPARE(MayaUtil::callbackIds.length(), 0u);
-        QVERIFY(fixture.Mel(QStringLiteral("brindletEditor2 -v")) != MStatus::kSuccess);
-        QVERIFY(fixture.HasMessageContaining(QStringLiteral("Cannot find procedure")));
+        QVERIFY(fixture->Mel(QStringLiteral("brindletEditor2 -v")) != MStatus::kSuccess);
+        QVERIFY(fixture->HasMessageContaining(QStringLiteral("Cannot find procedure")));
         QApplication::clipboard()->setText(QStringLiteral("copied in batch"));
-        QVERIFY(fixture.UnloadPlugin() == MStatus::kSuccess);
+        QVERIFY(fixture->UnloadPlugin() == MStatus::kSuccess);
         QVERIFY(QApplication::clipboard()->text().isEmpty());
     }
 
     void startupOptionsReachTheHost()
     {
-        HostFixture fixture;
+        QVERIFY(fixture->UnloadPlugin() == MStatus::kSuccess);
         qputenv("BQ2_HOST_DPI_MODE", "1");
         qputenv("BQ2_HOST_DPI_SCALE", "1.5");
         MGlobal::setOptionVarValue("echoAllLines", 1);
@@ -326,20 +305,20 @@ private slots:
             QSettings ini(Settings::GetUserConfigPath(), QSettings::IniFormat);
             ini.setValue(QStringLiteral("preferences/outputMinimalTrace"), true);
         }
-        fixture.LoadPlugin();
+        fixture->LoadPlugin();
         // Echo-all and minimal trace exclude one another.
         QCOMPARE(Settings::outputMinimalTrace, false);
         QCOMPARE(Settings::customScaleValue, 1.5);
-        fixture.UnloadPlugin();
+        fixture->UnloadPlugin();
 
         qputenv("BQ2_HOST_DPI_MODE", "2");
         {
             QSettings ini(Settings::GetUserConfigPath(), QSettings::IniFormat);
             ini.setValue(QStringLiteral("preferences/outputDisableEchoAllOnStartup"), true);
         }
-        fixture.LoadPlugin();
+        fixture->LoadPlugin();
         QCOMPARE(Settings::customScaleValue, 1.0);
-        fixture.Host().ProcessIdleQueue();
+        fixture->Host().ProcessIdleQueue();
         QCOMPARE(MGlobal::optionVarIntValue("echoAllLines"), 0);
         int state = -1;
         QVERIFY(MayaUtil::ExecuteMelIntResult(QStringLiteral("commandEcho -q -state"), state));
@@ -359,9 +338,7 @@ private slots:
     void floatingPanelStaysPutAcrossRestarts()
     {
         QFETCH(QRect, frame);
-        HostFixture fixture;
-        QCOMPARE(fixture.LoadPlugin(), MStatus::kSuccess);
-        BrindletEditor* editor = fixture.OpenEditor();
+        BrindletEditor* editor = fixture->OpenEditor();
         QVERIFY(editor);
         QWidget* window = editor->window();
         QVERIFY(window != editor && window != MayaUtil::GetMainWindow());
@@ -374,16 +351,16 @@ private slots:
         window->resize(frame.marginsRemoved(margins).size());
         QCoreApplication::processEvents();
         QCOMPARE(window->frameGeometry(), frame);
-        const QRect editorArea = EditorOnScreen(editor);
+        const QRect editorArea(editor->mapToGlobal(QPoint(0, 0)), editor->size());
         for (int restart = 1; restart <= 3; ++restart)
         {
-            fixture.Restart();
+            fixture->Restart();
             QSettings file(Settings::GetUserConfigPath(), QSettings::IniFormat);
             QCOMPARE(file.value(QStringLiteral("main/windowGeometry")).toRect(), frame);
-            editor = fixture.OpenEditor();
+            editor = fixture->OpenEditor();
             QVERIFY(editor);
             QCOMPARE(editor->window()->frameGeometry(), frame);
-            QCOMPARE(EditorOnScreen(editor), editorArea);
+            QCOMPARE(QRect(editor->mapToGlobal(QPoint(0, 0)), editor->size()), editorArea);
         }
     }
 };

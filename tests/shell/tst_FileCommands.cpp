@@ -2,10 +2,9 @@
 // variants of the tab menu, Rename, Revert, Open Recent, dropped files and moved tabs, quitting,
 // restarts and other programs' changes, checked in the tabs the user sees and in the files on disk.
 #include "DialogAnswer.h"
-#include "EditorWindow.h"
 #include "HostApplication.h"
-#include "HostFixture.h"
 #include "ModalAnswer.h"
+#include "ShellFixture.h"
 #include "TestFiles.h"
 #include "editor/CodeEditor.h"
 #include "settings/Settings.h"
@@ -14,7 +13,6 @@
 
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
-#include <QtCore/QProcess>
 #include <QtCore/QSettings>
 #include <QtGui/QAction>
 #include <QtTest/QtTest>
@@ -23,38 +21,15 @@
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMenu>
 
-#include <memory>
 #include <tuple>
 
 using TestFiles::Read;
 
-class TestFileCommands : public QObject
+class TestFileCommands : public ShellFixture
 {
     Q_OBJECT
 
 private:
-    std::unique_ptr<HostFixture> fixture;
-    BrindletEditor* editor = nullptr;
-    QTemporaryDir files;
-
-    CodeEditorGroup* Active() const { return EditorWindow::Active(*fixture); }
-    bool Reopen() { return (editor = EditorWindow::Open(*fixture)) != nullptr; }
-    CodeEditorGroup* Group(int index) const { return editor->GetCodeEditorGroupByIndex(index); }
-
-    QString NewFile(const QString& name, const QByteArray& bytes = "a = 1\n")
-    {
-        const QString path = QDir(files.path()).filePath(name);
-        TestFiles::Write(path, bytes);
-        return path;
-    }
-
-    static void Type(CodeEditor* codeEditor, const QString& text)
-    {
-        QTextCursor cursor = codeEditor->textCursor();
-        cursor.movePosition(QTextCursor::End);
-        cursor.insertText(text);
-    }
-
     // The labels with the current one in brackets, as the tab bar shows it highlighted.
     static QString Tabs(const CodeEditorGroup* group)
     {
@@ -72,9 +47,11 @@ private:
             QVERIFY(editor->OpenFile(NewFile(name)));
     }
 
+    QString FilePath(const QString& name) const { return QDir(files->path()).filePath(name); }
+
     void AnswerSaveDialog(const QString& name)
     {
-        const QString directory = files.path();
+        const QString directory = files->path();
         WhenModal<QFileDialog>(
             this,
             [directory, name](QFileDialog* dialog)
@@ -98,16 +75,8 @@ private:
 private slots:
     void init()
     {
-        fixture = std::make_unique<HostFixture>();
-        QVERIFY(fixture->LoadPlugin() == MStatus::kSuccess);
-        QVERIFY(Reopen());
+        QVERIFY(Start());
         QCOMPARE(Tabs(Active()), QStringLiteral("MEL [Python]"));
-    }
-
-    void cleanup()
-    {
-        editor = nullptr;
-        fixture.reset();
     }
 
     void saveAsOfAnOpenFileKeepsTheOriginal()
@@ -117,7 +86,7 @@ private slots:
         Type(Active()->GetCurrent(), QStringLiteral("b = 2\n"));
         AnswerSaveDialog(QStringLiteral("copy.py"));
         editor->SaveAs();
-        const QString copy = QDir(files.path()).filePath(QStringLiteral("copy.py"));
+        const QString copy = FilePath(QStringLiteral("copy.py"));
         QCOMPARE(Read(original), QByteArray("a = 1\n"));
         QCOMPARE(Read(copy), QByteArray("a = 1\nb = 2\n"));
         QCOMPARE(Tabs(Active()), QStringLiteral("MEL Python [copy.py]"));
@@ -153,7 +122,7 @@ private slots:
         Type(Active()->GetCodeEditor(tab), QStringLiteral("print('saved')"));
         AnswerSaveDialog(typed);
         editor->SaveAs();
-        const QString target = QDir(files.path()).filePath(saved);
+        const QString target = FilePath(saved);
         QCOMPARE(Read(target), QByteArray("print('saved')"));
         QCOMPARE(Active()->GetFilePath(tab), target);
         QCOMPARE(Active()->GetType(tab), CodeEditorType::FILE);
@@ -190,13 +159,9 @@ private slots:
         QFETCH(int, answer);
         QFETCH(int, questions);
         QFETCH(bool, closed);
-        QFETCH(QByteArray, onDisk);
-        QString path = Active()->GetFilePath(1);
+        const QString path = buffer ? Active()->GetFilePath(1) : NewFile(QStringLiteral("closing.py"));
         if (!buffer)
-        {
-            path = NewFile(QStringLiteral("closing.py"));
             QVERIFY(editor->OpenFile(path));
-        }
         Active()->SetCurrentIndex(Active()->GetCodeEditorIndex(path));
         Type(Active()->GetCurrent(), typed);
         {
@@ -211,7 +176,7 @@ private slots:
         // A buffer closed is destroyed; a file is left on disk as the answer said.
         QCOMPARE(QFile::exists(path), !(buffer && closed));
         if (QFile::exists(path))
-            QCOMPARE(Read(path), onDisk);
+            QTEST(Read(path), "onDisk");
         // Only files enter the recent list, and only once closed.
         QCOMPARE(Settings::recentFiles.contains(path), closed && !buffer);
         if (!closed)
@@ -236,7 +201,6 @@ private slots:
     {
         QFETCH(QString, command);
         QFETCH(int, clicked);
-        QFETCH(QString, left);
         OpenAll(QStringLiteral("a.py b.py c.py d.py"));
         CodeEditorGroup* group = Active();
         DialogAnswer no(QMessageBox::No);
@@ -247,7 +211,7 @@ private slots:
         else
             emit group->CloseTabsToRightRequested(group, clicked);
         QVERIFY(no.texts.isEmpty());
-        QCOMPARE(Tabs(group), left);
+        QTEST(Tabs(group), "left");
     }
 
     void closeAllEmptiesEveryGroup()
@@ -284,7 +248,7 @@ private slots:
         AnswerRename(name);
         fixture->ClearMessages();
         editor->Rename();
-        const QString renamed = QDir(files.path()).filePath(name);
+        const QString renamed = FilePath(name);
         QCOMPARE(Active()->GetLabel(2), moved ? name : QStringLiteral("old.py"));
         QCOMPARE(QFile::exists(old), !moved);
         QCOMPARE(Active()->GetFilePath(2), moved ? renamed : old);
@@ -321,7 +285,6 @@ private slots:
     void revertAsksAndReloads()
     {
         QFETCH(int, answer);
-        QFETCH(QString, text);
         const QString path = NewFile(QStringLiteral("revert.py"));
         QVERIFY(editor->OpenFile(path));
         CodeEditor* codeEditor = Active()->GetCurrent();
@@ -335,7 +298,7 @@ private slots:
         DialogAnswer reply(static_cast<QMessageBox::StandardButton>(answer));
         editor->RevertFile();
         QCOMPARE(reply.titles, QStringList{QStringLiteral("Reload")});
-        QCOMPARE(codeEditor->GetText(), text);
+        QTEST(codeEditor->GetText(), "text");
         QCOMPARE(codeEditor->IsModified(), answer != QMessageBox::Yes);
         // What the question said would be lost is not one undo step away.
         QCOMPARE(codeEditor->document()->isUndoAvailable(), answer != QMessageBox::Yes);
@@ -416,7 +379,6 @@ private slots:
     void currentTabAfterEveryMove()
     {
         QFETCH(QString, move);
-        QFETCH(QString, firstTabs);
         QFETCH(QString, secondTabs);
         QFETCH(int, activeGroup);
         OpenAll(QStringLiteral("a.py b.py"));
@@ -440,7 +402,7 @@ private slots:
             emit first->MoveTabToZoneRequested(first->GetId(), from, second->GetId(), TabDropZoneCenter);
         else
             emit first->MoveTabToZoneRequested(first->GetId(), from, first->GetId(), TabDropZoneAfter);
-        QCOMPARE(Tabs(Group(0)), firstTabs);
+        QTEST(Tabs(Group(0)), "firstTabs");
         if (!secondTabs.isEmpty())
             QCOMPARE(Tabs(Group(1)), secondTabs);
         QCOMPARE(editor->GetActiveCodeEditorGroup(), Group(activeGroup));
@@ -470,7 +432,6 @@ private slots:
         QFETCH(QString, name);
         QFETCH(bool, trim);
         QFETCH(bool, newLine);
-        QFETCH(QByteArray, saved);
         Settings::melTrimTrailingWhiteSpacesOnSave = Settings::pythonTrimTrailingWhiteSpacesOnSave = trim;
         Settings::melEnsureNewLineAtEofOnSave = Settings::pythonEnsureNewLineAtEofOnSave = newLine;
         const QString path = NewFile(name, "a = 1  \nb = 2");
@@ -479,7 +440,7 @@ private slots:
         Type(codeEditor, QStringLiteral("\t"));
         codeEditor->SetCursorPosition(5);
         editor->Save();
-        QCOMPARE(Read(path), saved);
+        QTEST(Read(path), "saved");
         QCOMPARE(codeEditor->GetCursorPosition(), 5);
         QVERIFY(!codeEditor->IsModified());
     }
@@ -518,7 +479,7 @@ private slots:
         editor->SetActiveCodeEditor(0, 1);
         Active()->SetCursorPosition(1, 5, false);
         fixture->Restart();
-        QVERIFY(Reopen());
+        QVERIFY(Open());
         QCOMPARE(editor->GetCodeEditorCount(), 3);
         QCOMPARE(Active()->GetCurrentIndex(), 1);
         QCOMPARE(Active()->GetText(1), QStringLiteral("print('kept')"));
@@ -569,7 +530,7 @@ private slots:
                                      QStringLiteral("x;1;/gone/file.py;1;0;0")});
         }
         fixture->Restart();
-        QVERIFY(Reopen());
+        QVERIFY(Open());
         // The five-field entry and the bad type are skipped, group 7 means group 0, the
         // missing file has no tab. The two first buffers, which no record names any more, come
         // back behind it rather than being lost.
@@ -598,8 +559,7 @@ private slots:
         const QString path = NewFile(QStringLiteral("watched.py"), "old = 1\n");
         editor->OpenFile(path);
         CodeEditor* codeEditor = Active()->GetCurrent();
-        QProcess::execute(QStringLiteral("sh"),
-                          {QStringLiteral("-c"), QStringLiteral("echo 'new = 2' > '%1'").arg(path)});
+        QVERIFY(TestFiles::Write(path, "new = 2\n"));
         QTRY_VERIFY(editor->GetCodeEditorGroupByPath(path));
         QTest::qWait(300);
         // Nothing happens until the user comes back to the editor.
@@ -630,8 +590,7 @@ private slots:
         DialogAnswer any(QMessageBox::No);
         editor->CheckForFileChanges();
         QVERIFY(any.texts.isEmpty());
-        QProcess::execute(QStringLiteral("sh"),
-                          {QStringLiteral("-c"), QStringLiteral("echo 'x = 4' > '%1'").arg(path)});
+        QVERIFY(TestFiles::Write(path, "x = 4\n"));
         QTest::qWait(300);
         editor->CheckForFileChanges();
         QCOMPARE(codeEditor->GetText(), QStringLiteral("x = 4\n"));

@@ -3,9 +3,8 @@
 // crashes. Each case goes through the real host and real files and looks at the bytes on disk
 // and at what the user was told.
 #include "DialogAnswer.h"
-#include "EditorWindow.h"
 #include "HostApplication.h"
-#include "HostFixture.h"
+#include "ShellFixture.h"
 #include "TestFiles.h"
 #include "editor/CodeEditor.h"
 #include "output/OutputTextEdit.h"
@@ -27,7 +26,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <memory>
+#include <tuple>
 
 namespace
 {
@@ -53,15 +52,11 @@ bool Run(const QString& program, const QStringList& arguments)
 
 } // namespace
 
-class TestFileFaults : public QObject
+class TestFileFaults : public ShellFixture
 {
     Q_OBJECT
 
 private:
-    BrindletEditor* Open() { return editor = EditorWindow::Open(*fixture); }
-
-    CodeEditorGroup* Active() const { return EditorWindow::Active(*fixture); }
-
     CodeEditor* OpenFile(const QString& path)
     {
         if (!editor->OpenFile(path))
@@ -77,21 +72,18 @@ private:
 
     static void TypeAtEnd(CodeEditor* codeEditor, const QString& text)
     {
-        QTextCursor cursor = codeEditor->textCursor();
-        cursor.movePosition(QTextCursor::End);
-        codeEditor->setTextCursor(cursor);
+        codeEditor->moveCursor(QTextCursor::End);
         for (const QChar c : text)
         {
-            if (c == QLatin1Char('\n'))
-            {
-                QTest::keyClick(codeEditor, Qt::Key_Return);
-                continue;
-            }
             // As a keyboard with that character sends it; QTest only types Latin letters.
-            const int key = c.unicode() < 128 ? c.toUpper().unicode() : 0;
-            QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, QString(c));
+            const bool newLine = c == QLatin1Char('\n');
+            const int key = newLine             ? int(Qt::Key_Return)
+                            : c.unicode() < 128 ? int(c.toUpper().unicode())
+                                                : 0;
+            const QString keyText = newLine ? QStringLiteral("\r") : QString(c);
+            QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, keyText);
             QApplication::sendEvent(codeEditor, &press);
-            QKeyEvent release(QEvent::KeyRelease, key, Qt::NoModifier, QString(c));
+            QKeyEvent release(QEvent::KeyRelease, key, Qt::NoModifier, keyText);
             QApplication::sendEvent(codeEditor, &release);
         }
     }
@@ -119,22 +111,12 @@ private:
     }
 
 private slots:
-    void init()
-    {
-        files = std::make_unique<QTemporaryDir>();
-        QVERIFY(files->isValid());
-        fixture = std::make_unique<HostFixture>();
-        QVERIFY(fixture->LoadPlugin() == MStatus::kSuccess);
-        QVERIFY(Open());
-    }
-
     void cleanup()
     {
         for (const QString& path : std::as_const(immutable))
             Run(QStringLiteral("chattr"), {QStringLiteral("-i"), path});
         immutable.clear();
-        editor = nullptr;
-        fixture.reset();
+        Stop();
         if (!mountPoint.isEmpty())
             Run(QStringLiteral("umount"), {mountPoint});
         mountPoint.clear();
@@ -168,16 +150,19 @@ private slots:
             << QByteArray("# one\xe2\x80\xa8two\nx = 1\n")
             << QByteArray("# one\xe2\x80\xa8two\nx = 1\n\nz\xc3\xa9") << "UTF-8, LF";
         QTest::newRow("empty") << QByteArray() << QByteArray("\nz\xc3\xa9") << "UTF-8, LF";
+        QByteArray large;
+        while (large.size() < 20 * 1024 * 1024)
+            large += "value = 'a line of a large generated file with some length'  # 0123456789\r\n";
+        QTest::newRow("large") << large << large + "\r\nz\xc3\xa9"
+                               << "UTF-8, CRLF";
     }
 
     void bytesRoundTrip()
     {
         QFETCH(QByteArray, original);
-        QFETCH(QByteArray, edited);
         QFETCH(QString, shown);
         // Plain text: no tidy-up on save stands between the bytes and the file.
-        const QString path = FilePath(QStringLiteral("round.txt"));
-        QVERIFY(TestFiles::Write(path, original));
+        const QString path = NewFile(QStringLiteral("round.txt"), original);
         CodeEditor* codeEditor = OpenFile(path);
         QVERIFY(codeEditor);
         QVERIFY(!codeEditor->IsModified());
@@ -189,7 +174,7 @@ private slots:
 
         TypeAtEnd(codeEditor, QStringLiteral("\nz\u00e9"));
         editor->Save();
-        QCOMPARE(TestFiles::Read(path), edited);
+        QTEST(TestFiles::Read(path), "edited");
         QVERIFY(!codeEditor->IsModified());
         // The user sees how the file is stored.
         QVERIFY2(TabToolTip().contains(shown), qPrintable(TabToolTip()));
@@ -197,8 +182,7 @@ private slots:
 
     void mixedLineEndingsAreSaid()
     {
-        const QString path = FilePath(QStringLiteral("mixed.txt"));
-        QVERIFY(TestFiles::Write(path, "a\nb\nc\r\n"));
+        const QString path = NewFile(QStringLiteral("mixed.txt"), "a\nb\nc\r\n");
         QVERIFY(OpenFile(path));
         QVERIFY(fixture->HasMessageContaining(QStringLiteral("mixed line endings: a save writes LF")));
     }
@@ -206,8 +190,7 @@ private slots:
     void nulBytesAreNeverWritten()
     {
         const QByteArray bytes("PK\x03\x04\x00\x00 binary \x00\xff\n", 16);
-        const QString path = FilePath(QStringLiteral("data.py"));
-        QVERIFY(TestFiles::Write(path, bytes));
+        const QString path = NewFile(QStringLiteral("data.py"), bytes);
         CodeEditor* codeEditor = OpenFile(path);
         QVERIFY(codeEditor);
         QVERIFY(codeEditor->isReadOnly());
@@ -222,42 +205,18 @@ private slots:
         QCOMPARE(TestFiles::Read(path), bytes);
     }
 
-    void largeFile()
-    {
-        QByteArray bytes;
-        const QByteArray line(
-            "value = 'a line of a large generated file with some length'  # 0123456789\r\n");
-        while (bytes.size() < 20 * 1024 * 1024)
-            bytes += line;
-        const QString path = FilePath(QStringLiteral("large.txt"));
-        QVERIFY(TestFiles::Write(path, bytes));
-        CodeEditor* codeEditor = OpenFile(path);
-        QVERIFY(codeEditor);
-        editor->Save();
-        QCOMPARE(TestFiles::Read(path), bytes);
-        QTextCursor cursor(codeEditor->document());
-        cursor.movePosition(QTextCursor::End);
-        cursor.insertText(QStringLiteral("end"));
-        editor->Save();
-        QVERIFY(TestFiles::Read(path) == bytes + "end");
-    }
-
     void fileIdentityIsKept_data()
     {
         QTest::addColumn<QString>("kind");
-        QTest::newRow("read-only folder") << "read-only folder";
-        QTest::newRow("hard link") << "hard link";
-        QTest::newRow("other owner") << "other owner";
-        QTest::newRow("symbolic link") << "symbolic link";
+        for (const char* kind : {"read-only folder", "hard link", "other owner", "symbolic link"})
+            QTest::newRow(kind) << QString(kind);
     }
 
     void fileIdentityIsKept()
     {
         QFETCH(QString, kind);
-        const QString folder = FilePath(QStringLiteral("folder"));
-        QVERIFY(QDir().mkpath(folder));
-        const QString path = folder + QStringLiteral("/tool.txt");
-        QVERIFY(TestFiles::Write(path, "old\n"));
+        const QString path = NewFile(QStringLiteral("folder/tool.txt"), "old\n");
+        const QString folder = QFileInfo(path).path();
         QString opened = path;
         const QString other = FilePath(QStringLiteral("other.txt"));
         if (kind == QLatin1String("read-only folder"))
@@ -292,10 +251,9 @@ private slots:
                  qPrintable(fixture->MessagesOfType(MCommandMessage::kError).join('\n')));
         QCOMPARE(TestFiles::Read(path), QByteArray("old\nnew"));
         const struct stat after = Stat(path);
-        QCOMPARE(after.st_ino, before.st_ino);
-        QCOMPARE(after.st_uid, before.st_uid);
-        QCOMPARE(after.st_gid, before.st_gid);
-        QCOMPARE(after.st_mode, before.st_mode);
+        // The same file: its inode, owner, group and mode.
+        QCOMPARE(std::tie(after.st_ino, after.st_uid, after.st_gid, after.st_mode),
+                 std::tie(before.st_ino, before.st_uid, before.st_gid, before.st_mode));
         if (kind == QLatin1String("hard link"))
             QCOMPARE(TestFiles::Read(other), QByteArray("old\nnew"));
         if (kind == QLatin1String("symbolic link"))
@@ -307,8 +265,7 @@ private slots:
     void failedSaveAtQuitAsksAndKeepsTheText()
     {
         Settings::saveAllOnExit = true;
-        const QString path = FilePath(QStringLiteral("locked.txt"));
-        QVERIFY(TestFiles::Write(path, "locked\n"));
+        const QString path = NewFile(QStringLiteral("locked.txt"), "locked\n");
         if (::geteuid() == 0 && !Run(QStringLiteral("chattr"), {QStringLiteral("+i"), path}))
             QSKIP("chattr +i is not available, and root writes any file");
         if (::geteuid() != 0)
@@ -363,7 +320,6 @@ private slots:
         const QString path = mount + QStringLiteral("/full.txt");
         const QByteArray original = QByteArray("kept\n").repeated(100);
         QVERIFY(TestFiles::Write(path, original));
-        // Fill what is left.
         QFile filler(mount + QStringLiteral("/filler"));
         QVERIFY(filler.open(QIODevice::WriteOnly));
         const QByteArray block(4096, 'f');
@@ -386,8 +342,7 @@ private slots:
 
     void fileDeletedUnderTheEditor()
     {
-        const QString path = FilePath(QStringLiteral("gone.txt"));
-        QVERIFY(TestFiles::Write(path, "text\n"));
+        const QString path = NewFile(QStringLiteral("gone.txt"), "text\n");
         CodeEditor* codeEditor = OpenFile(path);
         QVERIFY(codeEditor);
         QVERIFY(QFile::remove(path));
@@ -425,13 +380,11 @@ private slots:
         QFETCH(bool, byRename);
         QFETCH(QString, action);
         QFETCH(int, answer);
-        QFETCH(QByteArray, onDisk);
         Settings::saveAllOnExecute = true;
         Settings::saveAllOnExit = true;
         Settings::pythonTrimTrailingWhiteSpacesOnSave = false;
         Settings::pythonEnsureNewLineAtEofOnSave = false;
-        const QString path = FilePath(QStringLiteral("shared.py"));
-        QVERIFY(TestFiles::Write(path, "mine = 1\n"));
+        const QString path = NewFile(QStringLiteral("shared.py"), "mine = 1\n");
         CodeEditor* codeEditor = OpenFile(path);
         QVERIFY(codeEditor);
         TypeAtEnd(codeEditor, QStringLiteral("ours = 3\n"));
@@ -448,7 +401,7 @@ private slots:
             editor->Execute();
         else
             fixture->Host().Quit();
-        QCOMPARE(TestFiles::Read(path), onDisk);
+        QTEST(TestFiles::Read(path), "onDisk");
         QVERIFY2(answered.Told(QStringLiteral("This file has been changed by another program")),
                  qPrintable(answered.texts.join('\n')));
         QVERIFY(answered.labels.contains(QStringLiteral("Overwrite")));
@@ -515,9 +468,6 @@ private slots:
     }
 
 private:
-    std::unique_ptr<HostFixture> fixture;
-    BrindletEditor* editor = nullptr;
-    std::unique_ptr<QTemporaryDir> files;
     QStringList immutable;
     QString mountPoint;
 };

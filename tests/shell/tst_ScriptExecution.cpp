@@ -1,6 +1,5 @@
-#include "EditorWindow.h"
 #include "HostApplication.h"
-#include "HostFixture.h"
+#include "ShellFixture.h"
 #include "editor/CodeEditor.h"
 #include "output/OutputTextEdit.h"
 #include "output/PanelGroup.h"
@@ -16,13 +15,11 @@
 #include <QtWidgets/QApplication>
 
 // Running code from the editor as a user does: focus a buffer, type, execute, read the output.
-class TestScriptExecution : public QObject
+class TestScriptExecution : public ShellFixture
 {
     Q_OBJECT
 
 private:
-    BrindletEditor* editor = nullptr;
-
     // The first buffer of the language, made current and focused, its text entered as an edit,
     // as typing would: the buffer becomes modified.
     CodeEditor* FocusedBuffer(CodeEditorLanguage language, const QString& text) const
@@ -45,23 +42,7 @@ private:
 
     QString Output() const { return editor->GetPanelGroup()->GetOutputTextEdit()->GetText(); }
 
-    void ClearOutput() const { editor->ClearHistory(); }
-
 private slots:
-    void init()
-    {
-        fixture = std::make_unique<HostFixture>();
-        QVERIFY(fixture->LoadPlugin() == MStatus::kSuccess);
-        editor = EditorWindow::Open(*fixture);
-        QVERIFY(editor);
-    }
-
-    void cleanup()
-    {
-        editor = nullptr;
-        fixture.reset();
-    }
-
     void typedPythonRunsAndPrints()
     {
         CodeEditor* python = FocusedBuffer(CodeEditorLanguage::PYTHON, QString());
@@ -71,12 +52,12 @@ private slots:
         if (!python->GetText().endsWith(QLatin1Char(')')))
             QTest::keyClicks(python, QStringLiteral(")"));
         QCOMPARE(python->GetText(), QStringLiteral("print(6*7)"));
-        ClearOutput();
+        editor->ClearHistory();
         QTest::keyClick(python, Qt::Key_Return, Qt::ControlModifier);
         QCOMPARE(Output(), QStringLiteral("print(6*7)\n42\n"));
 
         // The number pad's Enter runs too, and types nothing.
-        ClearOutput();
+        editor->ClearHistory();
         QTest::keyClick(python, Qt::Key_Enter, Qt::KeypadModifier);
         QCOMPARE(Output(), QStringLiteral("print(6*7)\n42\n"));
         QCOMPARE(python->GetText(), QStringLiteral("print(6*7)"));
@@ -86,7 +67,7 @@ private slots:
     {
         CodeEditor* python = FocusedBuffer(CodeEditorLanguage::PYTHON, QStringLiteral("3 * 14"));
         QVERIFY(python);
-        ClearOutput();
+        editor->ClearHistory();
         editor->Execute();
         QVERIFY(Output().endsWith(QStringLiteral("# Result: 42 #\n")));
 
@@ -100,7 +81,7 @@ private slots:
         QVERIFY(mel);
         editor->Execute();
         mel->SetText(QStringLiteral("$bq2Answer"));
-        ClearOutput();
+        editor->ClearHistory();
         editor->Execute();
         // The lone variable prints its value, without an echo.
         QCOMPARE(Output(), QStringLiteral("yes\n"));
@@ -112,16 +93,16 @@ private slots:
             FocusedBuffer(CodeEditorLanguage::PYTHON, QStringLiteral("print('a')\nprint('b')"));
         QVERIFY(python);
         python->SetCursorSelection(0, 10);
-        ClearOutput();
+        editor->ClearHistory();
         editor->Execute(ExecuteType::Selection);
         QCOMPARE(Output(), QStringLiteral("print('a')\na\n"));
 
-        ClearOutput();
+        editor->ClearHistory();
         editor->Execute(ExecuteType::All);
         QCOMPARE(Output(), QStringLiteral("print('a')\nprint('b')\na\nb\n"));
 
         python->SetCursorPosition(13);
-        ClearOutput();
+        editor->ClearHistory();
         editor->ExecuteLine();
         QCOMPARE(Output(), QStringLiteral("print('b')\nb\n"));
     }
@@ -132,7 +113,7 @@ private slots:
         OutputTextEdit* output = editor->GetPanelGroup()->GetOutputTextEdit();
         output->setFocus();
         QTRY_COMPARE(QApplication::focusWidget(), static_cast<QWidget*>(output));
-        ClearOutput();
+        editor->ClearHistory();
         editor->Execute();
         QVERIFY(!Output().contains(QStringLiteral("should not run")));
     }
@@ -145,7 +126,7 @@ private slots:
         QVERIFY(python);
         QVERIFY(python->IsModified());
         python->SetCursorPosition(10);
-        ClearOutput();
+        editor->ClearHistory();
         editor->ExecuteLine();
         QVERIFY(Output().isEmpty());
         QVERIFY(python->IsModified());
@@ -206,20 +187,17 @@ private slots:
     {
         CodeEditor* python = FocusedBuffer(CodeEditorLanguage::PYTHON, QStringLiteral("len"));
         QVERIFY(python);
-        ClearOutput();
+        editor->ClearHistory();
         editor->PythonHelpSelection();
         QVERIFY(Output().isEmpty());
         python->SetCursorSelection(0, 3);
         editor->PythonDirSelection();
         QVERIFY(Output().contains(QStringLiteral("# Result: ")));
         QVERIFY(Output().contains(QStringLiteral("__call__")));
-        ClearOutput();
+        editor->ClearHistory();
         editor->PythonHelpSelection();
         QVERIFY(Output().contains(QStringLiteral("Return the number of items")));
     }
-
-private:
-    std::unique_ptr<HostFixture> fixture;
 };
 
 QTEST_MAIN(TestScriptExecution)

@@ -20,6 +20,13 @@ namespace
 const QString PLUGIN_NAME = QStringLiteral("brindletEditor2");
 const QString CONTROL_NAME = QStringLiteral("BrindletEditor2Window");
 
+MStatus Mel(const QString& command)
+{
+    const MStatus status = MGlobal::executeCommand(MQtUtil::toMString(command));
+    QCoreApplication::processEvents();
+    return status;
+}
+
 int MelInt(const QString& command)
 {
     int value = -1;
@@ -29,11 +36,10 @@ int MelInt(const QString& command)
 }
 
 // The editor's main widget inside the control, found by its class as the host sees it.
-QWidget* EditorIn(QWidget* control)
+QWidget* Editor()
 {
-    if (!control)
-        return nullptr;
-    const auto children = control->findChildren<QWidget*>();
+    QWidget* control = MQtUtil::findControl(MQtUtil::toMString(CONTROL_NAME));
+    const auto children = control ? control->findChildren<QWidget*>() : QList<QWidget*>();
     for (QWidget* child : children)
     {
         if (QByteArray(child->metaObject()->className()) == "BrindletEditor")
@@ -71,15 +77,10 @@ private slots:
     void openingCreatesTheControlByItsName()
     {
         QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -exists %1").arg(CONTROL_NAME)), 0);
-        QCOMPARE(MGlobal::executeCommand(MQtUtil::toMString(PLUGIN_NAME)), MStatus::kSuccess);
-        QCoreApplication::processEvents();
+        QCOMPARE(Mel(PLUGIN_NAME), MStatus::kSuccess);
         QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -exists %1").arg(CONTROL_NAME)), 1);
         QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -visible %1").arg(CONTROL_NAME)), 1);
-        // A control named wrongly ("Window") would leave this one empty.
-        QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -exists Window")), 0);
-        QWidget* editor = EditorIn(MQtUtil::findControl(MQtUtil::toMString(CONTROL_NAME)));
-        QVERIFY(editor);
-        QVERIFY(editor->isVisible());
+        QVERIFY(Editor() && Editor()->isVisible());
         // Maya runs the command through the control's script when it restores the panel.
         MString uiScript;
         QCOMPARE(MGlobal::executeCommand(
@@ -91,19 +92,14 @@ private slots:
 
     void closingHidesAndOpeningShowsTheSameEditor()
     {
-        QWidget* editor = EditorIn(MQtUtil::findControl(MQtUtil::toMString(CONTROL_NAME)));
+        QWidget* editor = Editor();
         QVERIFY(editor);
-        QCOMPARE(MGlobal::executeCommand(
-                     MQtUtil::toMString(QStringLiteral("workspaceControl -e -close %1").arg(CONTROL_NAME))),
-                 MStatus::kSuccess);
-        QCoreApplication::processEvents();
+        QCOMPARE(Mel(QStringLiteral("workspaceControl -e -close %1").arg(CONTROL_NAME)), MStatus::kSuccess);
         QVERIFY(!editor->isVisible());
         QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -visible %1").arg(CONTROL_NAME)), 0);
-
-        QCOMPARE(MGlobal::executeCommand(MQtUtil::toMString(PLUGIN_NAME)), MStatus::kSuccess);
-        QCoreApplication::processEvents();
+        QCOMPARE(Mel(PLUGIN_NAME), MStatus::kSuccess);
         QCOMPARE(MelInt(QStringLiteral("workspaceControl -q -visible %1").arg(CONTROL_NAME)), 1);
-        QCOMPARE(EditorIn(MQtUtil::findControl(MQtUtil::toMString(CONTROL_NAME))), editor);
+        QCOMPARE(Editor(), editor);
         QVERIFY(editor->isVisible());
     }
 
@@ -112,8 +108,8 @@ private slots:
         QCOMPARE(host->UnloadPlugin(PLUGIN_NAME), MStatus::kSuccess);
         QCoreApplication::processEvents();
         QVERIFY(!HostPlugins::Commands().contains(PLUGIN_NAME));
-        QVERIFY(!EditorIn(MQtUtil::findControl(MQtUtil::toMString(CONTROL_NAME))));
-        QVERIFY(MGlobal::executeCommand(MQtUtil::toMString(PLUGIN_NAME)) != MStatus::kSuccess);
+        QVERIFY(!Editor());
+        QVERIFY(Mel(PLUGIN_NAME) != MStatus::kSuccess);
     }
 
     void cleanupTestCase()
