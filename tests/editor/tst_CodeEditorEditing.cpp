@@ -196,25 +196,25 @@ public:
 
     void IncreaseIndent(bool fullLine) override
     {
-        Record(QStringLiteral("IncreaseIndent(%1)").arg(fullLine));
+        calls.append(QStringLiteral("IncreaseIndent(%1)").arg(fullLine));
     }
-    void DecreaseIndent() override { Record(QStringLiteral("DecreaseIndent")); }
-    void CustomCut() override { Record(QStringLiteral("CustomCut")); }
-    void CustomCopy() override { Record(QStringLiteral("CustomCopy")); }
-    void CustomPaste() override { Record(QStringLiteral("CustomPaste")); }
+    void DecreaseIndent() override { calls.append(QStringLiteral("DecreaseIndent")); }
+    void CustomCut() override { calls.append(QStringLiteral("CustomCut")); }
+    void CustomCopy() override { calls.append(QStringLiteral("CustomCopy")); }
+    void CustomPaste() override { calls.append(QStringLiteral("CustomPaste")); }
 
 protected:
     void InsertNewLine() override
     {
-        Record(QStringLiteral("InsertNewLine"));
+        calls.append(QStringLiteral("InsertNewLine"));
         CodeEditor::InsertNewLine();
     }
-    void InsertOpeningBrace(QChar c) override { Record(QStringLiteral("InsertOpeningBrace ") + c); }
-    void InsertClosingBrace(QChar c) override { Record(QStringLiteral("InsertClosingBrace ") + c); }
-    void InsertQuote(QChar c) override { Record(QStringLiteral("InsertQuote ") + c); }
+    void InsertOpeningBrace(QChar c) override { calls.append(QStringLiteral("InsertOpeningBrace ") + c); }
+    void InsertClosingBrace(QChar c) override { calls.append(QStringLiteral("InsertClosingBrace ") + c); }
+    void InsertQuote(QChar c) override { calls.append(QStringLiteral("InsertQuote ") + c); }
     bool InsertBackspace() override
     {
-        Record(QStringLiteral("InsertBackspace"));
+        calls.append(QStringLiteral("InsertBackspace"));
         return backspaceTakesKey;
     }
     bool IsIgnoredBlockDataPosition(const QTextCursor&) const override { return false; }
@@ -228,9 +228,6 @@ protected:
         popupUpdates.append(force);
         popup->show();
     }
-
-private:
-    void Record(const QString& call) { calls.append(call); }
 };
 
 // Logs the key presses that reach a widget, including the ones it sends itself.
@@ -421,7 +418,6 @@ private slots:
         QVERIFY(!editor->document()->isUndoAvailable());
         editor->redo();
 
-        // Copying a line and pasting it duplicates it.
         SetState(QStringLiteral("ab|c"));
         QTest::keyClick(editor.get(), Qt::Key_C, Qt::ControlModifier);
         QCOMPARE(editor->GetText(), QStringLiteral("abc"));
@@ -450,7 +446,6 @@ private slots:
                     .isEmpty());
         QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("bc"));
 
-        // A read-only buffer gives its line but keeps it.
         SetState(QStringLiteral("ab|c\nd"));
         editor->setReadOnly(true);
         editor->CustomCut();
@@ -460,7 +455,6 @@ private slots:
 
     void typedBlock()
     {
-        // A function typed key by key comes out indented.
         Show(CodeEditorLanguage::MEL, QString());
         QTest::keyClicks(editor.get(), QStringLiteral("proc a() {"));
         QTest::keyClick(editor.get(), Qt::Key_Return);

@@ -31,14 +31,6 @@
 namespace
 {
 const QString MIME_TYPE = QStringLiteral("tolvanek-bq2/move-code-editor");
-const QColor BACKGROUND(30, 30, 120);
-
-void MoveMouse(QWidget* widget, const QPoint& pos)
-{
-    QMouseEvent event(QEvent::MouseMove, QPointF(pos), QPointF(widget->mapToGlobal(pos)), Qt::NoButton,
-                      Qt::NoButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(widget, &event);
-}
 
 // The tab whose right edge meets the bar's right edge, or -1.
 int RightAlignedTab(const CustomTabBar& strip)
@@ -98,8 +90,6 @@ private:
         strip->show();
         QVERIFY(QTest::qWaitForWindowExposed(strip.get()));
     }
-
-    QImage Region(const QRect& rect) { return strip->grab(rect).toImage(); }
 
     CodeEditorGroupTabBar* TabBar() const { return group->findChild<CodeEditorGroupTabBar*>(); }
     FlatButton* Button(const char* name) const { return group->findChild<FlatButton*>(QLatin1String(name)); }
@@ -216,7 +206,6 @@ private slots:
         QCOMPARE(oldExecute.count(), 0);
         QCOMPARE(newExecute.count(), 1);
 
-        // Within a group, a move reorders tabs and editors together.
         other->MoveCodeEditor(0, 1);
         QCOMPARE(Labels(*other), (QStringList{"c.mel", "b.mel"}));
         QCOMPARE(TabBar()->GetTabText(0), QStringLiteral("a.mel"));
@@ -241,7 +230,6 @@ private slots:
         QVERIFY(group->IsModified(0));
         QVERIFY(!bar->IsModified(0));
 
-        // Renamed on disk: label, tool tip and language follow the new path.
         group->UpdateFilePath(QStringLiteral("/scripts/tool.py"), QStringLiteral("/other/renamed.mel"),
                               CodeEditorLanguage::MEL);
         QCOMPARE(bar->GetTabText(file), QStringLiteral("renamed.mel"));
@@ -307,7 +295,6 @@ private slots:
         QVERIFY(!overlay->isVisible());
         QCOMPARE(group->GetDropZone(), TabDropZoneNone);
 
-        // A drag that leaves takes its highlight with it.
         DragSimulation::DragTo(viewport, QPoint(w / 2, h / 2), tab.get(), false);
         QDragLeaveEvent leave;
         QCoreApplication::sendEvent(viewport, &leave);
@@ -320,12 +307,10 @@ private slots:
         QVERIFY(Open(group, 1, {"a.mel", "b.mel"}));
         group->SetTabDropOtherGroupsEnabled(true);
         QTemporaryDir dir;
-        QStringList paths;
-        for (const QString& name : {QStringLiteral("one.py"), QStringLiteral("two.mel")})
-        {
-            paths.append(dir.filePath(name));
-            QVERIFY(TestFiles::Write(paths.last(), QByteArray()));
-        }
+        const QStringList paths{dir.filePath(QStringLiteral("one.py")),
+                                dir.filePath(QStringLiteral("two.mel"))};
+        for (const QString& path : paths)
+            QVERIFY(TestFiles::Write(path, QByteArray()));
         std::unique_ptr<QMimeData> files(
             DragSimulation::UrlMimeData({paths.at(0), dir.filePath(QStringLiteral("no.py")), paths.at(1)}));
         QSignalSpy open(group.get(), &CodeEditorGroup::OpenFileRequested);
@@ -383,7 +368,6 @@ private slots:
             QCOMPARE(runs.count(), 1);
         }
 
-        // The menu of the empty part of the bar switches the buttons one by one.
         std::unique_ptr<QMenu> menu(group->CreateMiniToolbarContextMenu());
         QAction* all = FindAction(menu.get(), QStringLiteral("Execute All"));
         QVERIFY(all && all->isChecked());
@@ -412,7 +396,6 @@ private slots:
         QVERIFY(group->GetTabBarScrollValue() < value);
         QTest::mouseRelease(Button("scrollLeftBtn"), Qt::LeftButton);
 
-        // The list of open editors jumps to any of them.
         std::unique_ptr<QMenu> menu(group->CreateOpenCodeEditorMenu());
         QCOMPARE(menu->actions().size(), 12);
         menu->actions().at(11)->trigger();
@@ -449,7 +432,6 @@ private slots:
         QCOMPARE(FindAction(fileMenu.get(), QStringLiteral("Close"))->shortcut(),
                  keyBindings->GetShortcut(KeySequenceType::CloseFile));
 
-        // A double click on the empty part asks for a new tab; on a tab it does not.
         QSignalSpy newTab(group.get(), &CodeEditorGroup::NewTabRequested);
         QTest::mouseDClick(bar, Qt::LeftButton, Qt::NoModifier, bar->GetTabRect(0).center());
         QCOMPARE(newTab.count(), 0);
@@ -558,13 +540,11 @@ private slots:
     void tabsAreLaidOutSideBySideAndHitTested()
     {
         ShowBar(3, 600);
-        QCOMPARE(strip->height(), 24);
         QCOMPARE(strip->GetTabRect(0).left(), 0);
         for (int i = 0; i < 3; ++i)
         {
             const QRect tab = strip->GetTabRect(i);
             QVERIFY(tab.width() > strip->fontMetrics().horizontalAdvance(strip->GetTabText(i)));
-            QCOMPARE(tab.height(), 24);
             QVERIFY(tab.contains(strip->GetCloseRect(i)));
             QCOMPARE(strip->TabAt(tab.center()), i);
             if (i > 0)
@@ -572,13 +552,11 @@ private slots:
         }
         QCOMPARE(strip->TabAt(QPoint(strip->GetTabRect(2).right() + 5, 10)), -1);
 
-        // Out-of-range indices are ignored or give empty values.
         strip->SetTabText(7, QStringLiteral("x"));
         QCOMPARE(strip->GetTabText(7), QString());
         QVERIFY(!strip->GetData(-1).isValid());
         QVERIFY(!strip->IsModified(3));
 
-        // A tab inserted before the current one keeps the current tab current.
         QSignalSpy current(strip.get(), &CustomTabBar::CurrentChanged);
         QCOMPARE(strip->InsertTab(0, QStringLiteral("front")), 0);
         QCOMPARE(strip->GetCurrentIndex(), 1);
@@ -586,7 +564,6 @@ private slots:
         QCOMPARE(strip->InsertTab(42, QStringLiteral("back")), 4);
         QCOMPARE(strip->GetTabText(4), QStringLiteral("back"));
 
-        // A longer text makes a wider tab and pushes the next one.
         const int oldWidth = strip->GetTabRect(1).width();
         strip->SetTabText(1, QStringLiteral("a much longer label than before"));
         QTRY_VERIFY(strip->GetTabRect(1).width() > oldWidth);
@@ -604,29 +581,15 @@ private slots:
         }
     }
 
-    void modifiedMarkGivesWayToTheCloseButtonUnderThePointer()
+    // A modified tab shows its mark where the close button goes.
+    void modifiedTabShowsItsMark()
     {
         ShowBar(3, 500);
         strip->SetTabsClosable(true);
-        strip->SetBackgroundColor(BACKGROUND);
         const QRect close = strip->GetCloseRect(2);
-        const QImage blank = Region(close);
+        const QImage blank = strip->grab(close).toImage();
         strip->SetModified(2, true);
-        const QImage mark = Region(close);
-        QVERIFY(mark != blank);
-
-        MoveMouse(strip.get(), strip->GetTabRect(2).topLeft() + QPoint(3, 3));
-        QCOMPARE(Region(close), mark);
-        MoveMouse(strip.get(), close.center());
-        const QImage cross = Region(close);
-        QVERIFY(cross != mark && cross != blank);
-
-        // An unmodified tab shows its close button only under the pointer.
-        strip->SetModified(2, false);
-        QCOMPARE(Region(close), cross);
-        QEvent leave(QEvent::Leave);
-        QCoreApplication::sendEvent(strip.get(), &leave);
-        QCOMPARE(Region(close), blank);
+        QVERIFY(strip->grab(close).toImage() != blank);
     }
 
     void closeButtonClickRequestsCloseWithoutActivating()
@@ -664,7 +627,6 @@ private slots:
         QCOMPARE(strip->GetScrollBarValue(), 0);
         QCOMPARE(RightAlignedTab(*strip), -1);
 
-        // Right, one tab at a time, each landing on the right edge.
         strip->BeginScrollingRight();
         QVERIFY(strip->IsScrolling());
         int expected = RightAlignedTab(*strip);
@@ -680,7 +642,6 @@ private slots:
         QVERIFY(!strip->IsScrolling());
         QCOMPARE(strip->GetScrollBarValue(), atEnd);
 
-        // Left again, each step bringing the previous tab to the left edge.
         strip->BeginScrollingLeft();
         int left = strip->TabAt(QPoint(0, 5));
         QCOMPARE(strip->GetTabRect(left).left(), 0);
@@ -785,7 +746,6 @@ private slots:
         DragSimulation::DragTo(strip.get(), end, foreign.get(), true);
         QCOMPARE(move.at(2), (QList<QVariant>{7, 5, 3, 4}));
 
-        // A tab over itself shows no zone.
         std::unique_ptr<QMimeData> second(DragSimulation::TabMimeData(3, 1));
         DragSimulation::DragTo(strip.get(), strip->GetTabRect(1).center(), second.get(), false);
         QVERIFY(!strip->GetDropZoneRect().isValid());
@@ -812,7 +772,6 @@ private slots:
         QVERIFY(!drop.isAccepted());
         QCOMPARE(move.count(), 0);
 
-        // A bar whose tabs are locked takes no drops at all.
         strip->SetTabsMoveable(false);
         std::unique_ptr<QMimeData> own(DragSimulation::TabMimeData(3, 0));
         DragSimulation::DragTo(strip.get(), strip->GetTabRect(2).center(), own.get(), true);
