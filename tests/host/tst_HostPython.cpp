@@ -252,43 +252,44 @@ private slots:
         QVERIFY(messages[1].text.contains(QLatin1String("File \"<maya console>\", line 2, in fail")));
         QCOMPARE(messages[2].type, MCommandMessage::kError);
         QCOMPARE(messages[2].text, QStringLiteral("ValueError: file <maya console> line 2: bad"));
-
-        // Frames outside the code that was run don't count: the line is the deepest one of ours.
-        recorder->messages.clear();
-        QVERIFY(!HostPython::Execute(QStringLiteral("import json\n\njson.loads('{')"), false));
-        const QStringList errors = Texts(MCommandMessage::kError);
-        QCOMPARE(errors.size(), 1);
-        QVERIFY2(errors.first().startsWith(QLatin1String("JSONDecodeError: file <maya console> line 3: ")),
-                 qPrintable(errors.first()));
-
-        recorder->messages.clear();
-        int value = 0;
-        QVERIFY(!HostPython::EvaluateInt(QStringLiteral("1 / 0"), value));
-        QCOMPARE(
-            Texts(MCommandMessage::kError),
-            QStringList{QStringLiteral("ZeroDivisionError: file <maya console> line 1: division by zero")});
-        QCOMPARE(Texts(MCommandMessage::kStackTrace).size(), 1);
     }
 
-    void syntaxErrorReportsItsLine()
+    void errorsNameTheirLine_data()
     {
+        QTest::addColumn<QString>("code");
+        QTest::addColumn<bool>("evaluate");
+        QTest::addColumn<QString>("error");
+        // Frames outside the code that was run don't count: the line is the deepest one of ours.
+        const char* const rows[][4] = {
+            {"in a library", "import json\n\njson.loads('{')", "",
+             "JSONDecodeError: file <maya console> line 3: "},
+            {"evaluated", "1 / 0", "e", "ZeroDivisionError: file <maya console> line 1: division by zero"},
+            {"syntax", "ran = 1\nif ran\n    pass", "", "SyntaxError: file <maya console> line 2: "},
+            {"indentation", "x = 1\n  y = 2", "e", "IndentationError: file <maya console> line 2: "},
+            {"missing module", "import maya.OpenMayaCloth", "",
+             "ModuleNotFoundError: file <maya console> line 1: No module named 'maya.OpenMayaCloth'"},
+            {"failing MEL", "\nmel.eval('h2Fail')", "",
+             "RuntimeError: file <maya console> line 2: Error occurred during execution of MEL script"},
+        };
+        for (const auto& row : rows)
+            QTest::newRow(row[0]) << QString::fromUtf8(row[1]) << (*row[2] != 0) << QString::fromUtf8(row[3]);
+    }
+
+    void errorsNameTheirLine()
+    {
+        QFETCH(QString, code);
+        QFETCH(bool, evaluate);
+        QFETCH(QString, error);
         QVERIFY(HostPython::Execute(QStringLiteral("ran = 0"), false));
-        QVERIFY(!HostPython::Execute(QStringLiteral("ran = 1\nif ran\n    pass"), true));
-        QStringList errors = Texts(MCommandMessage::kError);
-        QCOMPARE(errors.size(), 1);
-        QVERIFY2(errors.first().startsWith(QLatin1String("SyntaxError: file <maya console> line 2: ")),
-                 qPrintable(errors.first()));
+        QString text;
+        QVERIFY(evaluate ? !HostPython::EvaluateString(code, text) : !HostPython::Execute(code, false));
+        // A row that ends in ": " gives the start of the message, any other the whole of it.
+        const QString last = Texts(MCommandMessage::kError).value(Texts(MCommandMessage::kError).size() - 1);
+        QVERIFY2(error.endsWith(QLatin1String(": ")) ? last.startsWith(error) : last == error,
+                 qPrintable(last));
         int ran = -1;
         QVERIFY(HostPython::EvaluateInt(QStringLiteral("ran"), ran));
         QCOMPARE(ran, 0); // nothing of code that does not compile runs
-
-        recorder->messages.clear();
-        QString text;
-        QVERIFY(!HostPython::EvaluateString(QStringLiteral("x = 1\n  y = 2"), text));
-        errors = Texts(MCommandMessage::kError);
-        QCOMPARE(errors.size(), 1);
-        QVERIFY2(errors.first().startsWith(QLatin1String("IndentationError: file <maya console> line 2: ")),
-                 qPrintable(errors.first()));
     }
 
     void melEvalRoundTrip()
@@ -361,14 +362,6 @@ private slots:
         QVERIFY(HostPython::Execute(code.arg(QStringLiteral("cmds.h2Fail()")), false));
         QVERIFY(HostPython::EvaluateString(QStringLiteral("caught"), caught));
         QCOMPARE(caught, QStringLiteral("h2 failure text"));
-
-        // Uncaught, it is reported against the Python line.
-        recorder->messages.clear();
-        QVERIFY(!HostPython::Execute(QStringLiteral("\nmel.eval('h2Fail')"), false));
-        QCOMPARE(
-            Texts(MCommandMessage::kError).last(),
-            QStringLiteral(
-                "RuntimeError: file <maya console> line 2: Error occurred during execution of MEL script"));
     }
 
     void mayaPackageModules()
@@ -380,10 +373,6 @@ private slots:
                            "import maya.api.OpenMaya"),
             false));
         QVERIFY2(recorder->messages.isEmpty(), qPrintable(recorder->Described()));
-        QVERIFY(!HostPython::Execute(QStringLiteral("import maya.OpenMayaCloth"), false));
-        QCOMPARE(Texts(MCommandMessage::kError),
-                 QStringList{QStringLiteral("ModuleNotFoundError: file <maya console> line 1: "
-                                            "No module named 'maya.OpenMayaCloth'")});
         // Removing a module of the maya package forces a fresh import, as the module state revert needs.
         int value = 0;
         QVERIFY(HostPython::Execute(QStringLiteral("import maya.OpenMaya\n"
