@@ -339,6 +339,18 @@ private slots:
         QCOMPARE(mel.GetTabSize(), 4);
     }
 
+    void colorsComeFromTheColorTable()
+    {
+        QTextCharFormat plain = ColorSettings::GetCodeEditorFormat(ColorSettings::PLAIN_TEXT);
+        plain.setForeground(QColor(1, 2, 3));
+        plain.setBackground(QColor(4, 5, 6));
+        ColorSettings::SetCodeEditorFormat(ColorSettings::PLAIN_TEXT, plain);
+        CodeEditor editor(Properties(CodeEditorLanguage::MEL), nullptr);
+        QCOMPARE(editor.palette().color(QPalette::Active, QPalette::Text), QColor(1, 2, 3));
+        QCOMPARE(editor.viewport()->palette().color(QPalette::Inactive, QPalette::Base), QColor(4, 5, 6));
+        ColorSettings::Initialize();
+    }
+
     void linesAndPositionsOutOfRangeAreIgnored()
     {
         CodeEditor editor(Properties(CodeEditorLanguage::TEXT), nullptr);
