@@ -581,6 +581,36 @@ private slots:
         }
     }
 
+    // The current tab and a drop zone stand out; the underline, when asked for, is as wide as the label.
+    void paintingShowsCurrentTabUnderlineAndDropZone()
+    {
+        const QColor active(200, 40, 40);
+        const QColor background(30, 30, 120);
+        ShowBar(3, 500);
+        strip->SetActiveTabBackgroundColor(active);
+        strip->SetBackgroundColor(background);
+        strip->SetCurrentIndex(1, true);
+        const auto pixel = [this](const QPoint& at) { return strip->grab().toImage().pixelColor(at); };
+        // A corner of a tab holds neither icon, text nor close button.
+        const QPoint corner(2, 2);
+        QCOMPARE(pixel(strip->GetTabRect(1).topLeft() + corner), active);
+        QCOMPARE(pixel(strip->GetTabRect(0).topLeft() + corner), background);
+        const QPoint underText(strip->GetTabRect(1).center().x(), strip->height() - 1);
+        QCOMPARE(pixel(underText), active);
+        strip->SetUnderlineEnabled(true);
+        QCOMPARE(pixel(underText), QColor(Qt::darkGray));
+        QCOMPARE(pixel(strip->GetTabRect(1).bottomLeft() + QPoint(2, 0)), active);
+
+        std::unique_ptr<QMimeData> mimeData(DragSimulation::TabMimeData(3, 0));
+        const QPoint over = strip->GetTabRect(2).topLeft() + corner;
+        DragSimulation::DragTo(strip.get(), over, mimeData.get(), false);
+        const QColor highlighted = pixel(over);
+        QVERIFY(highlighted.red() > background.red() && highlighted.green() > background.green());
+        QDragLeaveEvent leave;
+        QCoreApplication::sendEvent(strip.get(), &leave);
+        QCOMPARE(pixel(over), background);
+    }
+
     // A modified tab shows its mark where the close button goes.
     void modifiedTabShowsItsMark()
     {
