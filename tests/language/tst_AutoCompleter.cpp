@@ -17,7 +17,6 @@
 
 namespace
 {
-using L = QStringList;
 QStringList Words(const char* words)
 {
     return QString::fromLatin1(words).split(QLatin1Char(' '), Qt::SkipEmptyParts);
@@ -249,31 +248,27 @@ private slots:
     {
         QTest::addColumn<int>("language");
         QTest::addColumn<QString>("buffer");
-        QTest::addColumn<QString>("expected");
-        QTest::newRow("mel") << int(CodeEditorLanguage::MEL) << "polyCub|"
-                             << "polyCube";
+        QTest::newRow("mel") << int(CodeEditorLanguage::MEL) << QString("polyCub");
         QTest::newRow("python") << int(CodeEditorLanguage::PYTHON)
-                                << "import maya.cmds as cmds\ncmds.polyCub|"
-                                << "import maya.cmds as cmds\ncmds.polyCube";
+                                << QString("import maya.cmds as cmds\ncmds.polyCub");
     }
 
     void ctrlSpaceAppliesTheOnlyRow()
     {
         QFETCH(int, language);
         QFETCH(QString, buffer);
-        QFETCH(QString, expected);
         Settings::pythonAutoCompleteToQuickHelp = true;
         Show(static_cast<CodeEditorLanguage>(language), buffer);
         QSignalSpy quickHelp(editor, SIGNAL(QuickHelpChanged(QString, bool)));
         Type(QString(CTRL_SPACE));
         QVERIFY(!editor->AutoCompleterVisible());
-        QCOMPARE(editor->GetText(), expected);
+        QCOMPARE(editor->GetText(), buffer + QLatin1Char('e'));
         QCOMPARE(quickHelp.size(), 1);
 
         // With the letters switch off, Ctrl+Space does nothing.
         Settings::melCompleteOnLetters = Settings::pythonCompleteOnLetters = false;
         Type(QStringLiteral("\b"));
-        editor->SetText(buffer.remove(CURSOR));
+        editor->SetText(buffer);
         editor->SetCursorPosition(static_cast<int>(buffer.size()));
         Type(QString(CTRL_SPACE));
         QCOMPARE(editor->GetText(), buffer);
@@ -302,6 +297,7 @@ private slots:
         QCOMPARE(editor->GetText(), QStringLiteral("import os\nos.p"));
     }
 
+    // As in rowsOffered, lists are words split at blanks; '|' stands for the locator.
     void names_data()
     {
         QTest::addColumn<QString>("source");
@@ -309,46 +305,43 @@ private slots:
         QTest::addColumn<bool>("fallback");
         QTest::addColumn<QStringList>("contains");
         QTest::addColumn<QStringList>("excludes");
-        const QString here = LOCATOR;
-        QTest::newRow("list value") << "x = []\n" + here << "x" << false << L{"append", "sort"} << L{"keys"};
-        QTest::newRow("conflicting kinds")
-            << "x = 1\nx = 'a'\n" + here << "x" << false << L() << L{"upper", "real"};
-        QTest::newRow("linked name") << "a = {}\nb = a\n" + here << "b" << false << L{"keys"} << L();
-        QTest::newRow("instance of own class")
-            << "class Foo:\n    size = 1\n    def bar(self): pass\nobj = Foo()\n" + here << "obj" << false
-            << L{"bar", "size"} << L{"Foo"};
-        QTest::newRow("instance of module class")
-            << "import collections\nd = collections.OrderedDict()\n" + here << "d" << false
-            << L{"move_to_end"} << L();
-        QTest::newRow("function result")
-            << "import os\n" + here << "os.getcwd" << false << L() << L{"__call__", "__name__"};
-        QTest::newRow("from import alias")
-            << "from os import path as p\n" + here << "p" << false << L{"join"} << L();
-        QTest::newRow("module read, not run")
-            << "import wsgiref.headers as h\n" + here << "h" << false << L{"Headers"} << L();
-        QTest::newRow("names below the cursor")
-            << "early = 1\ndef f(arg):\n    local = 'a \\\" \\\\ b'\n    " + here + "\nlate = 2\n"
-            << QString() << false << L{"early", "f", "arg", "local"} << L{"late"};
-        QTest::newRow("functions below a block")
-            << "early = 1\nif early:\n    " + here + "\ndef later(): pass\n"
-            << QString() << false << L{"early"} << L{"later"};
-        QTest::newRow("top level after error")
-            << "import os\nvalue = 1\n)\n" + here << QString() << false << L{"os", "value"} << L();
-        QTest::newRow("imports after error")
-            << "import os\nvalue = (\n" + here << QString() << false << L{"os"} << L{"value"};
-        QTest::newRow("inherited members")
-            << "class Base(object):\n    def base_method(self): pass\n"
-               "class Child(Base):\n    def own(self, arg):\n        self.made = 1\n        " +
-                   here
-            << "self" << false << L{"base_method", "own", "made", "__init__"} << L{"arg"};
-        QTest::newRow("method name typed")
-            << "class Base(object):\n    def first(self): pass\n    def "
-               "__bqdefloc__(__brindlet_lctr_mvkt__): pass"
-            << QString() << false << L{"first", "self", "cls", "__init__", "__repr__"} << L{"__bqdefloc__"};
-        QTest::newRow("live object fallback") << here << "sys.flags" << true << L{"optimize"} << L();
-        QTest::newRow("no fallback") << here << "sys.flags" << false << L() << L{"optimize"};
-        QTest::newRow("maya.cmds") << "import maya.cmds as cmds\n" + here << "cmds" << false
-                                   << L{"polyCube", "ls", "xform"} << L{"polyCubeX"};
+        const struct
+        {
+            const char *name, *source, *object;
+            bool fallback;
+            const char *contains, *excludes;
+        } rows[] = {
+            {"list value", "x = []\n|", "x", false, "append sort", "keys"},
+            {"conflicting kinds", "x = 1\nx = 'a'\n|", "x", false, "", "upper real"},
+            {"linked name", "a = {}\nb = a\n|", "b", false, "keys", ""},
+            {"instance of own class", "class Foo:\n    size = 1\n    def bar(self): pass\nobj = Foo()\n|",
+             "obj", false, "bar size", "Foo"},
+            {"instance of module class", "import collections\nd = collections.OrderedDict()\n|", "d", false,
+             "move_to_end", ""},
+            {"function result", "import os\n|", "os.getcwd", false, "", "__call__ __name__"},
+            {"from import alias", "from os import path as p\n|", "p", false, "join", ""},
+            {"module read, not run", "import wsgiref.headers as h\n|", "h", false, "Headers", ""},
+            {"names below the cursor",
+             "early = 1\ndef f(arg):\n    local = 'a \\\" \\\\ b'\n    |\nlate = 2\n", "", false,
+             "early f arg local", "late"},
+            {"functions below a block", "early = 1\nif early:\n    |\ndef later(): pass\n", "", false,
+             "early", "later"},
+            {"top level after error", "import os\nvalue = 1\n)\n|", "", false, "os value", ""},
+            {"imports after error", "import os\nvalue = (\n|", "", false, "os", "value"},
+            {"inherited members",
+             "class Base(object):\n    def base_method(self): pass\n"
+             "class Child(Base):\n    def own(self, arg):\n        self.made = 1\n        |",
+             "self", false, "base_method own made __init__", "arg"},
+            {"method name typed",
+             "class Base(object):\n    def first(self): pass\n"
+             "    def __bqdefloc__(__brindlet_lctr_mvkt__): pass",
+             "", false, "first self cls __init__ __repr__", "__bqdefloc__"},
+            {"live object fallback", "|", "sys.flags", true, "optimize", ""},
+            {"no fallback", "|", "sys.flags", false, "", "optimize"},
+            {"maya.cmds", "import maya.cmds as cmds\n|", "cmds", false, "polyCube ls xform", "polyCubeX"}};
+        for (const auto& row : rows)
+            QTest::newRow(row.name) << QString(row.source).replace(CURSOR, LOCATOR) << QString(row.object)
+                                    << row.fallback << Words(row.contains) << Words(row.excludes);
     }
 
     void names()
@@ -364,11 +357,14 @@ private slots:
             QVERIFY2(results.isEmpty(), qPrintable(results.mid(0, 10).join(QLatin1Char(' '))));
     }
 
+    // Public names come first, each part sorted without regard to case; locator names never show.
     // Requests in a row reuse the statements of parts that did not change: an edit above the
     // cursor shows at once, and a cut inside a literal falls back to the whole text, every time.
-    void requestsInARowFollowEdits()
+    void orderAndRequestsInARow()
     {
         const QString here = LOCATOR;
+        QCOMPARE(Query("_b = 1\nZeta = 1\nalpha = 1\n_A = 1\n__bqclsloc__ = 1\n" + here, QString()),
+                 (QStringList{"alpha", "Zeta", "_A", "_b"}));
         QVERIFY(Query("def alpha(): pass\n" + here, QString()).contains(QStringLiteral("alpha")));
         const QStringList renamed = Query("def beta(): pass\n" + here, QString());
         QVERIFY(renamed.contains(QStringLiteral("beta")) && !renamed.contains(QStringLiteral("alpha")));
@@ -380,14 +376,6 @@ private slots:
         }
     }
 
-    void order()
-    {
-        // Public names first, each part sorted without regard to case; locator names never show.
-        const QStringList results = Query(
-            QStringLiteral("_b = 1\nZeta = 1\nalpha = 1\n_A = 1\n__bqclsloc__ = 1\n") + LOCATOR, QString());
-        QCOMPARE(results, (QStringList{"alpha", "Zeta", "_A", "_b"}));
-    }
-
     void badInputGivesNothing_data()
     {
         QTest::addColumn<QString>("source");
@@ -395,10 +383,9 @@ private slots:
                          QStringLiteral("\r\n\"\\x\\\n") + QChar(0xFFFF);
         QTest::newRow("broken") << QStringLiteral("def (:\n  ))((\n\tclass\n");
         QTest::newRow("binary-ish") << binary.repeated(200);
-        QTest::newRow("huge") << QStringLiteral("value = foo(\n") +
-                                     QStringLiteral("    1 +\n").repeated(100000);
-        QTest::newRow("nested brackets") << QStringLiteral("x = ") + QStringLiteral("(").repeated(5000) +
-                                                QStringLiteral(")").repeated(5000);
+        QTest::newRow("huge") << "value = foo(\n" + QString("    1 +\n").repeated(100000);
+        QTest::newRow("nested brackets")
+            << "x = " + QString("(").repeated(5000) + QString(")").repeated(5000);
         QString blocks;
         for (int depth = 0; depth < 150; ++depth)
             blocks += QString(depth, QLatin1Char(' ')) + QStringLiteral("if x:\n");

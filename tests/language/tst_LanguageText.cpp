@@ -1,10 +1,7 @@
-// The highlighters through a real editor: text typed key by key, then the colours each rule table
-// gives and the block data the same pass records. Then both parsers on text as the editor hands it
-// over: the outline items and the messages. Last, real text, fixed samples of the standard library:
-// the string and comment stretches that PythonHighlighter records, against Python's own tokenize,
-// and the items that PythonParser finds, against Python's ast. Every disagreement must belong to a
-// class that a rule explains; bench/highlighter_tokenize_compare.py and bench/python_ast_facts.py
-// classify them, and bench/bench_PythonParserAgainstAst measures the whole library.
+// The highlighters through a real editor (colours and block data of text typed key by key), both
+// parsers, and real text: samples of the standard library against Python's tokenize and ast, where
+// every disagreement must belong to a class that a rule explains (bench/highlighter_tokenize_compare.py
+// and bench/python_ast_facts.py classify them; bench_PythonParserAgainstAst measures the library).
 #include "HostFixture.h"
 #include "PythonAstComparison.h"
 #include "TestFiles.h"
@@ -156,10 +153,7 @@ const char* const SAMPLE[] = {"argparse.py", "ast.py",      "configparser.py", "
                               "difflib.py",  "inspect.py",  "pydoc.py",        "shlex.py",
                               "string.py",   "textwrap.py", "tokenize.py",     "_pydecimal.py"};
 
-QString Script()
-{
-    return QStringLiteral(QT_TESTCASE_SOURCEDIR "/../bench/highlighter_tokenize_compare.py");
-}
+const QString SCRIPT = QStringLiteral(QT_TESTCASE_SOURCEDIR "/../bench/highlighter_tokenize_compare.py");
 
 QJsonObject ReadJson(const QString& path)
 {
@@ -205,7 +199,6 @@ private:
         return editor.get();
     }
 
-    // Types the lines as a user does, with Return between them.
     void Type(const QString& text)
     {
         const QStringList lines = text.split(QLatin1Char('\n'));
@@ -265,7 +258,7 @@ private slots:
         }
         for (const char* name : SAMPLE)
             paths.append(QStringLiteral("/usr/lib/python3.11/") + QString::fromLatin1(name));
-        QVERIFY(QFileInfo::exists(Script()));
+        QVERIFY(QFileInfo::exists(SCRIPT));
         QVERIFY(PythonCorpusDump::WriteRecords(paths, RecordsPath()));
     }
 
@@ -285,16 +278,14 @@ private slots:
                          TestFiles::Read(QStringLiteral("/usr/lib/python3.11/") + QLatin1String(name)))
                          .split(QLatin1Char('\n'));
         QVERIFY(lines.size() > 5000);
-        lines << QStringLiteral("1.2.3 x1 .5 a.5 1. _1 9_ 0x1f 1e5 ..")
-              << QStringLiteral("self.selfish(cls, self_)")
-              << QStringLiteral("class  Foo (x): classclass A( subclass B( class C\t(")
-              << QStringLiteral("class") << QStringLiteral("def\tf (a): def g: undef h( def  _ ( def 9x(")
-              << QStringLiteral("@ deco(x)") << QStringLiteral(" \t@x") << QStringLiteral("x @y")
-              << QStringLiteral("$a$b $1 -$c x$d $ $_")
-              << QStringLiteral("global proc  p( proc q ( aproc r( proc")
-              << QStringLiteral("a -b(c) -x (y)-z(") << QStringLiteral("f(g(h (\t(") << QString()
-              << QStringLiteral("caf\u00e9 $x f(1.5)") << QStringLiteral("a\u0001b(\u000b1.5 $v")
-              << QStringLiteral("\u00a0class\u00a0K(");
+        lines +=
+            QStringLiteral("1.2.3 x1 .5 a.5 1. _1 9_ 0x1f 1e5 ..\nself.selfish(cls, self_)\n"
+                           "class  Foo (x): classclass A( subclass B( class C\t(\nclass\n"
+                           "def\tf (a): def g: undef h( def  _ ( def 9x(\n@ deco(x)\n \t@x\nx @y\n"
+                           "$a$b $1 -$c x$d $ $_\nglobal proc  p( proc q ( aproc r( proc\n"
+                           "a -b(c) -x (y)-z(\nf(g(h (\t(\n\ncaf\u00e9 $x f(1.5)\na\u0001b(\u000b1.5 $v\n"
+                           "\u00a0class\u00a0K(")
+                .split(QLatin1Char('\n'));
         int rulesWithPlainMatchers = 0;
         for (const QString& language : {QStringLiteral("mel"), QStringLiteral("python")})
         {
@@ -692,8 +683,7 @@ private slots:
     void agreesWithTokenize()
     {
         QString report;
-        QVERIFY2(PythonCorpusDump::Compare(Script(), RecordsPath(), SummaryPath(), report),
-                 qPrintable(report));
+        QVERIFY2(PythonCorpusDump::Compare(SCRIPT, RecordsPath(), SummaryPath(), report), qPrintable(report));
         const QJsonObject summary = ReadJson(SummaryPath());
         const QJsonObject totals = summary.value(QStringLiteral("totals")).toObject();
         const QJsonObject classes = summary.value(QStringLiteral("classes")).toObject();
@@ -705,12 +695,9 @@ private slots:
         QVERIFY(characters > 100000);
         QVERIFY2(totals.value(QStringLiteral("string_comment_agree")).toDouble() / characters > 0.999,
                  qPrintable(report));
-    }
 
-    // The comparison itself catches a stretch that the highlighter got wrong: one docstring line
-    // taken out of the records.
-    void comparisonCatchesAWrongStretch()
-    {
+        // The comparison itself catches a stretch that the highlighter got wrong: one docstring
+        // line taken out of the records.
         QJsonObject records = ReadJson(RecordsPath());
         QJsonArray files = records.value(QStringLiteral("files")).toArray();
         QJsonObject file = files.at(0).toObject();
@@ -728,10 +715,9 @@ private slots:
         records.insert(QStringLiteral("files"), files);
         const QString broken = folder.filePath(QStringLiteral("broken.json"));
         QVERIFY(TestFiles::Write(broken, QJsonDocument(records).toJson()));
-        QString report;
-        QVERIFY(PythonCorpusDump::Compare(Script(), broken, SummaryPath(), report));
-        const QJsonObject classes = ReadJson(SummaryPath()).value(QStringLiteral("classes")).toObject();
-        QVERIFY2(classes.value(QStringLiteral("unexplained")).toInt() > 0, qPrintable(report));
+        QVERIFY(PythonCorpusDump::Compare(SCRIPT, broken, SummaryPath(), report));
+        const QJsonObject brokenClasses = ReadJson(SummaryPath()).value(QStringLiteral("classes")).toObject();
+        QVERIFY2(brokenClasses.value(QStringLiteral("unexplained")).toInt() > 0, qPrintable(report));
     }
 
     // Chosen for variety: decorators, nested classes, long import lists, __main__ guards, backslash

@@ -1,4 +1,4 @@
-#include "HostFixture.h"
+#include "ShellFixture.h"
 #include "TestFiles.h"
 
 #include "editor/CodeEditor.h"
@@ -9,23 +9,22 @@
 #include <QtGui/QTextBlock>
 #include <QtTest/QtTest>
 
-#include <memory>
-
 namespace
 {
 const QString PYLINT = QStringLiteral("/usr/bin/pylint");
 constexpr int PYLINT_WAIT_MS = 60000;
 
-// The messages the editor shows for a line, as the status bar and the gutter's tooltip read them.
-QString LineMessages(CodeEditor* editor, int line)
+// The messages the editor shows for a line, as the status bar and the gutter's tooltip read them,
+// hold the id.
+void ExpectMessage(CodeEditor* editor, int line, const char* id)
 {
-    QTextCursor cursor(editor->document()->findBlockByNumber(line));
-    editor->setTextCursor(cursor);
-    return editor->GetErrorAndWarningsText();
+    editor->setTextCursor(QTextCursor(editor->document()->findBlockByNumber(line)));
+    QVERIFY2(editor->GetErrorAndWarningsText().contains(QLatin1String(id)),
+             qPrintable(editor->GetErrorAndWarningsText()));
 }
 } // namespace
 
-class tst_PylintEditor : public QObject
+class tst_PylintEditor : public ShellFixture
 {
     Q_OBJECT
 
@@ -51,8 +50,6 @@ private:
                                      QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     }
 
-    std::unique_ptr<HostFixture> host;
-    BrindletEditor* editor = nullptr;
     QTemporaryDir scripts;
 
 private slots:
@@ -64,18 +61,9 @@ private slots:
 
     void init()
     {
-        host = std::make_unique<HostFixture>();
-        QVERIFY(host->LoadPlugin());
-        editor = host->OpenEditor();
-        QVERIFY(editor);
+        QVERIFY(Start());
         Settings::pylintEnabled = true;
         Settings::pylintPath = PYLINT;
-    }
-
-    void cleanup()
-    {
-        editor = nullptr;
-        host.reset();
     }
 
     // Which checkers run is the worker test's; here, that the findings reach the editor's lines, on
@@ -91,11 +79,9 @@ private slots:
             codeEditor, &CodeEditor::ErrorAndWarningTextChanged, this,
             [&threads] { threads.append(QThread::currentThread()); }, Qt::DirectConnection);
         QTRY_VERIFY_WITH_TIMEOUT(codeEditor->GetNumberOfErrors() > 0, PYLINT_WAIT_MS);
-        QVERIFY2(LineMessages(codeEditor, 4).contains(QStringLiteral("[E0602]")),
-                 qPrintable(LineMessages(codeEditor, 4)));
+        ExpectMessage(codeEditor, 4, "[E0602]");
         QVERIFY(codeEditor->GetNumberOfWarnings() > 0);
-        QVERIFY2(LineMessages(codeEditor, 0).contains(QStringLiteral("[W0611]")),
-                 qPrintable(LineMessages(codeEditor, 0)));
+        ExpectMessage(codeEditor, 0, "[W0611]");
         for (QThread* thread : threads)
             QCOMPARE(thread, QThread::currentThread());
     }
@@ -105,8 +91,7 @@ private slots:
         CodeEditor* codeEditor = NewPythonBuffer(QStringLiteral("x = 1\ndef broken(:\n    pass\n"));
         QVERIFY(codeEditor);
         QTRY_VERIFY_WITH_TIMEOUT(codeEditor->GetNumberOfErrors() > 0, PYLINT_WAIT_MS);
-        QVERIFY2(LineMessages(codeEditor, 1).contains(QStringLiteral("[E0001]")),
-                 qPrintable(LineMessages(codeEditor, 1)));
+        ExpectMessage(codeEditor, 1, "[E0001]");
     }
 
     void editorNoLongerCurrentGetsNothing()
@@ -146,8 +131,7 @@ private slots:
         QTest::qWait(400); // Pylint is running
         QElapsedTimer clock;
         clock.start();
-        editor = nullptr;
-        host.reset();
+        Stop();
         QVERIFY2(clock.elapsed() < 5000, qPrintable(QString::number(clock.elapsed())));
     }
 };

@@ -1,5 +1,6 @@
 #include "DialogAnswer.h"
-#include "HostFixture.h"
+#include "ModalAnswer.h"
+#include "ShellFixture.h"
 #include "TestFiles.h"
 
 #include "editor/CodeEditor.h"
@@ -24,8 +25,6 @@
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QSpinBox>
 
-#include <memory>
-
 namespace
 {
 const QString PYLINT = QStringLiteral("/usr/bin/pylint");
@@ -47,25 +46,11 @@ KeySequence* RowWithShortcut(KeyBindings* bindings, bool reserved, KeySequenceTy
 }
 } // namespace
 
-class tst_PreferencesDialog : public QObject
+class tst_PreferencesDialog : public ShellFixture
 {
     Q_OBJECT
 
 private slots:
-    void init()
-    {
-        host = std::make_unique<HostFixture>();
-        QVERIFY(host->LoadPlugin());
-        editor = host->OpenEditor();
-        QVERIFY(editor);
-    }
-
-    void cleanup()
-    {
-        editor = nullptr;
-        host.reset();
-    }
-
     void pagesAndMinimumSize()
     {
         PreferencesDialog* dialog = Dialog(PYLINT_PAGE);
@@ -88,7 +73,8 @@ private slots:
     {
         QTest::addColumn<QString>("box");
         QTest::addColumn<QString>("key");
-        const QByteArray sameName = // boxes named after their setting
+        // A box is named after its setting, "Chk" added or not, or is given as "box=setting".
+        const QString boxes = QStringLiteral(
             "codeEditorBackspaceToTabStop codeEditorDisplayIndentationGuides "
             "codeEditorMouseWheelChangesFontSize codeEditorMatchedSelectionWordsOnly "
             "outputMouseWheelChangesFontSize outputMatchedSelectionWordsOnly "
@@ -99,26 +85,24 @@ private slots:
             "melCompleteOnUser melCompleteOnLetters pythonDisplayErrors pythonSmartIndent "
             "pythonIndentToParentheses pythonInsertClosingParentheses pythonInsertClosingQuotes "
             "pythonTrimTrailingWhiteSpacesOnSave pythonEnsureNewLineAtEofOnSave "
-            "pythonAutoCompleteToQuickHelp "
-            "pythonHideCompiledFiles pythonImportPyMelOnLoad pythonConfirmOverwriteModuleState "
-            "pythonDisableRevertModuleStateOnExecuteOnStartup pythonCompleteOnUser pythonCompleteOnLetters "
-            "pythonCompleteOnDot pythonIncludeKeywords pythonIncludeBuiltins "
-            "pythonNativeMayaAutoCompleteFallback pylintUseMinimalCheckers pylintShowErrors";
-        for (const QByteArray& name : sameName.split(' '))
-            QTest::newRow(name.constData()) << QString::fromLatin1(name) << QString::fromLatin1(name);
-        for (const char* name :
-             {"checkForModifiedFiles", "alwaysShowEditorAndOutputOnStartup", "showTabBar",
-              "showCloseButtonOnTabs", "showTabBarMiniToolbar", "mouseWheelChangesActiveTab",
-              "lockTabPositions"}) // boxes named after their setting, with "Chk"
-            QTest::addRow("%sChk", name) << QStringLiteral("%1Chk").arg(QLatin1String(name)) << QString(name);
-        const QList<QPair<const char*, const char*>> rows{
-            {"saveOnExecuteChk", "saveAllOnExecute"},
-            {"saveOnExitChk", "saveAllOnExit"},
-            {"confirmCloseTemporaryBufferChk", "showConfirmDialogOnInternalBufferClose"},
-            {"unsavedFileDialogOnExitChk", "showUnsavedFileDialogOnMayaExit"},
-        };
-        for (const auto& row : rows)
-            QTest::newRow(row.first) << QString::fromLatin1(row.first) << QString::fromLatin1(row.second);
+            "pythonAutoCompleteToQuickHelp pythonHideCompiledFiles pythonImportPyMelOnLoad "
+            "pythonConfirmOverwriteModuleState pythonDisableRevertModuleStateOnExecuteOnStartup "
+            "pythonCompleteOnUser pythonCompleteOnLetters pythonCompleteOnDot pythonIncludeKeywords "
+            "pythonIncludeBuiltins pythonNativeMayaAutoCompleteFallback pylintUseMinimalCheckers "
+            "pylintShowErrors checkForModifiedFilesChk alwaysShowEditorAndOutputOnStartupChk "
+            "showTabBarChk showCloseButtonOnTabsChk showTabBarMiniToolbarChk "
+            "mouseWheelChangesActiveTabChk lockTabPositionsChk saveOnExecuteChk=saveAllOnExecute "
+            "saveOnExitChk=saveAllOnExit "
+            "confirmCloseTemporaryBufferChk=showConfirmDialogOnInternalBufferClose "
+            "unsavedFileDialogOnExitChk=showUnsavedFileDialogOnMayaExit");
+        for (const QString& entry : boxes.split(QLatin1Char(' ')))
+        {
+            QString key = entry.section(QLatin1Char('='), -1);
+            if (key.endsWith(QLatin1String("Chk")))
+                key.chop(3);
+            QTest::newRow(qPrintable(entry.section(QLatin1Char('='), 0, 0)))
+                << entry.section(QLatin1Char('='), 0, 0) << key;
+        }
     }
 
     void checkBoxReachesSettingAndFile()
@@ -135,7 +119,6 @@ private slots:
         Apply();
         QCOMPARE(Stored(key).toBool(), !before);
         QCOMPARE(workspace.count(), key == QLatin1String("pythonHideCompiledFiles") ? 1 : 0);
-        // The dialog shows the stored value when it opens again.
         Dialog(GENERAL_PAGE);
         QCOMPARE(Child<QCheckBox>(box)->isChecked(), !before);
     }
@@ -248,14 +231,7 @@ private slots:
         Child<QComboBox>("showSettingsForCombo")->setCurrentIndex(0);
         auto* family = Child<QFontComboBox>("fontCombo");
         const QString current = family->currentFont().family();
-        for (int i = 0; i < family->count(); ++i)
-        {
-            if (family->itemText(i) != current)
-            {
-                family->setCurrentIndex(i);
-                break;
-            }
-        }
+        family->setCurrentIndex(family->currentIndex() == 0 ? 1 : 0);
         QVERIFY(family->currentFont().family() != current);
         Apply();
         QCOMPARE(Settings::codeEditorZoom, 0);
@@ -277,24 +253,19 @@ private slots:
         const QColor chosen(12, 200, 34);
 
         // The colour dialog answers with the chosen colour, as a user picking it would.
-        QTimer answer;
-        connect(&answer, &QTimer::timeout, this,
-                [&]
-                {
-                    if (auto* dialog = qobject_cast<QColorDialog*>(QApplication::activeModalWidget()))
-                    {
-                        dialog->setCurrentColor(chosen);
-                        dialog->accept();
-                    }
-                });
-        answer.start(20);
+        const std::function<void(QColorDialog*)> answer = [&](QColorDialog* dialog)
+        {
+            dialog->setCurrentColor(chosen);
+            dialog->accept();
+        };
         items->setCurrentItem(FindItem(items, plain.label));
+        WhenModal<QColorDialog>(this, answer);
         QTest::mouseClick(Child<ColorLabel>("backgroundColorLabel"), Qt::LeftButton);
         items->setCurrentItem(FindItem(items, keyword.label));
+        WhenModal<QColorDialog>(this, answer);
         QTest::mouseClick(Child<ColorLabel>("foregroundColorLabel"), Qt::LeftButton);
         QVERIFY(Child<QCheckBox>("boldChk")->isEnabled() == keyword.fontStylesEnabled);
         QVERIFY(Child<QLabel>("sampleLabel")->text().contains(QStringLiteral("#0cc822")));
-        answer.stop();
         Apply();
         // The same format object, now with the new colour: views that hold it need no rebuild.
         QCOMPARE(ColorSettings::GetCodeEditorFormatPtr(ColorSettings::MEL_KEYWORDS), keywords);
@@ -323,7 +294,6 @@ private slots:
         QVERIFY(written.value(KeyBindings::GROUP_NAME + QLatin1Char('/') + row->key)
                     .toStringList()
                     .contains(QStringLiteral("Ctrl+Alt+K")));
-        // Remove takes it off again.
         Dialog(KEYBOARD_PAGE);
         SelectCommand(row->label);
         auto* assigned = Child<QComboBox>("assignedShortcutCmb");
@@ -402,12 +372,9 @@ private slots:
     {
         QTest::addColumn<QString>("executable");
         QTest::addColumn<QString>("told");
-        QTest::newRow("empty") << QString()
-                               << QStringLiteral("The path to the Pylint executable is not set.");
-        QTest::newRow("missing") << QStringLiteral("/no/such/pylint")
-                                 << QStringLiteral("Failed to generate pylintrc");
-        QTest::newRow("not pylint") << QStringLiteral("/bin/false")
-                                    << QStringLiteral("Failed to generate pylintrc");
+        QTest::newRow("empty") << QString() << QString("The path to the Pylint executable is not set.");
+        QTest::newRow("missing") << QString("/no/such/pylint") << QString("Failed to generate pylintrc");
+        QTest::newRow("not pylint") << QString("/bin/false") << QString("Failed to generate pylintrc");
     }
 
     void generatePylintrcFailures()
@@ -490,15 +457,11 @@ private:
         emit press->textEdited(text);
     }
 
-    // A preference as written in the file.
     static QVariant Stored(const QString& key, const QVariant& fallback = QVariant())
     {
         const QSettings file(Settings::GetUserConfigPath(), QSettings::IniFormat);
         return file.value(QStringLiteral("preferences/") + key, fallback);
     }
-
-    std::unique_ptr<HostFixture> host;
-    BrindletEditor* editor = nullptr;
 };
 
 QTEST_MAIN(tst_PreferencesDialog)

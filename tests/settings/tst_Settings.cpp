@@ -92,10 +92,8 @@ private:
 
     static QStringList FactorySelectionNames()
     {
-        return QStringLiteral(
-                   "Errors (Python)|Errors (MEL)|Warnings (Python)|Warnings (MEL)|Results (Python)|"
-                   "Results (MEL)")
-            .split(QLatin1Char('|'));
+        return {"Errors (Python)", "Errors (MEL)",     "Warnings (Python)",
+                "Warnings (MEL)",  "Results (Python)", "Results (MEL)"};
     }
 
     static QKeySequence Keys(const char* text)
@@ -162,8 +160,7 @@ private:
     QString Value(const QString& store) const
     {
         if (store == QLatin1String("colors"))
-            return ColorSettings::GetFormatString(
-                ColorSettings::GetCodeEditorFormat(ColorSettings::MEL_KEYWORDS));
+            return CodeEditorString(ColorSettings::MEL_KEYWORDS);
         if (store == QLatin1String("bindings"))
             return storeBindings->GetShortcut(KeySequenceType::Find).toString(QKeySequence::PortableText) +
                    QLatin1Char('|') +
@@ -179,22 +176,15 @@ private:
     void Change(const QString& store)
     {
         if (store == QLatin1String("colors"))
-        {
-            QTextCharFormat format = ColorSettings::GetCodeEditorFormat(ColorSettings::MEL_KEYWORDS);
-            format.setFontWeight(900);
-            ColorSettings::SetCodeEditorFormat(ColorSettings::MEL_KEYWORDS, format);
-        }
+            ColorSettings::LoadFormatString(
+                *ColorSettings::GetCodeEditorFormatPtr(ColorSettings::MEL_KEYWORDS),
+                QStringLiteral("0,0,900,0,0"));
         else if (store == QLatin1String("bindings"))
-        {
             storeBindings->UpdateUserSequences(Edited(*storeBindings, {{T::Find, {Keys("F9")}}}));
-        }
         else
-        {
             Settings::outputBufferSize = 77;
-        }
     }
 
-    // Fresh bindings with an action on every row, as the main widget makes them.
     void MakeBindings()
     {
         storeBindings = std::make_unique<KeyBindings>();
@@ -223,16 +213,14 @@ private slots:
             QDir(fixture->AppDir()).filePath(QStringLiteral("2026/prefs/brindletEditor2"));
         QCOMPARE(QDir(Settings::GetUserConfigDirectory()).absolutePath(), expected);
         QCOMPARE(Settings::GetUserConfigPath(), expected + QStringLiteral("/brindletEditor2.ini"));
-        for (const QString& name :
-             {QStringLiteral("internalBuffers"), QStringLiteral("temp"), QStringLiteral("workspaces")})
+        const QStringList folders = {"internalBuffers", "temp", "workspaces"};
+        for (const QString& name : folders)
             QVERIFY(!QDir(expected + QLatin1Char('/') + name).exists());
-        QCOMPARE(Settings::GetInternalBufferDirectoryPath(), expected + QStringLiteral("/internalBuffers"));
-        QCOMPARE(Settings::GetTempDirectoryPath(), expected + QStringLiteral("/temp"));
-        QVERIFY(QDir(expected + QStringLiteral("/internalBuffers")).exists());
-        QVERIFY(QDir(expected + QStringLiteral("/temp")).exists());
-        QCOMPARE(Settings::GetWorkspacePath(),
-                 expected + QStringLiteral("/workspaces/default.bq2-workspace"));
-        QVERIFY(QDir(expected + QStringLiteral("/workspaces")).exists());
+        QCOMPARE(Settings::GetInternalBufferDirectoryPath(), expected + "/internalBuffers");
+        QCOMPARE(Settings::GetTempDirectoryPath(), expected + "/temp");
+        QCOMPARE(Settings::GetWorkspacePath(), expected + "/workspaces/default.bq2-workspace");
+        for (const QString& name : folders)
+            QVERIFY(QDir(expected + QLatin1Char('/') + name).exists());
     }
 
     void valuesRoundTripThroughTheFile()
@@ -288,15 +276,13 @@ private slots:
         QCOMPARE(Settings::outputBufferSize, 12345);
         QCOMPARE(Settings::pythonForcedImports, QStringLiteral("import os;from sys import path"));
         QCOMPARE(Settings::pylintAdditionalPythonPaths, QStringLiteral("/opt/lib:/srv"));
-    }
 
-    void workspacePathOutsideTheFolderStaysAbsolute()
-    {
-        Settings::workspacePath = QStringLiteral("/projects/game.bq2-workspace");
+        // A workspace outside the workspaces folder keeps its whole path.
+        const QString outside = QStringLiteral("/projects/game.bq2-workspace");
+        Settings::workspacePath = outside;
         Settings::WriteUserConfig();
-        QSettings raw(Settings::GetUserConfigPath(), QSettings::IniFormat);
-        QCOMPARE(raw.value(QStringLiteral("workspace/workspacePath")).toString(),
-                 QStringLiteral("/projects/game.bq2-workspace"));
+        raw.sync();
+        QCOMPARE(raw.value(QStringLiteral("workspace/workspacePath")).toString(), outside);
     }
 
     void revertModuleStateStartsOffUnlessTheUserAllowsIt()
@@ -370,10 +356,7 @@ private slots:
         QCOMPARE(Settings::workspaceExpandedFolderHashes.size(), 3);
         QCOMPARE(Settings::workspaceExpandedFolderHashes.last().size(), 8);
         QCOMPARE(Settings::GetWorkspaceState(), QByteArray(40, 'x'));
-    }
-
-    void damagedOutlineStateLeavesNoHalfHash()
-    {
+        // A damaged outline record leaves no half hash.
         Settings::outlineExpandedHash.insert(QStringLiteral("/a.py"), QStringLiteral("A"));
         QByteArray bytes = Settings::GetOutlineExpandedState();
         Settings::RestoreOutlineExpandedState(bytes.left(bytes.size() - 3));
@@ -397,12 +380,9 @@ private slots:
             row("below its minimum", setting.minimum - 1, false);
             row("above its maximum", setting.maximum + 1, false);
         }
-        QTest::newRow("not a number") << "main/codeEditorZoom"
-                                      << "abc" << false;
-        QTest::newRow("a word") << "preferences/outputBufferSize"
-                                << "lots" << false;
-        QTest::newRow("spaces around") << "preferences/tabsSizeMel"
-                                       << " 12 " << true;
+        QTest::newRow("not a number") << QString("main/codeEditorZoom") << QString("abc") << false;
+        QTest::newRow("a word") << QString("preferences/outputBufferSize") << QString("lots") << false;
+        QTest::newRow("spaces around") << QString("preferences/tabsSizeMel") << QString(" 12 ") << true;
     }
 
     void integerSettingsAtTheirLimits()
@@ -618,8 +598,7 @@ private slots:
             file.setValue(QStringLiteral("customhighlighting/x"), line("letters"));
         }
         ColorSettings::ReadUserConfig();
-        QCOMPARE(SelectionNames(),
-                 QStringList({QStringLiteral("letters"), QStringLiteral("nine"), QStringLiteral("ten")}));
+        QCOMPARE(SelectionNames(), QStringList({"letters", "nine", "ten"}));
         QVERIFY(compareHighlightingKeys(QStringLiteral("9"), QStringLiteral("10")));
         QVERIFY(!compareHighlightingKeys(QStringLiteral("10"), QStringLiteral("9")));
 
@@ -843,6 +822,11 @@ private slots:
         bindings.UpdateUserSequences(Edited(bindings, {{T::Replace, {Keys("Ctrl+F")}}}));
         QCOMPARE(replace->shortcuts(), QList<QKeySequence>({Keys("Ctrl+F")}));
         QVERIFY(!fixture->HasMessageContaining(QStringLiteral("Duplicate hotkey")));
+        // A deleted action is forgotten.
+        delete replace;
+        bindings.Update();
+        bindings.SetBindingsEnabled(false);
+        QVERIFY(!bindings.GetKeySequence(T::Replace)->action);
     }
 
     void actionsFireFromKeysOnlyWhileEnabled()
@@ -872,17 +856,6 @@ private slots:
         QTest::keyClick(&window, Qt::Key_F9);
         QCOMPARE(found.count(), 1);
         window.hide();
-    }
-
-    void deletedActionIsForgotten()
-    {
-        KeyBindings bindings;
-        auto* action = new QAction(&window);
-        bindings.SetAction(T::Find, action);
-        delete action;
-        bindings.Update();
-        bindings.SetBindingsEnabled(false);
-        QVERIFY(!bindings.GetKeySequence(T::Find)->action);
     }
 
     void damagedStoresGiveDefaults_data()
