@@ -50,11 +50,10 @@ Found ReferenceForFile(const QString& path, const QRegularExpression& regEx)
     return MatchLines(lines, regEx);
 }
 
-const QStringList PATTERNS{"a",      "ab",       "^a",      "a$",      "\\ba\\b",  "a\\s+b",
-                           "[^x]+b", "a(?=\\n)", "(?<=a)b", "a*",      "$",        "^",
-                           "\\s",    "b\\n?a",   "a|b$",    "(?i)A",   "\\Ab",     "b\\z",
-                           "a++b",   "(?>a+)b",  "x?",      "\\Qa\\E", "(?:a|_)b", "(?<n>a)\\k<n>",
-                           "\\W+",   "b\\R",     "a.b",     "\\Bb"};
+const QStringList PATTERNS{"a",       "ab",      "^a",      "a$",      "\\ba\\b", "a\\s+b",  "[^x]+b",  "a(?=\\n)",
+                           "(?<=a)b", "a*",      "$",       "^",       "\\s",     "b\\n?a",  "a|b$",    "(?i)A",
+                           "\\Ab",    "b\\z",    "a++b",    "(?>a+)b", "x?",      "\\Qa\\E", "(?:a|_)b", "(?<n>a)\\k<n>",
+                           "\\W+",    "b\\R",    "a.b",     "\\Bb"};
 } // namespace
 
 // The free functions of the search: the expression, the filters, and matching line by line.
@@ -76,8 +75,7 @@ private slots:
         QTest::newRow("literal escaped") << "a.b(" << true << false << false << "a\\.b\\(" << false;
         QTest::newRow("folded") << "abc" << false << false << false << "abc" << true;
         QTest::newRow("word literal") << "a+b" << true << true << false << "\\ba\\+b\\b" << false;
-        QTest::newRow("word wraps the whole expression")
-            << "a|b" << true << true << true << "\\ba|b\\b" << false;
+        QTest::newRow("word wraps the whole expression") << "a|b" << true << true << true << "\\ba|b\\b" << false;
         QTest::newRow("regex as typed") << "^\\s*def" << false << false << true << "^\\s*def" << true;
     }
 
@@ -128,19 +126,16 @@ private slots:
             for (int i = 0; i < length; ++i)
                 text += alphabet.at(static_cast<int>(random.bounded(alphabet.size())));
             const QString pattern = PATTERNS.at(static_cast<int>(random.bounded(PATTERNS.size())));
-            const QRegularExpression regEx(pattern, random.bounded(2)
-                                                        ? QRegularExpression::CaseInsensitiveOption
-                                                        : QRegularExpression::NoPatternOption);
+            const QRegularExpression regEx(pattern, random.bounded(2) ? QRegularExpression::CaseInsensitiveOption
+                                                                      : QRegularExpression::NoPatternOption);
             const Found expected = MatchLines(text.split(QLatin1Char('\n')), regEx);
-            const Found actual =
-                Simplify(FindMatchingInText(QStringLiteral("f"), QStringLiteral("l"), text, regEx));
+            const Found actual = Simplify(FindMatchingInText(QStringLiteral("f"), QStringLiteral("l"), text, regEx));
             if (actual != expected)
                 QFAIL(qPrintable(QStringLiteral("pattern %1 on %2").arg(pattern, text.toHtmlEscaped())));
         }
         // Every result carries the names it was given.
-        const QList<SearchResult> results =
-            FindMatchingInText(QStringLiteral("f.py"), QStringLiteral("label"), QStringLiteral("  a a \n"),
-                               QRegularExpression("a"));
+        const QList<SearchResult> results = FindMatchingInText(QStringLiteral("f.py"), QStringLiteral("label"),
+                                                               QStringLiteral("  a a \n"), QRegularExpression("a"));
         QCOMPARE(results.size(), 2);
         QCOMPARE(results.at(1).fileName, QStringLiteral("f.py"));
         QCOMPARE(results.at(1).label, QStringLiteral("label"));
@@ -156,17 +151,11 @@ private slots:
         QTest::addColumn<QStringList>("patterns");
         QTest::newRow("plain") << QByteArray("a b\nab\n\nxab") << PATTERNS;
         QTest::newRow("crlf") << QByteArray("ab\r\nb a\r\n\ra b\r") << PATTERNS;
-        QTest::newRow("utf-8 bom") << QByteArray("\xEF\xBB\xBF"
-                                                 "ab a\nb")
-                                   << PATTERNS;
-        QTest::newRow("utf-16 bom") << QByteArray("\xFF\xFE"
-                                                  "a\0b\0\n\0a\0",
-                                                  10)
-                                    << PATTERNS;
+        QTest::newRow("utf-8 bom") << QByteArray("\xEF\xBB\xBF" "ab a\nb") << PATTERNS;
+        QTest::newRow("utf-16 bom") << QByteArray("\xFF\xFE" "a\0b\0\n\0a\0", 10) << PATTERNS;
         QTest::newRow("not utf-8") << QByteArray("caf\xE9 ab\n\xFF\xFE\xFD a\n\xC3(b a") << PATTERNS;
         QTest::newRow("binary") << QByteArray("\0\0ab\0\x01\x02\nb\0a\n", 12) << PATTERNS;
-        QTest::newRow("umlauts before a match")
-            << QByteArray("\xC3\xA4\xC3\xB6 ab\n\xF0\x9F\x98\x80 a b\n") << PATTERNS;
+        QTest::newRow("umlauts before a match") << QByteArray("\xC3\xA4\xC3\xB6 ab\n\xF0\x9F\x98\x80 a b\n") << PATTERNS;
         QTest::newRow("empty") << QByteArray() << PATTERNS;
         QTest::newRow("one feed") << QByteArray("\n") << PATTERNS;
         QByteArray longLine(5 * 1024 * 1024, 'x');
@@ -235,16 +224,15 @@ private slots:
             QVERIFY(file.seek(200LL * 1024 * 1024));
             QVERIFY(file.write("\nneedle here\n") > 0);
         }
-        const QList<SearchResult> results =
-            FindMatchingInFile(path, QRegularExpression(QStringLiteral("needle")));
+        const QList<SearchResult> results = FindMatchingInFile(path, QRegularExpression(QStringLiteral("needle")));
         QCOMPARE(results.size(), 1);
         QCOMPARE(results.first().position, 200 * 1024 * 1024 + 1);
         QCOMPARE(results.first().lineText, QStringLiteral("needle here"));
         QFile::remove(path);
     }
 
-    // Plain words are searched on the bytes of ASCII files. Random ASCII files, every needle with and without
-    // case and whole words: the file search gives what the expression gives on each line alone.
+    // Plain words are searched on the bytes of ASCII files. Random ASCII files, every needle with and without case and whole words: the file search
+    // gives what the expression gives on each line alone.
     void fileMatchesEqualTheExpressionsOnEachLine()
     {
         QTemporaryDir dir;
@@ -264,8 +252,7 @@ private slots:
             {
                 for (int options = 0; options < 4; ++options)
                 {
-                    const QRegularExpression regEx =
-                        CreateSearchRegEx(needle, options & 1, options & 2, false);
+                    const QRegularExpression regEx = CreateSearchRegEx(needle, options & 1, options & 2, false);
                     QVERIFY(LiteralSearch(regEx).IsValid());
                     if (Simplify(FindMatchingInFile(path, regEx)) != MatchLines(lines, regEx))
                         QFAIL(qPrintable(QStringLiteral("%1 (options %2) in \"%3\"")
