@@ -22,11 +22,6 @@
 
 #include <memory>
 
-namespace
-{
-const QString OUTPUT = QStringLiteral("// Result: alpha\nAlpha beta alphabet\n# alpha_1 alpha\n");
-} // namespace
-
 class TestOutputTextEdit : public QObject
 {
     Q_OBJECT
@@ -81,6 +76,14 @@ private:
         return starts;
     }
 
+    void Select(int from, int to) const
+    {
+        QTextCursor cursor = edit->textCursor();
+        cursor.setPosition(from);
+        cursor.setPosition(to, QTextCursor::KeepAnchor);
+        edit->setTextCursor(cursor);
+    }
+
     // The find bar, driven as the user does: typed text, its buttons, its keys.
     FindReplaceWidget* Bar() const { return edit->GetFindReplace(); }
     QLineEdit* Field() const { return Bar()->findChild<QLineEdit*>(QStringLiteral("searchLineEdit")); }
@@ -89,7 +92,7 @@ private:
 
     void OpenFind()
     {
-        edit->AppendText(OUTPUT);
+        edit->AppendText(QStringLiteral("// Result: alpha\nAlpha beta alphabet\n# alpha_1 alpha\n"));
         edit->setFocus();
         edit->ShowFindReplace(false, true);
         QVERIFY(Bar()->isVisible());
@@ -149,10 +152,7 @@ private slots:
     {
         edit->AppendText(NumberedLines(200).join(QString()));
         QCoreApplication::processEvents();
-        QTextCursor cursor = edit->textCursor();
-        cursor.setPosition(0);
-        cursor.setPosition(4, QTextCursor::KeepAnchor);
-        edit->setTextCursor(cursor);
+        Select(0, 4);
         edit->verticalScrollBar()->setValue(0);
         QCOMPARE(edit->GetSelectedText(), QStringLiteral("line"));
 
@@ -164,9 +164,7 @@ private slots:
         // Within the burst, a selection that reaches the end is not the caret resting there: what
         // arrives is shown at once and takes the selection away.
         const int end = edit->document()->characterCount() - 1;
-        cursor.setPosition(end - 5);
-        cursor.setPosition(end, QTextCursor::KeepAnchor);
-        edit->setTextCursor(cursor);
+        Select(end - 5, end);
         edit->AppendText(QStringLiteral("more\n"));
         QVERIFY(edit->toPlainText().endsWith(QStringLiteral("tail\nmore\n")));
         QVERIFY(!edit->textCursor().hasSelection());
@@ -374,26 +372,19 @@ private slots:
         const QColor matching =
             ColorSettings::GetOutputFormat(ColorSettings::MATCHING_SELECTION).background().color();
         edit->AppendText(QStringLiteral("foo.bar foo aaaa foofoo\nfoo"));
-        const auto select = [this](int from, int to)
-        {
-            QTextCursor cursor = edit->textCursor();
-            cursor.setPosition(from);
-            cursor.setPosition(to, QTextCursor::KeepAnchor);
-            edit->setTextCursor(cursor);
-        };
-        select(8, 11);
+        Select(8, 11);
         QCOMPARE(StartsWithBackground(matching), (QList<int>{0, 8, 17, 20, 24}));
         // Overlapping occurrences are all marked.
-        select(12, 14);
+        Select(12, 14);
         QCOMPARE(StartsWithBackground(matching), (QList<int>{12, 13, 14}));
 
         Settings::outputMatchedSelectionWordsOnly = true;
-        select(8, 11);
+        Select(8, 11);
         QCOMPARE(StartsWithBackground(matching), (QList<int>{0, 8, 24}));
-        select(0, 7);
+        Select(0, 7);
         QVERIFY(StartsWithBackground(matching).isEmpty());
         // Several lines: nothing.
-        select(20, 27);
+        Select(20, 27);
         QVERIFY(StartsWithBackground(matching).isEmpty());
     }
 
@@ -486,9 +477,7 @@ private slots:
         QCOMPARE(StartsWithBackground(found).size(), 0);
 
         // Opening find takes the word under the cursor and selects it there, not at another match.
-        QTextCursor cursor = edit->textCursor();
-        cursor.setPosition(19);
-        edit->setTextCursor(cursor);
+        Select(19, 19);
         edit->ShowFindReplace();
         QCOMPARE(edit->GetSelectedText(), QStringLiteral("one"));
         QCOMPARE(edit->GetSelectedStartPosition(), 18);

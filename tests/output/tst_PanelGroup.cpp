@@ -28,7 +28,6 @@
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QPushButton>
 
-#include <functional>
 #include <memory>
 
 class TestPanelGroup : public QObject
@@ -128,16 +127,6 @@ private slots:
             delete timer;
         panel.reset();
         fixture.reset();
-    }
-
-    void panelHasOneFixedOutputTab()
-    {
-        auto* tabBar = panel->findChild<PanelGroupTabBar*>();
-        QVERIFY(tabBar);
-        QCOMPARE(tabBar->Count(), 1);
-        QCOMPARE(tabBar->GetTabText(0), QStringLiteral("OUTPUT"));
-        QVERIFY(!tabBar->AreTabsMoveable() && !tabBar->AreTabsClosable() && !tabBar->acceptDrops());
-        QVERIFY(panel->GetOutputTextEdit()->isVisible());
     }
 
     // A new panel starts from the host's echo and the setting; the choice drives both.
@@ -279,9 +268,16 @@ private slots:
         QVERIFY(!panel->GetOutputTextEdit()->IsWriteToFileActive());
     }
 
+    // One fixed output tab; its clear button, zoom and focus reach the main widget.
     void buttonsAndRelays()
     {
+        auto* tabBar = panel->findChild<PanelGroupTabBar*>();
+        QVERIFY(tabBar);
+        QCOMPARE(tabBar->Count(), 1);
+        QCOMPARE(tabBar->GetTabText(0), QStringLiteral("OUTPUT"));
+        QVERIFY(!tabBar->AreTabsMoveable() && !tabBar->AreTabsClosable() && !tabBar->acceptDrops());
         OutputTextEdit* edit = panel->GetOutputTextEdit();
+        QVERIFY(edit->isVisible());
         panel->OutputAppendText(QStringLiteral("text\n"));
         QTest::mouseClick(panel->findChild<FlatButton*>(QStringLiteral("clearBtn")), Qt::LeftButton);
         QVERIFY(edit->GetText().isEmpty());
@@ -302,6 +298,20 @@ private slots:
         QTRY_VERIFY(focus.count() >= 1);
     }
 
+    void backgroundFollowsPlainText()
+    {
+        QTextCharFormat plain = ColorSettings::GetOutputFormat(ColorSettings::PLAIN_TEXT);
+        plain.setBackground(QColor(1, 2, 3));
+        plain.setForeground(QColor(200, 201, 202));
+        ColorSettings::SetOutputFormat(ColorSettings::PLAIN_TEXT, plain);
+        panel->UpdateFontsAndColors();
+        QCOMPARE(panel->palette().color(QPalette::Window), QColor(1, 2, 3));
+        QCOMPARE(panel->GetOutputTextEdit()->palette().color(QPalette::Base), QColor(1, 2, 3));
+        QCOMPARE(panel->GetOutputTextEdit()->viewport()->palette().color(QPalette::Text),
+                 QColor(200, 201, 202));
+    }
+
+    // Defaults, the refusal of empty fields, and a stored rule read back as it was.
     void ruleDialogDefaultsAndValidation()
     {
         OutputHighlightingDialog dialog;
@@ -341,14 +351,10 @@ private slots:
         QCOMPARE(rule.name + rule.match, QStringLiteral("Done^Done"));
         QVERIFY(rule.foregroundEnabled && rule.backgroundEnabled && rule.enabled && !rule.regExp);
         QCOMPARE(rule.foreground, QColor(Qt::green));
-    }
 
-    void ruleWithColourOffStaysOffWhenEdited()
-    {
-        const ExtraSelectionProperties stored(QStringLiteral("Mine"), QColor(), QColor(9, 8, 7),
-                                              QStringLiteral("x+"), true, true, false);
-        OutputHighlightingDialog dialog;
-        dialog.SetSelectionProperties(stored);
+        // A colour switched off stays off when the rule is edited.
+        dialog.SetSelectionProperties(ExtraSelectionProperties(
+            QStringLiteral("Mine"), QColor(), QColor(9, 8, 7), QStringLiteral("x+"), true, true, false));
         QCOMPARE(dialog.windowTitle(), QStringLiteral("Edit Highlight"));
         QVERIFY(!dialog.findChild<QCheckBox*>(QStringLiteral("foregroundEnabledCB"))->isChecked());
         QVERIFY(!dialog.findChild<ColorLabel*>(QStringLiteral("foregroundColor"))->isEnabled());
@@ -380,12 +386,10 @@ private slots:
         QCOMPARE(list->item(6)->checkState(), Qt::Checked);
         QCOMPARE(ColorSettings::outputUserDefinedSelections.size(), 6);
 
-        // Cancelled: nothing added.
         WhenModal<OutputHighlightingDialog>(this, [](OutputHighlightingDialog* dialog) { dialog->reject(); });
         QTest::mouseClick(button("newItemBtn"), Qt::LeftButton);
         QCOMPARE(list->count(), 7);
 
-        // Edit by double click.
         WhenRuleDialog(QStringLiteral("Greeting"), false);
         // A user's double click starts with a click.
         const QPoint row = list->visualItemRect(list->item(6)).center();
@@ -397,7 +401,6 @@ private slots:
         list->item(6)->setCheckState(Qt::Checked);
         QCOMPARE(widget.GetSelections().at(6).enabled, true);
 
-        // Order: up twice, down once.
         QTest::mouseClick(button("moveItemUpBtn"), Qt::LeftButton);
         QTest::mouseClick(button("moveItemUpBtn"), Qt::LeftButton);
         QTest::mouseClick(button("moveItemDownBtn"), Qt::LeftButton);

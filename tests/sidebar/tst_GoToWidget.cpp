@@ -21,15 +21,6 @@
 
 namespace
 {
-ParserItem Item(const QString& name, ParserItemType type, int position)
-{
-    ParserItem item;
-    item.name = name;
-    item.type = type;
-    item.position = position;
-    return item;
-}
-
 // What a person reads in a row: the rich text as the delegate lays it out.
 QString ShownText(const GoToWidget& palette, int row)
 {
@@ -186,9 +177,9 @@ private slots:
         QTest::keyClicks(palette->GetLineEdit(), QStringLiteral("b <c"));
         QCOMPARE(palette->GetRowCount(), 1);
 
-        const QList<ParserItem> symbols{Item("operator<", ParserItemMethod, 3),
-                                        Item("a&b", ParserItemProc, 9),
-                                        Item("<b>bold</b>", ParserItemClass, 20)};
+        const QList<ParserItem> symbols{{"operator<", ParserItemMethod, 3},
+                                        {"a&b", ParserItemProc, 9},
+                                        {"<b>bold</b>", ParserItemClass, 20}};
         palette->Show(GoToFilterSymbol, symbols, 1, 0, 0, {}, false);
         QCOMPARE(ShownRows(*palette), (QStringList{"operator<", "a&b", "<b>bold</b>"}));
         QTest::keyClicks(palette->GetLineEdit(), QStringLiteral("&"));
@@ -205,7 +196,7 @@ private slots:
             ParserItemClassMethod, ParserItemClassVariable,  ParserItemVariable};
         QList<ParserItem> symbols;
         for (int i = 0; i < names.size(); ++i)
-            symbols.append(Item(names.at(i), types.at(i), 10 * (i + 1)));
+            symbols.append({names.at(i), types.at(i), 10 * (i + 1)});
         GoToWidget palette;
         QSignalSpy seeks(&palette, SIGNAL(SeekPositionRequested(int, bool)));
         palette.Show(GoToFilterSymbol, symbols, 1, 0, 0, {}, false);
@@ -237,7 +228,7 @@ private slots:
     {
         MakeFile(QStringLiteral("one.mel"));
         MakeFile(QStringLiteral("two.py"));
-        const QList<ParserItem> symbols{Item("proc1", ParserItemProc, 0)};
+        const QList<ParserItem> symbols{{"proc1", ParserItemProc, 0}};
         GoToWidget palette;
         palette.Show(GoToFilterSymbol, symbols, 7, 0, 0, {}, false);
         QCOMPARE(ShownRows(palette), QStringList{QStringLiteral("proc1")});
@@ -268,27 +259,23 @@ private slots:
         QCOMPARE(bare.GetHelpLabel()->text(), QStringLiteral("Type a line between 1 and 7 to navigate to"));
     }
 
-    // An empty list, of files or of symbols without a parser: Down and Return only close it.
-    void emptyListsChooseNothing_data()
-    {
-        QTest::addColumn<int>("filter");
-        QTest::newRow("empty workspace folder") << int(GoToFilterFile);
-        QTest::newRow("no parser") << int(GoToFilterSymbol);
-    }
-
+    // An empty list, of files in an empty workspace folder or of symbols without a parser: Down
+    // and Return only close it.
     void emptyListsChooseNothing()
     {
-        QFETCH(int, filter);
-        GoToWidget palette;
-        QSignalSpy opens(&palette, SIGNAL(OpenFileRequested(QString)));
-        QSignalSpy seeks(&palette, SIGNAL(SeekPositionRequested(int, bool)));
-        palette.Show(static_cast<GoToFilterType>(filter), nullptr, 1, 0, 0, {}, false);
-        QCOMPARE(palette.GetRowCount(), 0);
-        QVERIFY(palette.GetListView()->isVisibleTo(&palette));
-        QTest::keyClick(palette.GetLineEdit(), Qt::Key_Down);
-        QTest::keyClick(palette.GetLineEdit(), Qt::Key_Return);
-        QCOMPARE(opens.count() + seeks.count(), 0);
-        QVERIFY(!palette.isVisible());
+        for (const GoToFilterType filter : {GoToFilterFile, GoToFilterSymbol})
+        {
+            GoToWidget palette;
+            QSignalSpy opens(&palette, SIGNAL(OpenFileRequested(QString)));
+            QSignalSpy seeks(&palette, SIGNAL(SeekPositionRequested(int, bool)));
+            palette.Show(filter, nullptr, 1, 0, 0, {}, false);
+            QCOMPARE(palette.GetRowCount(), 0);
+            QVERIFY(palette.GetListView()->isVisibleTo(&palette));
+            QTest::keyClick(palette.GetLineEdit(), Qt::Key_Down);
+            QTest::keyClick(palette.GetLineEdit(), Qt::Key_Return);
+            QCOMPARE(opens.count() + seeks.count(), 0);
+            QVERIFY(!palette.isVisible());
+        }
     }
 
     // The palette is as tall as its rows, up to twelve: it shrinks as typing narrows the list,
@@ -327,7 +314,6 @@ private slots:
 
     void twentyThousandFiles()
     {
-        // Twenty folders of a thousand files each.
         for (int i = 0; i < 20000; ++i)
         {
             const QString path = QStringLiteral("%1/d%2/f%3.mel")
@@ -396,6 +382,7 @@ private slots:
             QCOMPARE(codeEditor->GetCursorPosition(), QStringLiteral("line 1\nli").size());
     }
 
+    // The palette opens only from an editor with the keyboard; Escape brings back where it stood.
     void escapeBringsBackPositionAndScroll()
     {
         CodeEditor* codeEditor = OpenFocused();
@@ -407,8 +394,15 @@ private slots:
         const int scroll = codeEditor->GetVerticalScrollBarValue();
         QVERIFY(scroll > 0);
 
+        editor->window()->setFocus();
+        editor->setFocus();
+        QVERIFY(!qobject_cast<CodeEditor*>(QApplication::focusWidget()));
         editor->GoToLine();
         GoToWidget* palette = editor->GetGoToWidget();
+        QVERIFY(!palette->isVisible());
+        QVERIFY(FocusActive(editor));
+        editor->GoToLine();
+        QVERIFY(palette->isVisible());
         QTest::keyClicks(palette->GetLineEdit(), QStringLiteral("12"));
         QCOMPARE(codeEditor->GetCurrentLine(), 12);
         QVERIFY(codeEditor->GetVerticalScrollBarValue() < scroll);
@@ -440,7 +434,6 @@ private slots:
         QTest::keyClicks(palette->GetLineEdit(), QStringLiteral("bet"));
         QTest::keyClick(palette->GetLineEdit(), Qt::Key_Return);
         QVERIFY(!palette->isVisible());
-        // The cursor stands at the start of the proc's line.
         QCOMPARE(codeEditor->GetCurrentLine(), 3);
         QCOMPARE(codeEditor->GetCursorPosition(), codeEditor->GetText().indexOf(QStringLiteral("proc beta")));
     }
@@ -467,22 +460,6 @@ private slots:
                  QDir(workspace->path()).filePath(QStringLiteral("scripts/setup.mel")));
         QCOMPARE(opened->GetText(), QStringLiteral("print \"setup\";\n"));
         QTRY_COMPARE(QApplication::focusWidget(), static_cast<QWidget*>(opened));
-    }
-
-    // The palette opens only from an editor with the keyboard.
-    void paletteOpensOnlyFromTheEditor()
-    {
-        QVERIFY(OpenFocused());
-        editor->window()->setFocus();
-        editor->setFocus();
-        QVERIFY(!qobject_cast<CodeEditor*>(QApplication::focusWidget()));
-        editor->GoToLine();
-        GoToWidget* palette = editor->GetGoToWidget();
-        QVERIFY(!palette->isVisible());
-
-        QVERIFY(FocusActive(editor));
-        editor->GoToLine();
-        QVERIFY(palette->isVisible());
     }
 
     // Ctrl held: Tab steps through the group's recent editors; letting go of Ctrl switches, Escape

@@ -234,48 +234,38 @@ private slots:
         CodeEditor* b = OpenedEditor(Ws("b.py"));
         QVERIFY(b);
         QCOMPARE(b->textCursor().selectionStart(), 7);
-        editor->FindInFilesPrevious();
-        editor->FindInFilesPrevious();
-        editor->FindInFilesPrevious();
+        for (int i = 0; i < 3; ++i)
+            editor->FindInFilesPrevious();
         // Back past the first: the last match of all.
         QCOMPARE(editor->GetActiveCodeEditor(), OpenedEditor(Ws("c/latin1.txt")));
-    }
-
-    // With nothing to put in, a row's replace opens the file and changes nothing.
-    void replaceWithoutReplacementLeavesTheMatch()
-    {
-        editor->ReplaceInFiles();
-        SearchFor(QStringLiteral("os"), Ws("b.py"));
-        Tree()->setCurrentItem(Tree()->topLevelItem(0)->child(0)->child(0));
-        QTest::mouseClick(View()->GetResultsView()->GetReplaceButton(), Qt::LeftButton);
-        CodeEditor* b = OpenedEditor(Ws("b.py"));
-        QVERIFY(b);
-        QCOMPARE(b->GetText(), QString::fromLatin1(TestFiles::Read(Ws("b.py"))));
-        QVERIFY(!b->IsModified());
     }
 
     void replaceInFilesEditsBuffersAndLeavesDisksAlone()
     {
         const QByteArray bBefore = TestFiles::Read(Ws("b.py"));
         const QByteArray zBefore = TestFiles::Read(Ws("c/deep/z.py"));
+        const QString where = Ws("b.py") + QStringLiteral(", ") + Ws("c/deep");
         editor->ReplaceInFiles();
-        Edit("replaceEdit")->setText(QStringLiteral("sys"));
-        SearchFor(QStringLiteral("os"), Ws("b.py") + QStringLiteral(", ") + Ws("c/deep"));
-        QVERIFY(View()->IsReplaceActive());
-        QCOMPARE(Tree()->topLevelItemCount(), 2);
-
-        // One match through the row's own button.
-        QTreeWidgetItem* firstMatch = Tree()->topLevelItem(0)->child(0)->child(0);
-        Tree()->setCurrentItem(firstMatch);
         FlatButton* rowButton = View()->GetResultsView()->GetReplaceButton();
-        QVERIFY(rowButton->isVisible());
-        QCOMPARE(rowButton->geometry().right(), Tree()->viewport()->width() - 1);
+        // With nothing to put in, a row's replace opens the file and changes nothing.
+        SearchFor(QStringLiteral("os"), where);
+        Tree()->setCurrentItem(Tree()->topLevelItem(0)->child(0)->child(0));
         QTest::mouseClick(rowButton, Qt::LeftButton);
         CodeEditor* b = OpenedEditor(Ws("b.py"));
         QVERIFY(b);
+        QCOMPARE(b->GetText(), QString::fromLatin1(bBefore));
+        QVERIFY(!b->IsModified());
+
+        Edit("replaceEdit")->setText(QStringLiteral("sys"));
+        SearchFor(QStringLiteral("os"), where);
+        QVERIFY(View()->IsReplaceActive());
+        QCOMPARE(Tree()->topLevelItemCount(), 2);
+        Tree()->setCurrentItem(Tree()->topLevelItem(0)->child(0)->child(0));
+        QVERIFY(rowButton->isVisible());
+        QCOMPARE(rowButton->geometry().right(), Tree()->viewport()->width() - 1);
+        QTest::mouseClick(rowButton, Qt::LeftButton);
         QCOMPARE(b->GetText(), QStringLiteral("import sys\nos.path  # os twice: os\n"));
 
-        // The rest after the question.
         WhenModal<QMessageBox>(this,
                                [](QMessageBox* box)
                                {

@@ -50,11 +50,6 @@ QVariantList Folders(const QByteArray& json)
 }
 
 using TreeRows::Child;
-
-QStringList ChildTexts(const QTreeWidgetItem* item)
-{
-    return TreeRows::Below(item, false);
-}
 } // namespace
 
 // The workspace tree on real folders: lazy reading, the watcher, the workspace file and the
@@ -159,7 +154,7 @@ private slots:
         // ahead: "a" gets an arrow, "empty" does not, nothing below "a" is read.
         Click(root);
         QVERIFY(root->isExpanded());
-        QCOMPARE(ChildTexts(root), (QStringList{"a", "empty", "alpha.mel", "Zeta.txt"}));
+        QCOMPARE(TreeRows::Below(root, false), (QStringList{"a", "empty", "alpha.mel", "Zeta.txt"}));
         QCOMPARE(Watched(), (QStringList{"root", "root/a", "root/empty"}));
         QTreeWidgetItem* a = Child(root, "a");
         QVERIFY(WorkspaceTreeWidget::IsPlaceholderItem(a->child(0)));
@@ -169,7 +164,7 @@ private slots:
         QVERIFY(!(a->flags() & Qt::ItemIsEditable));
 
         Click(a);
-        QCOMPARE(ChildTexts(a), (QStringList{"b", "one.py"}));
+        QCOMPARE(TreeRows::Below(a, false), (QStringList{"b", "one.py"}));
         QCOMPARE(Watched(), (QStringList{"root", "root/a", "root/a/b", "root/empty"}));
 
         // A click on a file asks for a temporary tab, a double click for a permanent one.
@@ -208,7 +203,7 @@ private slots:
 
         root = Tree()->topLevelItem(0);
         QTreeWidgetItem* scripts = Child(root, "scripts");
-        QCOMPARE(ChildTexts(scripts), (QStringList{"new.mel", "renamed.py"}));
+        QCOMPARE(TreeRows::Below(scripts, false), (QStringList{"new.mel", "renamed.py"}));
         QVERIFY(root->isExpanded());
         QVERIFY(scripts->isExpanded());
         QVERIFY(!Child(root, "other")->isExpanded());
@@ -342,7 +337,7 @@ private slots:
         Tree()->NewFile();
         QVERIFY(QFileInfo(Disk("root/unread/made.py")).isFile());
         QTreeWidgetItem* unread = Child(Tree()->topLevelItem(0), "unread");
-        QCOMPARE(ChildTexts(unread), (QStringList{"inside.txt", "made.py"}));
+        QCOMPARE(TreeRows::Below(unread, false), (QStringList{"inside.txt", "made.py"}));
         QVERIFY(unread->isExpanded());
         QCOMPARE(modified.size(), 1);
         QVERIFY(answer.titles.contains("New File") && answer.texts.contains("File Name"));
@@ -484,7 +479,7 @@ private slots:
         QVERIFY(MakeView({}));
         QTreeWidgetItem* c = Child(Child(Child(Tree()->topLevelItem(0), "a"), "b"), "c");
         QVERIFY(c && c->isExpanded());
-        QCOMPARE(ChildTexts(c), QStringList{"target.py"});
+        QCOMPARE(TreeRows::Below(c, false), QStringList{"target.py"});
     }
 
     void compiledPythonIsHidden()
@@ -496,12 +491,12 @@ private slots:
         QVERIFY(MakeView({Disk("root")}));
         QTreeWidgetItem* root = Tree()->topLevelItem(0);
         Click(root);
-        QCOMPARE(ChildTexts(root), (QStringList{"only", "m.py"}));
+        QCOMPARE(TreeRows::Below(root, false), (QStringList{"only", "m.py"}));
         // The arrow comes from the raw listing; opened, the folder shows empty.
         QTreeWidgetItem* only = Child(root, "only");
         QCOMPARE(only->childCount(), 1);
         Click(only);
-        QCOMPARE(ChildTexts(only), QStringList{});
+        QCOMPARE(TreeRows::Below(only, false), QStringList{});
         QCOMPARE(view->GetWorkspaceFiles(), (QStringList{Disk("root/m.py")}));
     }
 };

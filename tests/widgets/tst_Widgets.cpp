@@ -31,20 +31,6 @@ class TestWidgets : public QObject
     Q_OBJECT
 
 private:
-    // A 24 by 24 button showing a 20 by 20 opaque blue disc on a transparent ground.
-    static void SetDisc(FlatButton& button)
-    {
-        QImage image(20, 20, QImage::Format_ARGB32_Premultiplied);
-        image.fill(Qt::transparent);
-        QPainter painter(&image);
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(Qt::blue);
-        painter.drawEllipse(QRect(0, 0, 20, 20));
-        painter.end();
-        button.SetSize(24, 24);
-        button.SetImage(image, 4);
-    }
-
     static QColor CentreColor(const QLabel& label)
     {
         const QImage image = label.pixmap().toImage();
@@ -84,24 +70,20 @@ private slots:
         fixture.reset();
     }
 
-    void flatButtonSizeFollowsDisplayScale_data()
-    {
-        QTest::addColumn<double>("scale");
-        QTest::addColumn<QSize>("expected");
-        QTest::newRow("none") << 1.0 << QSize(18, 25);
-        QTest::newRow("one and a half") << 1.5 << QSize(27, 37);
-        QTest::newRow("zero is no scale") << 0.0 << QSize(18, 25);
-    }
-
+    // A scale of zero is no scale.
     void flatButtonSizeFollowsDisplayScale()
     {
-        QFETCH(double, scale);
-        QFETCH(QSize, expected);
-        FlatButton button;
-        QCOMPARE(button.size(), QSize(30, 30));
-        Settings::customScaleValue = scale;
-        button.SetSize(QSize(18, 25));
-        QCOMPARE(button.size(), expected);
+        const QList<QPair<double, QSize>> scales{
+            {1.0, QSize(18, 25)}, {1.5, QSize(27, 37)}, {0.0, QSize(18, 25)}};
+        for (const auto& [scale, expected] : scales)
+        {
+            Settings::customScaleValue = 1.0;
+            FlatButton button;
+            QCOMPARE(button.size(), QSize(30, 30));
+            Settings::customScaleValue = scale;
+            button.SetSize(QSize(18, 25));
+            QCOMPARE(button.size(), expected);
+        }
     }
 
     // The icon is drawn as one flat shape: its own colour, the tint, or white when checked or hovered.
@@ -110,7 +92,16 @@ private slots:
         FlatButton button;
         button.SetImage(QImage(QStringLiteral(":/bq2_icons/no_such_icon.png")), 4);
         QVERIFY(button.pixmap().isNull());
-        SetDisc(button);
+        // A 24 by 24 button showing a 20 by 20 opaque blue disc on a transparent ground.
+        QImage image(20, 20, QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::transparent);
+        QPainter painter(&image);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(Qt::blue);
+        painter.drawEllipse(QRect(0, 0, 20, 20));
+        painter.end();
+        button.SetSize(24, 24);
+        button.SetImage(image, 4);
         QCOMPARE(button.pixmap().size(), QSize(20, 20));
         QCOMPARE(CentreColor(button), QColor(Qt::blue));
         QCOMPARE(button.pixmap().toImage().pixelColor(0, 0).alpha(), 0);
