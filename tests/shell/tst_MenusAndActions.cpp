@@ -138,6 +138,8 @@ private slots:
         }
         QCOMPARE(titles, QStringList({"File", "Edit", "View", "Go", "Output", "Command", "Help"}));
         QVERIFY(!Action(QStringLiteral("Output/Verbosity"))->menu()->isTearOffEnabled());
+        QCOMPARE(Action(QStringLiteral("Edit/Line/Move Line Up"))->statusTip(),
+                 QStringLiteral("Move Line Upt"));
     }
 
     void everyActionRunsWithoutHarm()
