@@ -215,14 +215,9 @@ private slots:
     void bindingsRoundTripAndDuplicatesAreDropped()
     {
         QVERIFY(fixture->UnloadPlugin() == MStatus::kSuccess);
-        {
-            QSettings bindings(Settings::GetUserConfigDirectory() +
-                                   QStringLiteral("/brindletEditor2_bindings.ini"),
-                               QSettings::IniFormat);
-            // Toggle Output comes first in the table, so it keeps Ctrl+B.
-            bindings.setValue(QStringLiteral("user_bindings/toggleOutput"),
-                              QStringList{QStringLiteral("Ctrl+B")});
-        }
+        // Toggle Output comes first in the table, so it keeps Ctrl+B.
+        WriteSetting(QStringLiteral("user_bindings/toggleOutput"), QStringList{QStringLiteral("Ctrl+B")},
+                     QStringLiteral("brindletEditor2_bindings.ini"));
         fixture->Restart();
         QVERIFY(Open());
         KeyBindings* bindings = editor->GetKeyBindings();
@@ -232,7 +227,6 @@ private slots:
         QVERIFY(fixture->HasMessageContaining(
             QStringLiteral("Duplicate hotkey detected: Toggle Side Bar (Ctrl+B)")));
 
-        // The shortcut works from the keyboard.
         const bool outputVisible = Settings::outputVisible;
         editor->activateWindow();
         QApplication::setActiveWindow(editor->window());
