@@ -48,12 +48,8 @@ QStringList RecoveryCopies(const QString& root)
 QString RecoveredText(const QString& root)
 {
     const QStringList copies = RecoveryCopies(root);
-    if (copies.size() != 1)
-        return QString();
-    return QJsonDocument::fromJson(TestFiles::Read(copies.first()))
-        .object()
-        .value(QStringLiteral("text"))
-        .toString();
+    return copies.size() == 1 ? QJsonDocument::fromJson(TestFiles::Read(copies.first()))["text"].toString()
+                              : QString();
 }
 } // namespace
 

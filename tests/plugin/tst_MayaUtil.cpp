@@ -42,10 +42,8 @@ private slots:
         MayaUtil::SaveScriptToShelf(QStringLiteral("My Tool"), script, true);
         QVERIFY(fixture->Host().ShelfButtons().isEmpty());
         fixture->Host().ProcessIdleQueue();
-        const auto buttons = fixture->Host().ShelfButtons();
-        QCOMPARE(buttons.size(), 1);
-        QCOMPARE(buttons.first().first, QStringLiteral("My Tool"));
-        QCOMPARE(buttons.first().second, QStringLiteral("print \"a\\\"b\\\\c\";\n// done"));
+        QCOMPARE(fixture->Host().ShelfButtons(),
+                 (QList<QPair<QString, QString>>{{"My Tool", "print \"a\\\"b\\\\c\";\n// done"}}));
     }
 
     void menuItemAndButtonAreMadeOnceAndGiveBack()
@@ -82,8 +80,7 @@ private slots:
     void workspaceControlLabelAndPlace()
     {
         Settings::windowGeometry = QRect(40, 60, 700, 500);
-        QWidget* parent = MayaUtil::CreateWorkspaceControl();
-        QVERIFY(parent);
+        QVERIFY(MayaUtil::CreateWorkspaceControl());
         QVERIFY(MayaUtil::CreateWorkspaceControl() == nullptr);
         QWidget* control = MayaUtil::GetWorkspaceControl();
         QVERIFY(control);
@@ -109,9 +106,7 @@ private slots:
         MayaUtil::SetEchoAllCommandsEnabled(true);
         QVERIFY(MayaUtil::EchoAllCommandsEnabled());
         fixture->Host().ProcessIdleQueue();
-        int state = 0;
-        QVERIFY(MayaUtil::ExecuteMelIntResult(QStringLiteral("commandEcho -q -state"), state));
-        QCOMPARE(state, 1);
+        QCOMPARE(MelInt(QStringLiteral("commandEcho -q -state")), 1);
         MayaUtil::SetShowStackTraceEnabled(true);
         QVERIFY(MayaUtil::ShowStackTraceEnabled());
         MayaUtil::SetLineNumbersInErrorsEnabled(false);
@@ -181,13 +176,10 @@ private slots:
                            "    return _bq2_orig()\n"
                            "BrindletEditorHelpers.list_keywords = staticmethod(_bq2_counting)\n"));
         const QStringList first = MayaUtil::PythonKeywords();
-        const QStringList second = MayaUtil::PythonKeywords();
-        QCOMPARE(first, second);
+        QCOMPARE(MayaUtil::PythonKeywords(), first);
         QVERIFY(first.contains(QStringLiteral("None")));
         QVERIFY(first.contains(QStringLiteral("lambda")));
-        int calls = 0;
-        QVERIFY(MayaUtil::ExecutePythonIntResult(QStringLiteral("_bq2_calls[0]"), calls));
-        QCOMPARE(calls, 1);
+        QCOMPARE(PythonInt(QStringLiteral("_bq2_calls[0]")), 1);
         MayaUtil::ExecutePython(QStringLiteral("BrindletEditorHelpers.list_keywords = _bq2_orig"));
         QVERIFY(MayaUtil::PythonBuiltins().contains(QStringLiteral("len")));
         QCOMPARE(MayaUtil::GetPythonVersion().left(4), QStringLiteral("3.11"));

@@ -50,18 +50,12 @@ private:
 
     static int Collapsed()
     {
-        int collapsed = -1;
-        MayaUtil::ExecuteMelIntResult(
-            QStringLiteral("workspaceControl -q -collapse %1").arg(MayaUtil::workspaceControlName),
-            collapsed);
-        return collapsed;
+        return MelInt(QStringLiteral("workspaceControl -q -collapse %1").arg(MayaUtil::workspaceControlName));
     }
 
-    static bool PythonHas(const QString& module)
+    static int Loaded(const char* module)
     {
-        int loaded = -1;
-        MayaUtil::ExecutePythonIntResult(QStringLiteral("int('%1' in sys.modules)").arg(module), loaded);
-        return loaded == 1;
+        return PythonInt(QStringLiteral("int('%1' in sys.modules)").arg(QLatin1String(module)));
     }
 
 private slots:
@@ -107,9 +101,7 @@ private slots:
     {
         BrindletEditor* editor = fixture->OpenEditor();
         QVERIFY(editor);
-        QWidget* control = MayaUtil::GetWorkspaceControl();
-        QVERIFY(control);
-        QVERIFY(control->isAncestorOf(editor));
+        QVERIFY(MayaUtil::GetWorkspaceControl() && MayaUtil::GetWorkspaceControl()->isAncestorOf(editor));
         QVERIFY(MayaUtil::WorkspaceControlExists());
         QVERIFY(MayaUtil::WorkspaceControlVisible());
         QVERIFY(MayaUtil::WorkspaceControlFloating());
@@ -154,14 +146,13 @@ private slots:
         QFETCH(QString, command);
         QFETCH(bool, succeeds);
         QFETCH(QString, told);
-        QTemporaryDir dir;
-        QVERIFY(TestFiles::Write(dir.filePath(QStringLiteral("a b.py")), "x = 1\n"));
+        QVERIFY(TestFiles::Write(files->filePath(QStringLiteral("a b.py")), "x = 1\n"));
         if (editorOpen)
             QVERIFY(fixture->OpenEditor());
         MGlobal::executeCommand("print \"earlier line\\n\"", true);
         fixture->ClearMessages();
-        command.replace(QLatin1String("DIR"), dir.path());
-        told.replace(QLatin1String("DIR"), dir.path());
+        command.replace(QLatin1String("DIR"), files->path());
+        told.replace(QLatin1String("DIR"), files->path());
         QCOMPARE(fixture->Mel(QStringLiteral("brindletEditor2 ") + command) == MStatus::kSuccess, succeeds);
         // An error is printed exactly where one is expected, and it names the fault.
         const QStringList errors = fixture->MessagesOfType(MCommandMessage::kError);
@@ -185,11 +176,11 @@ private slots:
         fixture->Host().ProcessIdleQueue();
         MayaUtil::ExecutePython(QStringLiteral("import sys\nsys.modules.pop('fractions', None)"));
         MayaUtil::ExecutePython(QStringLiteral("import fractions"));
-        QVERIFY(PythonHas(QStringLiteral("fractions")));
+        QCOMPARE(Loaded("fractions"), 1);
         QVERIFY(fixture->Mel(QStringLiteral("brindletEditor2 -revertModuleState")) == MStatus::kSuccess);
         fixture->Host().ProcessIdleQueue();
-        QVERIFY(!PythonHas(QStringLiteral("fractions")));
-        QVERIFY(PythonHas(QStringLiteral("sys")));
+        QCOMPARE(Loaded("fractions"), 0);
+        QCOMPARE(Loaded("sys"), 1);
         QVERIFY(fixture->HasMessageContaining(QStringLiteral("Python module state reverted.")));
     }
 
@@ -257,15 +248,12 @@ private slots:
         QVERIFY(fixture->Host().Quit());
         QVERIFY(!BrindletEditorCommand::GuiAvailable());
         QVERIFY(MQtUtil::findMenuItem(MayaUtil::ToMString(menuItem)) == nullptr);
-        QVERIFY(MayaUtil::mainMenuItemName.isEmpty());
-        QVERIFY(MayaUtil::scriptEditorButtonName.isEmpty());
         QVERIFY(ButtonCommands().contains(QStringLiteral("ScriptEditor")));
         QVERIFY(!ButtonCommands().contains(QStringLiteral("brindletEditor2")));
         QVERIFY(!MayaUtil::WorkspaceControlVisible());
         QVERIFY(fixture->Mel(QStringLiteral("brindletEditor2 -v")) != MStatus::kSuccess);
         QVERIFY(!fixture->HasMessageContaining(QStringLiteral("Failed to remove")));
         QCOMPARE(MayaUtil::callbackIds.length(), 0u);
-        // The settings reached the disk.
         QSettings raw(Settings::GetUserConfigPath(), QSettings::IniFormat);
         QCOMPARE(raw.value(QStringLiteral("preferences/outputBufferSize")).toInt(), 4321);
     }
@@ -277,7 +265,6 @@ private slots:
         BrindletEditorCommand::Shutdown();
         QVERIFY(fixture->UnloadPlugin() == MStatus::kSuccess);
         QVERIFY(fixture->MessagesOfType(MCommandMessage::kError).isEmpty());
-        // A second load works and opens a fresh editor.
         QVERIFY(fixture->LoadPlugin() == MStatus::kSuccess);
         QVERIFY(fixture->OpenEditor());
     }
@@ -301,10 +288,7 @@ private slots:
         qputenv("BQ2_HOST_DPI_MODE", "1");
         qputenv("BQ2_HOST_DPI_SCALE", "1.5");
         MGlobal::setOptionVarValue("echoAllLines", 1);
-        {
-            QSettings ini(Settings::GetUserConfigPath(), QSettings::IniFormat);
-            ini.setValue(QStringLiteral("preferences/outputMinimalTrace"), true);
-        }
+        WriteSetting(QStringLiteral("preferences/outputMinimalTrace"), true);
         fixture->LoadPlugin();
         // Echo-all and minimal trace exclude one another.
         QCOMPARE(Settings::outputMinimalTrace, false);
@@ -312,17 +296,12 @@ private slots:
         fixture->UnloadPlugin();
 
         qputenv("BQ2_HOST_DPI_MODE", "2");
-        {
-            QSettings ini(Settings::GetUserConfigPath(), QSettings::IniFormat);
-            ini.setValue(QStringLiteral("preferences/outputDisableEchoAllOnStartup"), true);
-        }
+        WriteSetting(QStringLiteral("preferences/outputDisableEchoAllOnStartup"), true);
         fixture->LoadPlugin();
         QCOMPARE(Settings::customScaleValue, 1.0);
         fixture->Host().ProcessIdleQueue();
         QCOMPARE(MGlobal::optionVarIntValue("echoAllLines"), 0);
-        int state = -1;
-        QVERIFY(MayaUtil::ExecuteMelIntResult(QStringLiteral("commandEcho -q -state"), state));
-        QCOMPARE(state, 0);
+        QCOMPARE(MelInt(QStringLiteral("commandEcho -q -state")), 0);
         qunsetenv("BQ2_HOST_DPI_MODE");
         qunsetenv("BQ2_HOST_DPI_SCALE");
     }
@@ -344,11 +323,7 @@ private slots:
         QVERIFY(window != editor && window != MayaUtil::GetMainWindow());
         // The user drags and sizes the floating window: a move places its frame, a resize its inside.
         window->move(frame.topLeft());
-        const QMargins margins(window->geometry().left() - window->frameGeometry().left(),
-                               window->geometry().top() - window->frameGeometry().top(),
-                               window->frameGeometry().right() - window->geometry().right(),
-                               window->frameGeometry().bottom() - window->geometry().bottom());
-        window->resize(frame.marginsRemoved(margins).size());
+        window->resize(frame.size() - (window->frameGeometry().size() - window->size()));
         QCoreApplication::processEvents();
         QCOMPARE(window->frameGeometry(), frame);
         const QRect editorArea(editor->mapToGlobal(QPoint(0, 0)), editor->size());

@@ -47,8 +47,6 @@ private:
             QVERIFY(editor->OpenFile(NewFile(name)));
     }
 
-    QString FilePath(const QString& name) const { return QDir(files->path()).filePath(name); }
-
     void AnswerSaveDialog(const QString& name)
     {
         const QString directory = files->path();
@@ -86,7 +84,7 @@ private slots:
         Type(Active()->GetCurrent(), QStringLiteral("b = 2\n"));
         AnswerSaveDialog(QStringLiteral("copy.py"));
         editor->SaveAs();
-        const QString copy = FilePath(QStringLiteral("copy.py"));
+        const QString copy = files->filePath(QStringLiteral("copy.py"));
         QCOMPARE(Read(original), QByteArray("a = 1\n"));
         QCOMPARE(Read(copy), QByteArray("a = 1\nb = 2\n"));
         QCOMPARE(Tabs(Active()), QStringLiteral("MEL Python [copy.py]"));
@@ -122,7 +120,7 @@ private slots:
         Type(Active()->GetCodeEditor(tab), QStringLiteral("print('saved')"));
         AnswerSaveDialog(typed);
         editor->SaveAs();
-        const QString target = FilePath(saved);
+        const QString target = files->filePath(saved);
         QCOMPARE(Read(target), QByteArray("print('saved')"));
         QCOMPARE(Active()->GetFilePath(tab), target);
         QCOMPARE(Active()->GetType(tab), CodeEditorType::FILE);
@@ -248,7 +246,7 @@ private slots:
         AnswerRename(name);
         fixture->ClearMessages();
         editor->Rename();
-        const QString renamed = FilePath(name);
+        const QString renamed = files->filePath(name);
         QCOMPARE(Active()->GetLabel(2), moved ? name : QStringLiteral("old.py"));
         QCOMPARE(QFile::exists(old), !moved);
         QCOMPARE(Active()->GetFilePath(2), moved ? renamed : old);
@@ -521,14 +519,10 @@ private slots:
         const QString a = NewFile(QStringLiteral("a.mel"), "print 1;");
         const QString b = NewFile(QStringLiteral("b.py"), "print(2)");
         QVERIFY(fixture->UnloadPlugin() == MStatus::kSuccess);
-        {
-            QSettings ini(Settings::GetUserConfigPath(), QSettings::IniFormat);
-            ini.setValue(QStringLiteral("tabs/tabDetails"),
-                         QStringList{QStringLiteral("0;1;%1;1;0").arg(a),
-                                     QStringLiteral("7;1;%1;1;0;0").arg(b),
-                                     QStringLiteral("0;5;%1;1;0;0").arg(a),
-                                     QStringLiteral("x;1;/gone/file.py;1;0;0")});
-        }
+        WriteSetting(QStringLiteral("tabs/tabDetails"),
+                     QStringList{QStringLiteral("0;1;%1;1;0").arg(a), QStringLiteral("7;1;%1;1;0;0").arg(b),
+                                 QStringLiteral("0;5;%1;1;0;0").arg(a),
+                                 QStringLiteral("x;1;/gone/file.py;1;0;0")});
         fixture->Restart();
         QVERIFY(Open());
         // The five-field entry and the bad type are skipped, group 7 means group 0, the

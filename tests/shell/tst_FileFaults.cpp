@@ -59,15 +59,7 @@ class TestFileFaults : public ShellFixture
 private:
     CodeEditor* OpenFile(const QString& path)
     {
-        if (!editor->OpenFile(path))
-            return nullptr;
-        return Active()->GetCurrent();
-    }
-
-    QString TabToolTip() const
-    {
-        auto* tabBar = Active()->findChild<CustomTabBar*>();
-        return tabBar ? tabBar->GetTabToolTip(Active()->GetCurrentIndex()) : QString();
+        return editor->OpenFile(path) ? Active()->GetCurrent() : nullptr;
     }
 
     static void TypeAtEnd(CodeEditor* codeEditor, const QString& text)
@@ -88,25 +80,19 @@ private:
         }
     }
 
-    QString FilePath(const QString& name) const { return QDir(files->path()).filePath(name); }
-
-    QString RecoveryFolder() const
+    QDir RecoveryFolder() const
     {
-        return QFileInfo(Settings::GetInternalBufferDirectoryPath()).absolutePath() +
-               QStringLiteral("/recovery");
+        return QDir(QFileInfo(Settings::GetInternalBufferDirectoryPath()).absolutePath() + "/recovery");
     }
 
-    QStringList RecoveryCopies() const
-    {
-        return QDir(RecoveryFolder()).entryList({QStringLiteral("*.json")}, QDir::Files);
-    }
+    QStringList RecoveryCopies() const { return RecoveryFolder().entryList({"*.json"}, QDir::Files); }
 
     // The bytes of every recovery copy, so that a test can look for its text in them.
     QByteArray RecoveryBytes() const
     {
         QByteArray all;
         for (const QString& name : RecoveryCopies())
-            all += TestFiles::Read(QDir(RecoveryFolder()).filePath(name));
+            all += TestFiles::Read(RecoveryFolder().filePath(name));
         return all;
     }
 
@@ -128,33 +114,26 @@ private slots:
         QTest::addColumn<QByteArray>("edited");
         QTest::addColumn<QString>("shown");
         // `edited` is the file after the user types a new line and "zé" at the end.
-        QTest::newRow("UTF-8") << QByteArray("a = 1\nb = '\xc3\xa9'\n")
-                               << QByteArray("a = 1\nb = '\xc3\xa9'\n\nz\xc3\xa9") << "UTF-8, LF";
-        QTest::newRow("UTF-8 with BOM") << QByteArray("\xef\xbb\xbf"
-                                                      "a\n")
-                                        << QByteArray("\xef\xbb\xbf"
-                                                      "a\n\nz\xc3\xa9")
-                                        << "UTF-8 with BOM, LF";
-        QTest::newRow("UTF-16 LE BOM")
-            << QByteArray("\xff\xfe\x61\x00\r\x00\n\x00", 8)
-            << QByteArray("\xff\xfe\x61\x00\r\x00\n\x00\r\x00\n\x00z\x00\xe9\x00", 16) << "UTF-16 LE, CRLF";
-        QTest::newRow("Latin-1") << QByteArray("s = '\xe9t\xe9'\n") << QByteArray("s = '\xe9t\xe9'\n\nz\xe9")
-                                 << "Latin-1, LF";
-        QTest::newRow("CRLF") << QByteArray("a\r\nb\r\n") << QByteArray("a\r\nb\r\n\r\nz\xc3\xa9")
-                              << "UTF-8, CRLF";
-        QTest::newRow("lone CR") << QByteArray("a\rb\r") << QByteArray("a\rb\r\rz\xc3\xa9") << "UTF-8, CR";
+        const auto row =
+            [](const char* name, const QByteArray& original, const QByteArray& added, const char* shown)
+        { QTest::newRow(name) << original << original + added << QString(shown); };
+        const QByteArray lf("\nz\xc3\xa9");
+        row("UTF-8", "a = 1\nb = '\xc3\xa9'\n", lf, "UTF-8, LF");
+        row("UTF-8 with BOM", "\xef\xbb\xbf\x61\n", lf, "UTF-8 with BOM, LF");
+        row("UTF-16 LE BOM", QByteArray("\xff\xfe\x61\x00\r\x00\n\x00", 8),
+            QByteArray("\r\x00\n\x00z\x00\xe9\x00", 8), "UTF-16 LE, CRLF");
+        row("Latin-1", "s = '\xe9t\xe9'\n", "\nz\xe9", "Latin-1, LF");
+        row("CRLF", "a\r\nb\r\n", "\r" + lf, "UTF-8, CRLF");
+        row("lone CR", "a\rb\r", "\rz\xc3\xa9", "UTF-8, CR");
+        row("U+2028 in a comment", "# one\xe2\x80\xa8two\nx = 1\n", lf, "UTF-8, LF");
+        row("empty", "", lf, "UTF-8, LF");
         QTest::newRow("mixed, CRLF dominant")
             << QByteArray("a\r\nb\r\nc\nd") << QByteArray("a\r\nb\r\nc\r\nd\r\nz\xc3\xa9")
             << "mixed line endings (saved as CRLF)";
-        QTest::newRow("U+2028 in a comment")
-            << QByteArray("# one\xe2\x80\xa8two\nx = 1\n")
-            << QByteArray("# one\xe2\x80\xa8two\nx = 1\n\nz\xc3\xa9") << "UTF-8, LF";
-        QTest::newRow("empty") << QByteArray() << QByteArray("\nz\xc3\xa9") << "UTF-8, LF";
         QByteArray large;
         while (large.size() < 20 * 1024 * 1024)
             large += "value = 'a line of a large generated file with some length'  # 0123456789\r\n";
-        QTest::newRow("large") << large << large + "\r\nz\xc3\xa9"
-                               << "UTF-8, CRLF";
+        row("large", large, "\r" + lf, "UTF-8, CRLF");
     }
 
     void bytesRoundTrip()
@@ -177,7 +156,10 @@ private slots:
         QTEST(TestFiles::Read(path), "edited");
         QVERIFY(!codeEditor->IsModified());
         // The user sees how the file is stored.
-        QVERIFY2(TabToolTip().contains(shown), qPrintable(TabToolTip()));
+        auto* tabBar = Active()->findChild<CustomTabBar*>();
+        QVERIFY(tabBar);
+        const QString toolTip = tabBar->GetTabToolTip(Active()->GetCurrentIndex());
+        QVERIFY2(toolTip.contains(shown), qPrintable(toolTip));
     }
 
     void mixedLineEndingsAreSaid()
@@ -218,7 +200,7 @@ private slots:
         const QString path = NewFile(QStringLiteral("folder/tool.txt"), "old\n");
         const QString folder = QFileInfo(path).path();
         QString opened = path;
-        const QString other = FilePath(QStringLiteral("other.txt"));
+        const QString other = files->filePath(QStringLiteral("other.txt"));
         if (kind == QLatin1String("read-only folder"))
         {
             if (::geteuid() == 0 && !Run(QStringLiteral("chattr"), {QStringLiteral("+i"), folder}))
@@ -251,14 +233,12 @@ private slots:
                  qPrintable(fixture->MessagesOfType(MCommandMessage::kError).join('\n')));
         QCOMPARE(TestFiles::Read(path), QByteArray("old\nnew"));
         const struct stat after = Stat(path);
-        // The same file: its inode, owner, group and mode.
         QCOMPARE(std::tie(after.st_ino, after.st_uid, after.st_gid, after.st_mode),
                  std::tie(before.st_ino, before.st_uid, before.st_gid, before.st_mode));
         if (kind == QLatin1String("hard link"))
             QCOMPARE(TestFiles::Read(other), QByteArray("old\nnew"));
         if (kind == QLatin1String("symbolic link"))
             QVERIFY(QFileInfo(other).isSymLink());
-        // Nothing left behind in the folder.
         QCOMPARE(QDir(folder).entryList(QDir::Files | QDir::Hidden), QStringList{QStringLiteral("tool.txt")});
     }
 
@@ -310,7 +290,7 @@ private slots:
     {
         if (::geteuid() != 0)
             QSKIP("Mounting a small file system needs root");
-        const QString mount = FilePath(QStringLiteral("small"));
+        const QString mount = files->filePath(QStringLiteral("small"));
         QVERIFY(QDir().mkpath(mount));
         if (!Run(QStringLiteral("mount"),
                  {QStringLiteral("-t"), QStringLiteral("tmpfs"), QStringLiteral("-o"),
@@ -329,9 +309,7 @@ private slots:
         filler.close();
         CodeEditor* codeEditor = OpenFile(path);
         QVERIFY(codeEditor);
-        QTextCursor cursor(codeEditor->document());
-        cursor.movePosition(QTextCursor::End);
-        cursor.insertText(QString(64 * 1024, QLatin1Char('n')));
+        Type(codeEditor, QString(64 * 1024, QLatin1Char('n')));
         editor->Save();
         QVERIFY(codeEditor->IsModified());
         QVERIFY(TestFiles::Read(path) == original);
@@ -380,10 +358,8 @@ private slots:
         QFETCH(bool, byRename);
         QFETCH(QString, action);
         QFETCH(int, answer);
-        Settings::saveAllOnExecute = true;
-        Settings::saveAllOnExit = true;
-        Settings::pythonTrimTrailingWhiteSpacesOnSave = false;
-        Settings::pythonEnsureNewLineAtEofOnSave = false;
+        Settings::saveAllOnExecute = Settings::saveAllOnExit = true;
+        Settings::pythonTrimTrailingWhiteSpacesOnSave = Settings::pythonEnsureNewLineAtEofOnSave = false;
         const QString path = NewFile(QStringLiteral("shared.py"), "mine = 1\n");
         CodeEditor* codeEditor = OpenFile(path);
         QVERIFY(codeEditor);
@@ -458,7 +434,7 @@ private slots:
     {
         auto* output = editor->findChild<OutputTextEdit*>();
         QVERIFY(output);
-        const QString path = FilePath(QStringLiteral("session.log"));
+        const QString path = files->filePath(QStringLiteral("session.log"));
         QVERIFY(output->BeginWriteToFile(path));
         // Two lines in one burst, and no turn of the event loop: a crash now keeps both.
         output->AppendText(QStringLiteral("first\n"));

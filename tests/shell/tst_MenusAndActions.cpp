@@ -138,6 +138,8 @@ private slots:
         }
         QCOMPARE(titles, QStringList({"File", "Edit", "View", "Go", "Output", "Command", "Help"}));
         QVERIFY(!Action(QStringLiteral("Output/Verbosity"))->menu()->isTearOffEnabled());
+        QCOMPARE(Action(QStringLiteral("Edit/Line/Move Line Up"))->statusTip(),
+                 QStringLiteral("Move Line Upt"));
     }
 
     void everyActionRunsWithoutHarm()
@@ -352,13 +354,11 @@ private slots:
                 if (sequence.isEmpty())
                     continue;
                 // From a widget of the editor that takes no keys itself, as the tab bar or a button.
-                QWidget* window = editor->window();
-                window->activateWindow();
-                QVERIFY(QTest::qWaitForWindowActive(window));
-                QWidget* target = editor->GetStatusBar();
-                target->setFocus();
+                editor->window()->activateWindow();
+                QVERIFY(QTest::qWaitForWindowActive(editor->window()));
+                editor->GetStatusBar()->setFocus();
                 QSignalSpy triggered(row->action.data(), &QAction::triggered);
-                QTest::keySequence(target, sequence);
+                QTest::keySequence(editor->GetStatusBar(), sequence);
                 if (triggered.count() != 1)
                     missed.append(row->label + QStringLiteral(": ") + sequence.toString());
                 ++checked;

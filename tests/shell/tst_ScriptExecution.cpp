@@ -1,5 +1,6 @@
 #include "HostApplication.h"
 #include "ShellFixture.h"
+#include "TestFiles.h"
 #include "editor/CodeEditor.h"
 #include "output/OutputTextEdit.h"
 #include "output/PanelGroup.h"
@@ -136,9 +137,7 @@ private slots:
         python->SetCursorPosition(0);
         editor->ExecuteLine();
         QVERIFY(!python->IsModified());
-        QFile file(python->GetFilePath());
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        QCOMPARE(file.readAll(), QByteArray("print(1)\n    \nprint(2)"));
+        QCOMPARE(TestFiles::Read(python->GetFilePath()), QByteArray("print(1)\n    \nprint(2)"));
     }
 
     void revertOnExecuteDropsModulesImportedSinceTheSnapshot()
@@ -151,17 +150,14 @@ private slots:
         // Off, the run leaves what it imported in place.
         editor->Execute();
         fixture->Host().ProcessIdleQueue();
-        int loaded = 0;
-        QVERIFY(MayaUtil::ExecutePythonIntResult(QStringLiteral("int('fractions' in sys.modules)"), loaded));
-        QCOMPARE(loaded, 1);
+        QCOMPARE(PythonInt(QStringLiteral("int('fractions' in sys.modules)")), 1);
 
         // Also a MEL run reverts.
         Settings::pythonRevertModuleStateOnExecute = true;
         FocusedBuffer(CodeEditorLanguage::MEL, QStringLiteral("print \"mel\\n\";"));
         editor->Execute();
         fixture->Host().ProcessIdleQueue();
-        QVERIFY(MayaUtil::ExecutePythonIntResult(QStringLiteral("int('fractions' in sys.modules)"), loaded));
-        QCOMPARE(loaded, 0);
+        QCOMPARE(PythonInt(QStringLiteral("int('fractions' in sys.modules)")), 0);
         Settings::pythonRevertModuleStateOnExecute = false;
     }
 
@@ -178,9 +174,7 @@ private slots:
             QVERIFY2(fixture->HasMessageContaining(
                          QStringLiteral("Skipping invalid forced import: %1").arg(QLatin1String(bad))),
                      bad);
-        int defined = 0;
-        QVERIFY(MayaUtil::ExecutePythonIntResult(QStringLiteral("int('dumps' in globals())"), defined));
-        QCOMPARE(defined, 1);
+        QCOMPARE(PythonInt(QStringLiteral("int('dumps' in globals())")), 1);
     }
 
     void dirAndHelpOfTheSelection()

@@ -72,6 +72,16 @@ public:
     TestStatusBar() : ShellFixture(QSize(1200, 800), true) {}
 
 private slots:
+    // A long message is cut at the bar's edge; it never asks the window for more room.
+    void longMessageNeverWidensTheBar()
+    {
+        StatusBar bar(nullptr);
+        bar.SetInfo(QStringLiteral("short"));
+        const int minimum = bar.minimumSizeHint().width();
+        bar.SetInfo(QString(400, QLatin1Char('x')));
+        QCOMPARE(bar.minimumSizeHint().width(), minimum);
+    }
+
     void contextMenuTogglesParts_data()
     {
         QTest::addColumn<QString>("part");
@@ -111,7 +121,13 @@ private slots:
         QStringList shown = all;
         shown.remove(first, count);
         QCOMPARE(ShownTexts(bar), shown);
-        WithContextMenu(&bar, [&](QMenu* menu) { Action(menu, QStringLiteral("Show ") + part)->trigger(); });
+        WithContextMenu(&bar,
+                        [&](QMenu* menu)
+                        {
+                            QAction* action = Action(menu, QStringLiteral("Show ") + part);
+                            QVERIFY(action);
+                            action->trigger();
+                        });
         QCOMPARE(ShownTexts(bar), all);
     }
 

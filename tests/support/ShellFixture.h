@@ -5,6 +5,7 @@
 #include <QtCore/QObject>
 #include <QtCore/QSize>
 #include <QtCore/QTemporaryDir>
+#include <QtCore/QVariant>
 #include <QtTest/QTest>
 
 #include <memory>
@@ -31,6 +32,12 @@ protected:
     QString NewFile(const QString& name, const QByteArray& bytes = "a = 1\n") const;
     // Text put in at the end as one edit, as a paste would.
     static void Type(CodeEditor* codeEditor, const QString& text);
+    // The number a MEL command or a Python expression answers; -1 when it fails.
+    static int MelInt(const QString& command);
+    static int PythonInt(const QString& expression);
+    // A value left in one of the editor's settings files, as an earlier session or a hand edit would.
+    static void WriteSetting(const QString& key, const QVariant& value,
+                             const QString& file = QStringLiteral("brindletEditor2.ini"));
     bool Start();
     void Stop();
 

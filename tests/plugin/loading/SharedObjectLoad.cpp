@@ -30,9 +30,7 @@ MStatus Mel(const QString& command)
 int MelInt(const QString& command)
 {
     int value = -1;
-    if (MGlobal::executeCommand(MQtUtil::toMString(command), value) != MStatus::kSuccess)
-        return -1;
-    return value;
+    return MGlobal::executeCommand(MQtUtil::toMString(command), value) == MStatus::kSuccess ? value : -1;
 }
 
 // The editor's main widget inside the control, found by its class as the host sees it.
@@ -66,10 +64,9 @@ private slots:
 
     void entryPointsAreFoundByName()
     {
-        initialize = reinterpret_cast<HostPluginEntry>(dlsym(library, "initializePlugin"));
-        uninitialize = reinterpret_cast<HostPluginEntry>(dlsym(library, "uninitializePlugin"));
-        QVERIFY(initialize);
-        QVERIFY(uninitialize);
+        const auto initialize = reinterpret_cast<HostPluginEntry>(dlsym(library, "initializePlugin"));
+        const auto uninitialize = reinterpret_cast<HostPluginEntry>(dlsym(library, "uninitializePlugin"));
+        QVERIFY(initialize && uninitialize);
         QCOMPARE(host->LoadPlugin(PLUGIN_NAME, initialize, uninitialize), MStatus::kSuccess);
         QVERIFY(HostPlugins::Commands().contains(PLUGIN_NAME));
     }
@@ -123,8 +120,6 @@ private:
     QTemporaryDir appDir;
     std::unique_ptr<HostApplication> host;
     void* library = nullptr;
-    HostPluginEntry initialize = nullptr;
-    HostPluginEntry uninitialize = nullptr;
 };
 
 QTEST_MAIN(tst_SharedObjectLoad)
