@@ -55,6 +55,12 @@ QStringList ActionTexts(const QMenu* menu)
     return texts;
 }
 
+bool IsNear(QRgb pixel, QRgb color, int tolerance)
+{
+    return qAbs(qRed(pixel) - qRed(color)) <= tolerance && qAbs(qGreen(pixel) - qGreen(color)) <= tolerance &&
+           qAbs(qBlue(pixel) - qBlue(color)) <= tolerance;
+}
+
 // Antialiased marks blend into the background: compare hue, and ask for a clearly coloured pixel.
 bool Resembles(QRgb pixel, QRgb color)
 {
@@ -64,15 +70,18 @@ bool Resembles(QRgb pixel, QRgb color)
     return p.hsvSaturation() > 90 && p.value() > 90 && qMin(hueDistance, 360 - hueDistance) <= 20;
 }
 
-// The pixels in `area` that resemble `color`.
-int CountResembling(const QImage& image, const QRect& area, QRgb color)
+// The pixels in `area` that resemble `color`, or with a tolerance, that are near it.
+int CountResembling(const QImage& image, const QRect& area, QRgb color, int tolerance = -1)
 {
     int count = 0;
     const QRect clipped = area.intersected(image.rect());
     for (int y = clipped.top(); y <= clipped.bottom(); ++y)
     {
         for (int x = clipped.left(); x <= clipped.right(); ++x)
-            count += Resembles(image.pixel(x, y), color) ? 1 : 0;
+        {
+            const QRgb pixel = image.pixel(x, y);
+            count += (tolerance < 0 ? Resembles(pixel, color) : IsNear(pixel, color, tolerance)) ? 1 : 0;
+        }
     }
     return count;
 }
@@ -349,6 +358,47 @@ private slots:
         QCOMPARE(editor.palette().color(QPalette::Active, QPalette::Text), QColor(1, 2, 3));
         QCOMPARE(editor.viewport()->palette().color(QPalette::Inactive, QPalette::Base), QColor(4, 5, 6));
         ColorSettings::Initialize();
+    }
+
+    void indentGuidesAreDrawn()
+    {
+        Settings::codeEditorDisplayIndentationGuides = true;
+        CodeEditor editor(Properties(CodeEditorLanguage::PYTHON), nullptr);
+        editor.resize(500, 300);
+        editor.SetText(QStringLiteral("if a:\n        b\nc"));
+        editor.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&editor));
+        const QImage image = editor.viewport()->grab().toImage();
+        const QRgb guide = CodeEditor::sIndentationGuidesFormat->foreground().color().rgb();
+        const QRect line1 = LineRect(&editor, 1);
+        const QRect line2 = LineRect(&editor, 2);
+        const int firstGuideX = line1.left();
+        const int secondGuideX = firstGuideX + editor.GetTabStopPixels();
+        const auto column = [&](int x, const QRect& line)
+        { return CountResembling(image, QRect(x - 1, line.top(), 3, line.height()), guide, 6); };
+        QVERIFY(column(firstGuideX, line1) >= line1.height() / 2);
+        QVERIFY(column(secondGuideX, line1) >= line1.height() / 2);
+        QVERIFY(column(secondGuideX, line2) < line2.height() / 4);
+
+        Settings::codeEditorDisplayIndentationGuides = false;
+        editor.viewport()->update();
+        const QImage without = editor.viewport()->grab().toImage();
+        QCOMPARE(CountResembling(without, QRect(secondGuideX - 1, line1.top(), 3, line1.height()), guide, 6),
+                 0);
+    }
+
+    void gutterWidthFollowsTheLineCount()
+    {
+        CodeEditor editor(Properties(CodeEditorLanguage::TEXT), nullptr);
+        editor.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&editor));
+        const int digit = editor.fontMetrics().horizontalAdvance(QLatin1Char('9'));
+        const int twoDigits = editor.GetLineNumberWidth();
+        editor.SetText(QStringLiteral("\n").repeated(999));
+        QCOMPARE(editor.GetLineNumberWidth(), twoDigits + 2 * digit);
+        QTRY_COMPARE(editor.findChild<QWidget*>(QStringLiteral("lineNumbers"))->width(),
+                     editor.GetLineNumberWidth());
+        QCOMPARE(editor.viewport()->x(), editor.GetLineNumberWidth());
     }
 
     void linesAndPositionsOutOfRangeAreIgnored()

@@ -611,15 +611,36 @@ private slots:
         QCOMPARE(pixel(over), background);
     }
 
-    // A modified tab shows its mark where the close button goes.
-    void modifiedTabShowsItsMark()
+    // A modified tab shows its mark where the close button goes, and the button under the pointer.
+    void modifiedMarkGivesWayToTheCloseButtonUnderThePointer()
     {
         ShowBar(3, 500);
         strip->SetTabsClosable(true);
         const QRect close = strip->GetCloseRect(2);
-        const QImage blank = strip->grab(close).toImage();
+        const auto region = [this, close] { return strip->grab(close).toImage(); };
+        const QImage blank = region();
         strip->SetModified(2, true);
-        QVERIFY(strip->grab(close).toImage() != blank);
+        const QImage mark = region();
+        QVERIFY(mark != blank);
+
+        const auto moveMouse = [this](const QPoint& pos)
+        {
+            QMouseEvent event(QEvent::MouseMove, QPointF(pos), QPointF(strip->mapToGlobal(pos)), Qt::NoButton,
+                              Qt::NoButton, Qt::NoModifier);
+            QCoreApplication::sendEvent(strip.get(), &event);
+        };
+        moveMouse(strip->GetTabRect(2).topLeft() + QPoint(3, 3));
+        QCOMPARE(region(), mark);
+        moveMouse(close.center());
+        const QImage cross = region();
+        QVERIFY(cross != mark && cross != blank);
+
+        // An unmodified tab shows its close button only under the pointer.
+        strip->SetModified(2, false);
+        QCOMPARE(region(), cross);
+        QEvent leave(QEvent::Leave);
+        QCoreApplication::sendEvent(strip.get(), &leave);
+        QCOMPARE(region(), blank);
     }
 
     void closeButtonClickRequestsCloseWithoutActivating()
