@@ -204,6 +204,8 @@ private slots:
         QCOMPARE(ShownRows(palette),
                  (QStringList{"globalProc", "localProc", "Tool", "run", "make", "create"}));
         QCOMPARE(seeks.count(), 0);
+        QTest::keyClick(palette.GetLineEdit(), Qt::Key_Up);
+        QCOMPARE(palette.GetSelectedRow(), 5); // up from the first row wraps to the last
 
         // The editor follows the list while the user types and moves.
         QTest::keyClicks(palette.GetLineEdit(), QStringLiteral("proc"));

@@ -732,6 +732,8 @@ private slots:
         strip->RemoveTab(9);
         QCOMPARE(strip->GetCurrentIndex(), 8);
         QCOMPARE(strip->GetTabRect(8).right(), strip->width() - 1);
+        strip->RemoveTab(3);
+        QCOMPARE(strip->GetTabRect(strip->Count() - 1).right(), strip->width() - 1);
 
         // A single tab wider than the bar starts at 0 or ends at the bar's right edge.
         ShowBar(0, 60);
