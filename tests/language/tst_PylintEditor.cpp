@@ -101,10 +101,11 @@ private slots:
         CodeEditor* first = NewPythonBuffer(QStringLiteral("x = 1\n"));
         QVERIFY(first);
         QTest::qWait(400); // the check of the first buffer is running
-        Settings::pylintPath = scripts.filePath(QStringLiteral("none")); // the second check never starts
-        editor->NewBuffer(CodeEditorLanguage::TEXT);
+        editor->NewMelBuffer();
         QTest::qWait(2000);
         QCOMPARE(first->GetNumberOfErrors(), 0);
+        // Nor does the buffer that is current now take them.
+        QCOMPARE(editor->GetActiveCodeEditor()->GetNumberOfErrors(), 0);
     }
 
     void closingGroupDuringCheckIsPrompt()

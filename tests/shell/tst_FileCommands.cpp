@@ -326,8 +326,10 @@ private slots:
         // Reopen Closed File takes the newest that is not open.
         editor->ReopenClosedFile();
         QCOMPARE(Tabs(Active()), QStringLiteral("MEL Python two.py [one.py]"));
+        // With every recent file open it does nothing, not even move to one of them.
+        Active()->SetCurrentIndex(2);
         editor->ReopenClosedFile();
-        QCOMPARE(editor->GetCodeEditorCount(), 4);
+        QCOMPARE(Tabs(Active()), QStringLiteral("MEL Python [two.py] one.py"));
         QVERIFY(!menu->isTearOffEnabled());
         menu->actions().constLast()->trigger();
         QCOMPARE(menu->actions().constLast()->text(), QStringLiteral("Clear Items"));
