@@ -86,6 +86,9 @@ private slots:
 
     void cleanupTestCase() { QVERIFY(HostPlugins::UnloadAll()); }
 
+    // A test that moves the preferences folder may fail before it moves it back.
+    void cleanup() { qputenv("MAYA_APP_DIR", QFile::encodeName(appDir.path())); }
+
     void badFlagsFailLikeMaya_data()
     {
         QTest::addColumn<QString>("command");
@@ -202,7 +205,6 @@ private slots:
         QVERIFY(MGlobal::setOptionVarValue("fresh", 3));
         HostOptionVars::Forget();
         QCOMPARE(HostOptionVars::Names(), QStringList{QStringLiteral("fresh")});
-        qputenv("MAYA_APP_DIR", QFile::encodeName(appDir.path()));
     }
 
     void idleQueueRunsInOrderOnLaterTurns()
