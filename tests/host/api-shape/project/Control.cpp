@@ -12,8 +12,3 @@ MStatus Command::OpenFile(const MArgDatabase& database)
 {
     return database.isFlagSet("-of") ? MStatus::kSuccess : MStatus::kFailure;
 }
-
-int main()
-{
-    return 0;
-}
