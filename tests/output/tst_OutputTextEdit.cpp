@@ -27,24 +27,11 @@ class TestOutputTextEdit : public QObject
     Q_OBJECT
 
 private:
-    std::unique_ptr<OutputTextEdit> MakeEdit(bool shown = true)
-    {
-        auto edit = std::make_unique<OutputTextEdit>(&keyBindings);
-        edit->resize(600, 300);
-        if (shown)
-        {
-            edit->show();
-            if (!QTest::qWaitForWindowExposed(edit.get()))
-                return nullptr;
-        }
-        return edit;
-    }
-
-    static QStringList NumberedLines(int count, const QString& prefix = QStringLiteral("line "))
+    static QStringList NumberedLines(int count)
     {
         QStringList lines;
         for (int i = 1; i <= count; ++i)
-            lines << QStringLiteral("%1%2\n").arg(prefix).arg(i);
+            lines << QStringLiteral("line %1\n").arg(i);
         return lines;
     }
 
@@ -52,27 +39,17 @@ private:
     {
         QTextCursor cursor(edit->document());
         cursor.setPosition(position);
-        const QRect before = edit->cursorRect(cursor);
-        cursor.setPosition(position + 1);
-        const QRect after = edit->cursorRect(cursor);
-        return QPoint((before.left() + after.left()) / 2, before.center().y());
+        const int half = edit->fontMetrics().horizontalAdvance(edit->document()->characterAt(position)) / 2;
+        return edit->cursorRect(cursor).center() + QPoint(half, 0);
     }
 
-    // The selections that the pane handed to the widget.
-    static QList<QTextEdit::ExtraSelection> Shown(const OutputTextEdit* edit)
-    {
-        return edit->QPlainTextEdit::extraSelections();
-    }
-
-    // Where the selections shown with this background start.
-    QList<int> StartsWithBackground(const QColor& color) const
+    // Where the selections that the pane handed to the widget start: those with this background, or all.
+    QList<int> Starts(const QColor& background = QColor()) const
     {
         QList<int> starts;
-        for (const QTextEdit::ExtraSelection& selection : Shown(edit.get()))
-        {
-            if (selection.format.background().color() == color)
+        for (const QTextEdit::ExtraSelection& selection : edit->QPlainTextEdit::extraSelections())
+            if (!background.isValid() || selection.format.background().color() == background)
                 starts << selection.cursor.selectionStart();
-        }
         return starts;
     }
 
@@ -102,15 +79,17 @@ private:
     std::unique_ptr<HostFixture> fixture;
     KeyBindings keyBindings;
     QTemporaryDir dir;
-    std::unique_ptr<OutputTextEdit> edit; // shown, unless a test makes a hidden one
+    std::unique_ptr<OutputTextEdit> edit; // shown
 
 private slots:
     void init()
     {
         fixture = std::make_unique<HostFixture>();
         ColorSettings::Initialize();
-        edit = MakeEdit();
-        QVERIFY(edit);
+        edit = std::make_unique<OutputTextEdit>(&keyBindings);
+        edit->resize(600, 300);
+        edit->show();
+        QVERIFY(QTest::qWaitForWindowExposed(edit.get()));
         // A bad expression is never run: Qt would say so.
         QTest::failOnWarning(QRegularExpression(QStringLiteral("invalid QRegularExpression")));
     }
@@ -121,11 +100,19 @@ private slots:
         fixture.reset();
     }
 
-    // Held back while hidden, the text goes to an open log on arrival and again when it is shown.
+    // Held back while hidden, the text goes to an open log on arrival and again when it is shown. Output
+    // that arrives while the pane cannot take it is held within twice the cap, line by line.
     void hiddenOutputArrivesWholeAndInOrderOnShow()
     {
+        OutputArrivalBuffer held;
+        const QStringList lines = NumberedLines(35);
+        for (const QString& line : lines)
+            held.Append(line, 10);
+        QVERIFY(held.ReplacesDocument());
+        QCOMPARE(held.Take(), lines.mid(22).join(QString()));
+
         const QString path = dir.filePath(QStringLiteral("held.log"));
-        edit = MakeEdit(false);
+        edit->hide();
         QVERIFY(edit->BeginWriteToFile(path));
         for (const char* part : {"first\n", "second\n", "third"})
             edit->AppendText(part);
@@ -148,9 +135,23 @@ private slots:
         QCOMPARE(edit->GetText(), QStringLiteral("first\nsecond\nthird and fourth"));
     }
 
-    void appendClearsSelectionAndFollowsOutput()
+    void appendsJoinPerTurnAndEndTheSelection()
     {
-        edit->AppendText(NumberedLines(200).join(QString()));
+        QSignalSpy changes(edit->document(), SIGNAL(contentsChange(int, int, int)));
+        const QStringList lines = NumberedLines(500);
+        for (const QString& line : lines)
+            edit->AppendText(line);
+        // The first is shown at once, the rest when the turn ends.
+        QVERIFY(edit->toPlainText().startsWith(QStringLiteral("line 1\n")));
+        QCoreApplication::processEvents();
+        QCOMPARE(edit->toPlainText(), lines.join(QString()));
+        QVERIFY(changes.count() <= 3);
+
+        // Reading the text does not wait for the turn to end.
+        edit->AppendText(QStringLiteral("a"));
+        edit->AppendText(QStringLiteral("b"));
+        QVERIFY(edit->GetText().endsWith(QStringLiteral("line 500\nab")));
+
         QCoreApplication::processEvents();
         Select(0, 4);
         edit->verticalScrollBar()->setValue(0);
@@ -168,35 +169,6 @@ private slots:
         edit->AppendText(QStringLiteral("more\n"));
         QVERIFY(edit->toPlainText().endsWith(QStringLiteral("tail\nmore\n")));
         QVERIFY(!edit->textCursor().hasSelection());
-    }
-
-    void appendsOfOneTurnAreInsertedTogether()
-    {
-        QSignalSpy changes(edit->document(), SIGNAL(contentsChange(int, int, int)));
-        const QStringList lines = NumberedLines(500);
-        for (const QString& line : lines)
-            edit->AppendText(line);
-        // The first is shown at once, the rest when the turn ends.
-        QVERIFY(edit->toPlainText().startsWith(QStringLiteral("line 1\n")));
-        QCoreApplication::processEvents();
-        QCOMPARE(edit->toPlainText(), lines.join(QString()));
-        QVERIFY(changes.count() <= 3);
-
-        // Reading the text does not wait for the turn to end.
-        edit->AppendText(QStringLiteral("a"));
-        edit->AppendText(QStringLiteral("b"));
-        QVERIFY(edit->GetText().endsWith(QStringLiteral("line 500\nab")));
-    }
-
-    // Output that arrives while the pane cannot take it is held within twice the cap, line by line.
-    void heldOutputStaysWithinTwiceTheCap()
-    {
-        OutputArrivalBuffer held;
-        const QStringList lines = NumberedLines(35);
-        for (const QString& line : lines)
-            held.Append(line, 10);
-        QVERIFY(held.ReplacesDocument());
-        QCOMPARE(held.Take(), lines.mid(22).join(QString()));
     }
 
     void capTrimsFromTheTop_data()
@@ -254,11 +226,20 @@ private slots:
         QVERIFY(edit->textCursor().atEnd());
     }
 
+    // A script holds the main thread while it prints: no turn of the event loop ends the burst, yet
+    // what it printed is shown and logged at least every 250 ms.
     void logHoldsExactlyWhatWasShown()
     {
         const QString path = dir.filePath(QStringLiteral("out.log"));
         edit->AppendText(QStringLiteral("not logged\n"));
         QVERIFY(edit->BeginWriteToFile(path));
+        for (const char* part : {"first\n", "second\n"})
+            edit->AppendText(part);
+        QThread::msleep(300);
+        edit->AppendText(QStringLiteral("third\n"));
+        QCOMPARE(edit->toPlainText(), QStringLiteral("not logged\nfirst\nsecond\nthird\n"));
+        QCOMPARE(QString::fromUtf8(TestFiles::Read(path)), QStringLiteral("first\nsecond\nthird\n"));
+
         edit->AppendText(QStringLiteral("// Result: 1 //\n"));
         QCoreApplication::processEvents();
         for (int i = 0; i < 100; ++i)
@@ -275,31 +256,15 @@ private slots:
         QCOMPARE(QString::fromUtf8(TestFiles::Read(path)), logged + QStringLiteral("last"));
     }
 
-    void longScriptsStillShowAndLogTheirOutput()
-    {
-        // A script holds the main thread while it prints: no turn of the event loop ends the
-        // burst, yet what it printed is shown and logged at least every 250 ms.
-        const QString path = dir.filePath(QStringLiteral("long.log"));
-        QVERIFY(edit->BeginWriteToFile(path));
-        for (const char* part : {"first\n", "second\n"})
-            edit->AppendText(part);
-        QThread::msleep(300);
-        edit->AppendText(QStringLiteral("third\n"));
-        QCOMPARE(edit->toPlainText(), QStringLiteral("first\nsecond\nthird\n"));
-        QCOMPARE(QString::fromUtf8(TestFiles::Read(path)), QStringLiteral("first\nsecond\nthird\n"));
-    }
-
     void userRulesColourNewText()
     {
         const auto painted = [this](const QColor& color)
         {
             QStringList texts;
-            for (const QTextEdit::ExtraSelection& selection : Shown(edit.get()))
-            {
+            for (const QTextEdit::ExtraSelection& selection : edit->QPlainTextEdit::extraSelections())
                 if (selection.format.hasProperty(QTextFormat::ForegroundBrush) &&
                     selection.format.foreground().color() == color)
                     texts << selection.cursor.selectedText();
-            }
             return texts;
         };
         // The factory rules colour whole lines that start with the marker.
@@ -322,8 +287,7 @@ private slots:
         QCoreApplication::processEvents();
         QCOMPARE(painted(blue), QStringList{QStringLiteral("has a.b and a.b inside")});
         QCOMPARE(painted(green), (QStringList{QStringLiteral("a.b"), QStringLiteral("a.b")}));
-        const QList<QTextEdit::ExtraSelection> all = Shown(edit.get());
-        QCOMPARE(all.last().format.foreground().color(), blue);
+        QCOMPARE(edit->QPlainTextEdit::extraSelections().last().format.foreground().color(), blue);
 
         // Switched off, or both colours off: skipped.
         rules.last().enabled = false;
@@ -338,7 +302,7 @@ private slots:
 
         Settings::outputSyntaxHighlightingEnabled = false;
         edit->UpdateExtraSelections();
-        QVERIFY(Shown(edit.get()).isEmpty());
+        QVERIFY(Starts().isEmpty());
     }
 
     void highlightingCoversOnlyTheVisibleStretch()
@@ -347,45 +311,65 @@ private slots:
         for (int i = 0; i < 5000; ++i)
             edit->AppendText(QStringLiteral("# Error: number %1\n").arg(i));
         QCoreApplication::processEvents();
-        const QList<QTextEdit::ExtraSelection> atEnd = Shown(edit.get());
+        const QList<int> atEnd = Starts();
         QVERIFY(!atEnd.isEmpty());
         const int visibleLines = edit->viewport()->height() / edit->fontMetrics().height() + 2;
         // The visible lines, plus the lines in the 600 characters above them.
         QVERIFY2(atEnd.size() <= visibleLines + 600 / 20 + 2, qPrintable(QString::number(atEnd.size())));
         const int firstVisible = edit->cursorForPosition(QPoint(0, 0)).position();
-        for (const QTextEdit::ExtraSelection& selection : atEnd)
-            QVERIFY(selection.cursor.selectionStart() >= firstVisible - 600);
+        for (const int start : atEnd)
+            QVERIFY(start >= firstVisible - 600);
 
         // A page step up paints the lines that come into view.
         edit->verticalScrollBar()->triggerAction(QAbstractSlider::SliderPageStepSub);
         QTest::qWait(20);
         const int top = edit->cursorForPosition(QPoint(0, 0)).position();
-        const QTextBlock topBlock = edit->document()->findBlock(top);
-        bool topPainted = false;
-        for (const QTextEdit::ExtraSelection& selection : Shown(edit.get()))
-            topPainted = topPainted || selection.cursor.selectionStart() == topBlock.position();
-        QVERIFY(topPainted);
+        QVERIFY(Starts().contains(edit->document()->findBlock(top).position()));
     }
 
-    void matchingSelectionHighlightsOtherOccurrences()
+    // A selection marks its other occurrences; find marks its matches while it is open.
+    void selectionAndFindMarkTheirMatches()
     {
         const QColor matching =
             ColorSettings::GetOutputFormat(ColorSettings::MATCHING_SELECTION).background().color();
         edit->AppendText(QStringLiteral("foo.bar foo aaaa foofoo\nfoo"));
         Select(8, 11);
-        QCOMPARE(StartsWithBackground(matching), (QList<int>{0, 8, 17, 20, 24}));
+        QCOMPARE(Starts(matching), (QList<int>{0, 8, 17, 20, 24}));
         // Overlapping occurrences are all marked.
         Select(12, 14);
-        QCOMPARE(StartsWithBackground(matching), (QList<int>{12, 13, 14}));
+        QCOMPARE(Starts(matching), (QList<int>{12, 13, 14}));
 
         Settings::outputMatchedSelectionWordsOnly = true;
         Select(8, 11);
-        QCOMPARE(StartsWithBackground(matching), (QList<int>{0, 8, 24}));
+        QCOMPARE(Starts(matching), (QList<int>{0, 8, 24}));
         Select(0, 7);
-        QVERIFY(StartsWithBackground(matching).isEmpty());
+        QVERIFY(Starts(matching).isEmpty());
         // Several lines: nothing.
         Select(20, 27);
-        QVERIFY(StartsWithBackground(matching).isEmpty());
+        QVERIFY(Starts(matching).isEmpty());
+        edit->ClearAll();
+
+        const QColor found =
+            ColorSettings::GetOutputFormat(ColorSettings::FIND_REPLACE_MATCHING).background().color();
+        edit->AppendText(QStringLiteral("one two one\nthree one"));
+        edit->OnSearchChanged(QRegularExpression(QStringLiteral("one")), false, true);
+        QCOMPARE(Starts(found).size(), 0);
+
+        edit->ShowFindReplace(false, true);
+        QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("one"));
+        QCOMPARE(Starts(found).size(), 3);
+
+        // Escape in the pane closes find and drops the selection.
+        edit->setFocus();
+        QTest::keyClick(edit.get(), Qt::Key_Escape);
+        QVERIFY(!edit->textCursor().hasSelection());
+        QCOMPARE(Starts(found).size(), 0);
+
+        // Opening find takes the word under the cursor and selects it there, not at another match.
+        Select(19, 19);
+        edit->ShowFindReplace();
+        QCOMPARE(edit->GetSelectedText(), QStringLiteral("one"));
+        QCOMPARE(edit->GetSelectedStartPosition(), 18);
     }
 
     void doubleClickTakesLeadingDollar_data()
@@ -458,45 +442,6 @@ private slots:
         QVERIFY(edit->verticalScrollBar()->value() < value);
     }
 
-    void findHighlightsMatchesWhileFindIsOpen()
-    {
-        const QColor found =
-            ColorSettings::GetOutputFormat(ColorSettings::FIND_REPLACE_MATCHING).background().color();
-        edit->AppendText(QStringLiteral("one two one\nthree one"));
-        edit->OnSearchChanged(QRegularExpression(QStringLiteral("one")), false, true);
-        QCOMPARE(StartsWithBackground(found).size(), 0);
-
-        edit->ShowFindReplace(false, true);
-        QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("one"));
-        QCOMPARE(StartsWithBackground(found).size(), 3);
-
-        // Escape in the pane closes find and drops the selection.
-        edit->setFocus();
-        QTest::keyClick(edit.get(), Qt::Key_Escape);
-        QVERIFY(!edit->textCursor().hasSelection());
-        QCOMPARE(StartsWithBackground(found).size(), 0);
-
-        // Opening find takes the word under the cursor and selects it there, not at another match.
-        Select(19, 19);
-        edit->ShowFindReplace();
-        QCOMPARE(edit->GetSelectedText(), QStringLiteral("one"));
-        QCOMPARE(edit->GetSelectedStartPosition(), 18);
-    }
-
-    void contextMenuOffersCopySelectAllAndClear()
-    {
-        // Text for running is taken with line feeds, not paragraph separators.
-        edit->AppendText(QStringLiteral("print(1)\nprint(2)\n"));
-        edit->selectAll();
-        QCOMPARE(edit->GetSelectedText(), QStringLiteral("print(1)\u2029print(2)\u2029"));
-        QCOMPARE(edit->GetSelectedTextForExecute(), QStringLiteral("print(1)\nprint(2)\n"));
-        QStringList texts;
-        WhenPopupMenu(this, &texts, 4);
-        edit->ShowContextMenu(QPoint(10, 10));
-        QCOMPARE(texts, (QStringList{"Copy", "-", "Select All", "-", "Clear Output"}));
-        QVERIFY(edit->GetText().isEmpty());
-    }
-
     void countsFollowTheOptions_data()
     {
         QTest::addColumn<QString>("search");
@@ -505,7 +450,6 @@ private slots:
 
         QTest::newRow("folded") << "alpha" << QStringList{} << "1 of 5";
         QTest::newRow("case") << "Alpha" << QStringList{"matchCaseButton"} << "1 of 1";
-        QTest::newRow("word") << "alpha" << QStringList{"matchWordButton"} << "1 of 3";
         QTest::newRow("regex") << "alpha_\\d" << QStringList{"regExpButton"} << "1 of 1";
         QTest::newRow("invalid") << "alpha[" << QStringList{"regExpButton"} << "No Results";
     }
@@ -522,8 +466,8 @@ private slots:
         QCOMPARE(Results(), results);
     }
 
-    // The bar offers no replacing, steps with Return and closes with Escape.
-    void barStepsWrapsAndCloses()
+    // The bar offers no replacing, steps with Return and closes with Escape; then the context menu.
+    void barStepsWrapsAndClosesThenMenuClears()
     {
         OpenFind();
         QVERIFY(!Button("toggleReplaceButton")->isVisible());
@@ -559,6 +503,18 @@ private slots:
         QTest::keyClick(Field(), Qt::Key_Escape);
         QVERIFY(!Bar()->isVisible());
         QVERIFY(edit->hasFocus());
+
+        // Text for running is taken with line feeds, not paragraph separators.
+        edit->AppendText(QStringLiteral("print(1)\nprint(2)\n"));
+        QCoreApplication::processEvents();
+        edit->selectAll();
+        QCOMPARE(edit->GetSelectedText(), QStringLiteral("print(1)\u2029print(2)\u2029"));
+        QCOMPARE(edit->GetSelectedTextForExecute(), QStringLiteral("print(1)\nprint(2)\n"));
+        QStringList texts;
+        WhenPopupMenu(this, &texts, 4);
+        edit->ShowContextMenu(QPoint(10, 10));
+        QCOMPARE(texts, (QStringList{"Copy", "-", "Select All", "-", "Clear Output"}));
+        QVERIFY(edit->GetText().isEmpty());
     }
 };
 

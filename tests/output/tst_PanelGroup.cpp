@@ -1,3 +1,4 @@
+#include "DialogAnswer.h"
 #include "HostFixture.h"
 #include "ModalAnswer.h"
 #include "TestFiles.h"
@@ -38,31 +39,15 @@ private:
     // Fills in the save dialog as a user would, typing the whole path, and accepts it.
     void WhenSaveDialog(const QString& path, const QString& filter)
     {
-        WhenModal<QFileDialog>(this,
-                               [=](QFileDialog* dialog)
-                               {
-                                   dialog->selectNameFilter(filter);
-                                   auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-                                   if (!name)
-                                   {
-                                       dialog->reject();
-                                       return;
-                                   }
-                                   name->setText(path);
-                                   // As the Save button does.
-                                   QMetaObject::invokeMethod(dialog, "accept");
-                               });
-    }
-
-    void WhenQuestion(QMessageBox::StandardButton answer, QString* text = nullptr)
-    {
-        WhenModal<QMessageBox>(this,
-                               [=](QMessageBox* box)
-                               {
-                                   if (text)
-                                       *text = box->windowTitle() + QLatin1Char('|') + box->text();
-                                   box->button(answer)->click();
-                               });
+        WhenModal<QFileDialog>(
+            this,
+            [=](QFileDialog* dialog)
+            {
+                dialog->selectNameFilter(filter);
+                dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(path);
+                // As the Save button does.
+                QMetaObject::invokeMethod(dialog, "accept");
+            });
     }
 
     // Names the rule in the dialog that the next step opens, switched off if asked, and accepts it.
@@ -81,35 +66,11 @@ private:
             });
     }
 
-    std::unique_ptr<PanelGroup> MakePanel()
-    {
-        auto panel = std::make_unique<PanelGroup>(&keyBindings);
-        panel->resize(600, 300);
-        panel->show();
-        if (!QTest::qWaitForWindowExposed(panel.get()))
-            return nullptr;
-        return panel;
-    }
-
-    static FlatButton* WriteButton(PanelGroup* panel)
-    {
-        return panel->findChild<FlatButton*>(QStringLiteral("writeToFileBtn"));
-    }
-
-    static QString LogText(const QString& path) { return QString::fromUtf8(TestFiles::Read(path)); }
-
-    // The host's own echo state, not the option variable that mirrors it.
-    static int HostEcho()
-    {
-        int state = -1;
-        MayaUtil::ExecuteMelIntResult(QStringLiteral("commandEcho -q -state"), state);
-        return state;
-    }
-
     std::unique_ptr<HostFixture> fixture;
     KeyBindings keyBindings;
     QTemporaryDir dir;
     std::unique_ptr<PanelGroup> panel; // shown, echo off at its start
+    FlatButton* writeButton = nullptr;
 
 private slots:
     void init()
@@ -117,8 +78,11 @@ private slots:
         fixture = std::make_unique<HostFixture>();
         ColorSettings::Initialize();
         MayaUtil::SetEchoAllCommandsEnabled(false);
-        panel = MakePanel();
-        QVERIFY(panel);
+        panel = std::make_unique<PanelGroup>(&keyBindings);
+        panel->resize(600, 300);
+        panel->show();
+        QVERIFY(QTest::qWaitForWindowExposed(panel.get()));
+        writeButton = panel->findChild<FlatButton*>(QStringLiteral("writeToFileBtn"));
     }
 
     void cleanup()
@@ -144,20 +108,18 @@ private slots:
         QVERIFY(combo);
         QSignalSpy changed(panel.get(), SIGNAL(EchoAllCommandsChanged()));
 
-        QTest::keyClick(combo, Qt::Key_Up);
-        QCOMPARE(panel->GetVebosityIndex(), 0);
-        QVERIFY(MayaUtil::EchoAllCommandsEnabled());
-        QTRY_COMPARE(HostEcho(), 1);
-        QVERIFY(!Settings::outputMinimalTrace);
-        QCOMPARE(changed.count(), 1);
-
-        QTest::keyClick(combo, Qt::Key_Down);
-        QTest::keyClick(combo, Qt::Key_Down);
-        QCOMPARE(panel->GetVebosityIndex(), 2);
-        QVERIFY(!MayaUtil::EchoAllCommandsEnabled());
-        QTRY_COMPARE(HostEcho(), 0);
-        QVERIFY(Settings::outputMinimalTrace);
-        QCOMPARE(changed.count(), 3);
+        // Up once from the middle, then down twice; the echo is the host's own, not its option variable.
+        for (const int index : {0, 1, 2})
+        {
+            QTest::keyClick(combo, index == 0 ? Qt::Key_Up : Qt::Key_Down);
+            QCOMPARE(panel->GetVebosityIndex(), index);
+            QCOMPARE(MayaUtil::EchoAllCommandsEnabled(), index == 0);
+            int echo = -1;
+            QTRY_VERIFY(MayaUtil::ExecuteMelIntResult(QStringLiteral("commandEcho -q -state"), echo) &&
+                        echo == int(index == 0));
+            QCOMPARE(Settings::outputMinimalTrace, index == 2);
+            QCOMPARE(changed.count(), index + 1);
+        }
 
         // Switching echo off goes back to the verbosity that the setting holds.
         panel->SetEchoAllCommandsEnabled(true);
@@ -217,7 +179,7 @@ private slots:
         panel->ToggleWriteToFile();
         QCOMPARE(updated.count(), 1);
         QCOMPARE(updated.at(0).at(0).toBool(), !written.isEmpty());
-        QCOMPARE(WriteButton(panel.get())->IsChecked(), !written.isEmpty());
+        QCOMPARE(writeButton->IsChecked(), !written.isEmpty());
         panel->OutputAppendText(QStringLiteral("# Result: 42 #\n"));
         QCoreApplication::processEvents();
         if (written.isEmpty())
@@ -225,7 +187,7 @@ private slots:
             QVERIFY(fixture->HasMessageContaining(QStringLiteral("Failed to open log file for write: ")));
             return;
         }
-        QCOMPARE(LogText(folder.filePath(written)), QStringLiteral("# Result: 42 #\n"));
+        QCOMPARE(TestFiles::Read(folder.filePath(written)), QByteArray("# Result: 42 #\n"));
         QCOMPARE(QDir(folder.path()).entryList(QDir::Files).size(), typed.contains(QLatin1Char('/')) ? 0 : 1);
     }
 
@@ -239,21 +201,21 @@ private slots:
         panel->OutputAppendText(QStringLiteral("kept\n"));
         QCoreApplication::processEvents();
 
-        QString question;
-        WhenQuestion(QMessageBox::No, &question);
+        DialogAnswer answer(QMessageBox::No);
         panel->ToggleWriteToFile();
-        QCOMPARE(question, QStringLiteral("Write Output to File|Stop writing output to file?"));
+        QCOMPARE(answer.titles + answer.texts,
+                 (QStringList{"Write Output to File", "Stop writing output to file?"}));
         QCOMPARE(updated.count(), 2);
         QCOMPARE(updated.at(1).at(0).toBool(), true);
-        QVERIFY(WriteButton(panel.get())->IsChecked());
+        QVERIFY(writeButton->IsChecked());
 
-        WhenQuestion(QMessageBox::Yes);
+        answer.button = QMessageBox::Yes;
         panel->ToggleWriteToFile();
         QCOMPARE(updated.at(2).at(0).toBool(), false);
-        QVERIFY(!WriteButton(panel.get())->IsChecked());
+        QVERIFY(!writeButton->IsChecked());
         panel->OutputAppendText(QStringLiteral("after\n"));
         QCoreApplication::processEvents();
-        QCOMPARE(LogText(path), QStringLiteral("kept\n"));
+        QCOMPARE(TestFiles::Read(path), QByteArray("kept\n"));
 
         QString seen;
         WhenModal<QFileDialog>(this,
@@ -268,7 +230,7 @@ private slots:
         QVERIFY(!panel->GetOutputTextEdit()->IsWriteToFileActive());
     }
 
-    // One fixed output tab; its clear button, zoom and focus reach the main widget.
+    // One fixed output tab; its clear button, zoom and focus reach the main widget, its colours the pane.
     void buttonsAndRelays()
     {
         auto* tabBar = panel->findChild<PanelGroupTabBar*>();
@@ -285,9 +247,8 @@ private slots:
         QSignalSpy increase(panel.get(), SIGNAL(IncreaseOutputFontSizeRequested()));
         QSignalSpy decrease(panel.get(), SIGNAL(DecreaseOutputFontSizeRequested()));
         QSignalSpy focus(panel.get(), SIGNAL(ReceivedFocus()));
-        WheelSimulation::Turn(edit->viewport(), 120, Qt::ControlModifier);
-        WheelSimulation::Turn(edit->viewport(), -120, Qt::ControlModifier);
-        WheelSimulation::Turn(edit->viewport(), -120, Qt::ControlModifier);
+        for (const int delta : {120, -120, -120})
+            WheelSimulation::Turn(edit->viewport(), delta, Qt::ControlModifier);
         QCOMPARE(increase.count(), 1);
         QCOMPARE(decrease.count(), 2);
 
@@ -296,10 +257,7 @@ private slots:
         panel->findChild<QComboBox*>()->setFocus();
         QTest::mouseClick(edit->viewport(), Qt::LeftButton, {}, QPoint(5, 5));
         QTRY_VERIFY(focus.count() >= 1);
-    }
 
-    void backgroundFollowsPlainText()
-    {
         QTextCharFormat plain = ColorSettings::GetOutputFormat(ColorSettings::PLAIN_TEXT);
         plain.setBackground(QColor(1, 2, 3));
         plain.setForeground(QColor(200, 201, 202));
@@ -329,18 +287,15 @@ private slots:
         QVERIFY(!background->isEnabled());
         QPushButton* ok = dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok);
 
-        QString warning;
-        WhenQuestion(QMessageBox::Ok, &warning);
+        DialogAnswer answer(QMessageBox::Ok);
         ok->click();
-        QCOMPARE(warning, QStringLiteral("Warning|Text matching field is empty"));
         QVERIFY(dialog.isVisible());
-
         name->clear();
         match->setText(QStringLiteral("^Done"));
-        WhenQuestion(QMessageBox::Ok, &warning);
         ok->click();
-        QCOMPARE(warning, QStringLiteral("Warning|Name field is empty"));
         QVERIFY(dialog.isVisible());
+        QCOMPARE(answer.titles + answer.texts,
+                 (QStringList{"Warning", "Warning", "Text matching field is empty", "Name field is empty"}));
 
         QTest::keyClicks(name, QStringLiteral("Done"));
         QTest::mouseClick(backgroundEnabled, Qt::LeftButton);
@@ -357,7 +312,7 @@ private slots:
             QStringLiteral("Mine"), QColor(), QColor(9, 8, 7), QStringLiteral("x+"), true, true, false));
         QCOMPARE(dialog.windowTitle(), QStringLiteral("Edit Highlight"));
         QVERIFY(!dialog.findChild<QCheckBox*>(QStringLiteral("foregroundEnabledCB"))->isChecked());
-        QVERIFY(!dialog.findChild<ColorLabel*>(QStringLiteral("foregroundColor"))->isEnabled());
+        QVERIFY(!foreground->isEnabled());
 
         const ExtraSelectionProperties again = dialog.GetSelectionProperties();
         QVERIFY(!again.foregroundEnabled);
@@ -401,9 +356,8 @@ private slots:
         list->item(6)->setCheckState(Qt::Checked);
         QCOMPARE(widget.GetSelections().at(6).enabled, true);
 
-        QTest::mouseClick(button("moveItemUpBtn"), Qt::LeftButton);
-        QTest::mouseClick(button("moveItemUpBtn"), Qt::LeftButton);
-        QTest::mouseClick(button("moveItemDownBtn"), Qt::LeftButton);
+        for (const char* move : {"moveItemUpBtn", "moveItemUpBtn", "moveItemDownBtn"})
+            QTest::mouseClick(button(move), Qt::LeftButton);
         QCOMPARE(list->currentRow(), 5);
         QCOMPARE(list->item(5)->text(), QStringLiteral("Greeting"));
         QCOMPARE(widget.GetSelections().at(5).name, QStringLiteral("Greeting"));

@@ -50,18 +50,13 @@ private:
         return TestFiles::Write(path, QByteArray()) ? path : QString();
     }
 
-    BrindletEditor* OpenEditor() { return EditorWindow::Open(*fixture, QSize(1000, 700), true); }
-
 private slots:
     void init()
     {
         fixture = std::make_unique<HostFixture>();
         QVERIFY(fixture->LoadPlugin() == MStatus::kSuccess);
+        // The fixture starts from the default settings: scale 1, absolute paths, forward slashes.
         root = std::make_unique<QTemporaryDir>();
-        Settings::customScaleValue = 1.0;
-        Settings::insertPathAbsolute = true;
-        Settings::insertPathForwardSlashes = true;
-        Settings::insertPathEscapeBackslashes = false;
     }
 
     void cleanup()
@@ -70,8 +65,9 @@ private slots:
         fixture.reset();
     }
 
-    // A scale of zero is no scale.
-    void flatButtonSizeFollowsDisplayScale()
+    // A scale of zero is no scale. The icon is drawn as one flat shape: its own colour, the tint, or
+    // white when checked or hovered.
+    void flatButtonSizeAndFlatIcon()
     {
         const QList<QPair<double, QSize>> scales{
             {1.0, QSize(18, 25)}, {1.5, QSize(27, 37)}, {0.0, QSize(18, 25)}};
@@ -84,22 +80,13 @@ private slots:
             button.SetSize(QSize(18, 25));
             QCOMPARE(button.size(), expected);
         }
-    }
-
-    // The icon is drawn as one flat shape: its own colour, the tint, or white when checked or hovered.
-    void flatButtonPaintsIconFlat()
-    {
         FlatButton button;
         button.SetImage(QImage(QStringLiteral(":/bq2_icons/no_such_icon.png")), 4);
         QVERIFY(button.pixmap().isNull());
-        // A 24 by 24 button showing a 20 by 20 opaque blue disc on a transparent ground.
+        // A 24 by 24 button showing a 20 by 20 image: an opaque blue square on a transparent ground.
         QImage image(20, 20, QImage::Format_ARGB32_Premultiplied);
         image.fill(Qt::transparent);
-        QPainter painter(&image);
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(Qt::blue);
-        painter.drawEllipse(QRect(0, 0, 20, 20));
-        painter.end();
+        QPainter(&image).fillRect(QRect(5, 5, 10, 10), Qt::blue);
         button.SetSize(24, 24);
         button.SetImage(image, 4);
         QCOMPARE(button.pixmap().size(), QSize(20, 20));
@@ -164,7 +151,7 @@ private slots:
         QCOMPARE(clicked.count(), 2);
     }
 
-    void colorLabelShowsItsColour()
+    void colorLabelAndOverlay()
     {
         QWidget window;
         auto* label = new ColorLabel(&window);
@@ -183,13 +170,10 @@ private slots:
         label->setFixedSize(0, 10);
         QCOMPARE(label->width(), 0);
         QVERIFY(label->pixmap().isNull());
-    }
 
-    void overlayCoversItsParent()
-    {
-        QWidget parent;
-        parent.resize(40, 30);
-        OverlayWidget overlay(&parent);
+        // The overlay veils its parent; without one it paints nothing.
+        window.resize(40, 30);
+        OverlayWidget overlay(&window);
         OverlayWidget orphan;
         QImage image(40, 30, QImage::Format_ARGB32);
         for (OverlayWidget* widget : {&overlay, &orphan})
@@ -201,6 +185,7 @@ private slots:
                      widget == &overlay ? QColor(255, 255, 255, 50) : QColor(0, 0, 0, 0));
         }
     }
+
     void preview_data()
     {
         QTest::addColumn<QString>("buffer");
@@ -255,10 +240,6 @@ private slots:
         QTest::keyClicks(dialog.GetPathEdit(),
                          typed.replace(QStringLiteral("%R"), rootPath)
                              .replace(QStringLiteral("%S"), MayaUtil::GetUserScriptsDirectory()));
-        if (!forwardSlashes)
-            expected.replace(QStringLiteral("%R"),
-                             QString(rootPath).replace(QLatin1Char('/'), escape ? QStringLiteral("\\\\")
-                                                                                : QStringLiteral("\\")));
         QCOMPARE(dialog.GetPath(), expected.replace(QStringLiteral("%R"), rootPath));
         QVERIFY(dialog.GetPreviewEdit()->isReadOnly());
     }
@@ -271,7 +252,6 @@ private slots:
         InsertPathDialog dialog(Touch(QStringLiteral("lib/buffer.py")));
         dialog.GetPathEdit()->setText(QStringLiteral("kept"));
         dialog.show();
-        // Each chooser is read for the folder it starts in, and cancelled.
         QString chooserFolder;
         const auto readChooser = [&]
         {
@@ -314,7 +294,7 @@ private slots:
         QFETCH(bool, absolute);
         QFETCH(bool, accept);
         const QString icon = Touch(QStringLiteral("icons/i.png"));
-        BrindletEditor* editor = OpenEditor();
+        BrindletEditor* editor = EditorWindow::Open(*fixture, QSize(1000, 700), true);
         QVERIFY(editor);
         CodeEditor* codeEditor = editor->GetActiveCodeEditor();
         codeEditor->setFocus();
@@ -344,18 +324,15 @@ private slots:
             });
         editor->ShowInsertPathDialog();
 
-        const QString text = codeEditor->GetText();
         QCOMPARE(openedAbsolute, !absolute);
         QCOMPARE(Settings::insertPathAbsolute, accept ? absolute : !absolute);
-        if (!accept)
-        {
-            QCOMPARE(text, QStringLiteral("source \"\";"));
-            return;
-        }
         // The text around the cursor is kept; what went in leads from the buffer's folder to the file.
-        QVERIFY(text.startsWith(QStringLiteral("source \"")));
-        QVERIFY(text.endsWith(QStringLiteral("\";")));
+        const QString text = codeEditor->GetText();
+        QCOMPARE(text.left(8) + text.right(2), QStringLiteral("source \"\";"));
         const QString path = text.mid(8, text.size() - 10);
+        QCOMPARE(path.isEmpty(), !accept);
+        if (!accept)
+            return;
         QCOMPARE(QFileInfo(path).isAbsolute(), absolute);
         const QString bufferDir = QFileInfo(codeEditor->GetFilePath()).absolutePath();
         QCOMPARE(QDir::cleanPath(QDir(bufferDir).absoluteFilePath(path)), icon);
