@@ -166,27 +166,25 @@ private slots:
         QVERIFY(!Explorer()->GetFillerWidget()->isVisible());
         QTest::qWait(50);
 
-        // Dragging the workspace's title onto the open editors moves it there.
+        // Dragging the first section, the workspace, onto the open editors moves it there.
         const QPoint onOpenEditors =
             OpenEditors()->geometry().center() + QPoint(0, Explorer()->GetTitleBarHeight());
-        std::unique_ptr<QMimeData> workspace(SectionMimeData(QByteArray(1, 0)));
-        DragSimulation::DragTo(Explorer(), onOpenEditors, workspace.get(), false);
+        std::unique_ptr<QMimeData> first(SectionMimeData(QByteArray(1, 0)));
+        DragSimulation::DragTo(Explorer(), onOpenEditors, first.get(), false);
         QVERIFY(OpenEditors()->IsOverlayVisible());
-        DragSimulation::DragTo(Explorer(), onOpenEditors, workspace.get(), true);
+        DragSimulation::DragTo(Explorer(), onOpenEditors, first.get(), true);
         QVERIFY(!OpenEditors()->IsOverlayVisible());
         QCOMPARE(SectionOrder(), (QStringList{"OutlineView", "OpenCodeEditorsView", "WorkspaceView"}));
 
         // A section over itself, or a payload of the wrong size, draws nothing and moves nothing.
         const QPoint onOutline = Outline()->geometry().center() + QPoint(0, Explorer()->GetTitleBarHeight());
-        std::unique_ptr<QMimeData> outline(SectionMimeData(QByteArray(1, 0)));
-        DragSimulation::DragTo(Explorer(), onOutline, outline.get(), false);
+        DragSimulation::DragTo(Explorer(), onOutline, first.get(), false);
         QVERIFY(!Outline()->IsOverlayVisible());
         std::unique_ptr<QMimeData> malformed(SectionMimeData(QByteArray(2, 2)));
         DragSimulation::DragTo(Explorer(), onOutline, malformed.get(), true);
         QVERIFY(!Outline()->IsOverlayVisible());
         QCOMPARE(SectionOrder(), (QStringList{"OutlineView", "OpenCodeEditorsView", "WorkspaceView"}));
 
-        // The order survives a restart.
         editor->SaveState();
         fixture->Restart();
         editor = Open();
@@ -205,8 +203,7 @@ private slots:
 
     void openEditorsFollowTheTabs()
     {
-        QListWidget* first = OpenEditors()->GetGroupList(0);
-        const QStringList labels = Rows(first);
+        const QStringList labels = Rows(OpenEditors()->GetGroupList(0));
         QCOMPARE(labels.size(), 2);
         // One group in use: no heading.
         QVERIFY(!OpenEditors()->GetGroupLabel(0)->isVisible());
@@ -235,7 +232,6 @@ private slots:
         QCOMPARE(editor->GetActiveCodeEditor()->GetLabel(), labels.at(0));
         QCOMPARE(list->currentRow(), 0);
 
-        // Renaming and closing show at once.
         editor->NewBuffer(CodeEditorLanguage::TEXT);
         QCOMPARE(Rows(OpenEditors()->GetGroupList(0)).size(), 2);
         QVERIFY(editor->CloseCodeEditor(0, 1, false));
@@ -304,7 +300,6 @@ private slots:
     {
         CodeEditor* python = Buffer(CodeEditorLanguage::PYTHON, QString::fromLatin1(PYTHON_TEXT));
         QTRY_VERIFY(Find(OutlineTree(), QStringLiteral("Rig")));
-        // Imports are hidden at first.
         QCOMPARE(OutlineRows(), (QStringList{"Rig", "  build", "  apply", "zeta", "alpha"}));
         Outline()->ToggleImportVisibility();
         QCOMPARE(OutlineRows(),
@@ -333,9 +328,7 @@ private slots:
         QVERIFY(Find(OutlineTree(), QStringLiteral("Rig"))->isExpanded());
         QVERIFY(Settings::outlineExpandedHash.values(firstPath).contains(QStringLiteral("Rig")));
 
-        // Closing the buffer forgets its nodes.
-        editor->CloseCodeEditor(editor->GetActiveCodeEditorGroup(),
-                                editor->GetActiveCodeEditorGroup()->GetCurrentIndex(), false);
+        editor->CloseCodeEditor(0, editor->GetActiveCodeEditorGroup()->GetCurrentIndex(), false);
         QVERIFY(!Settings::outlineExpandedHash.contains(firstPath));
     }
 
