@@ -177,6 +177,23 @@ private slots:
         Click(a);
         QVERIFY(!a->isExpanded());
         QCOMPARE(Settings::workspaceExpandedFolderHashes.size(), 1);
+
+        // Revealing a file opens the way to it and makes it current.
+        view->Reveal(Disk("root/a/b/c/deep.mel"));
+        QTreeWidgetItem* current = Tree()->currentItem();
+        QVERIFY(current);
+        QCOMPARE(WorkspaceTreeWidget::GetPath(current), Disk("root/a/b/c/deep.mel"));
+        for (QTreeWidgetItem* parent = current->parent(); parent; parent = parent->parent())
+            QVERIFY(parent->isExpanded());
+        QVERIFY(!Child(root, "empty")->isExpanded());
+        QCOMPARE(Settings::workspaceExpandedFolderHashes.size(), 4);
+
+        // The next session opens the same folders again.
+        view.reset();
+        QVERIFY(MakeView({}));
+        QTreeWidgetItem* c = Child(Child(Child(Tree()->topLevelItem(0), "a"), "b"), "c");
+        QVERIFY(c && c->isExpanded());
+        QCOMPARE(TreeRows::Below(c, false), QStringList{"deep.mel"});
     }
 
     void changesOnDiskKeepOpenFoldersAndCurrentItem()
@@ -446,27 +463,6 @@ private slots:
         const QStringList errors = fixture->MessagesOfType(MCommandMessage::kError);
         QCOMPARE(errors.size(), 1);
         QVERIFY2(errors.first().contains(message), qPrintable(errors.first()));
-    }
-
-    void revealOpensTheWayToAFile()
-    {
-        QVERIFY(Put({{"root/a/b/c/target.py", ""}, {"root/z/other.py", ""}}));
-        QVERIFY(MakeView({Disk("root")}));
-        view->Reveal(Disk("root/a/b/c/target.py"));
-        QTreeWidgetItem* current = Tree()->currentItem();
-        QVERIFY(current);
-        QCOMPARE(WorkspaceTreeWidget::GetPath(current), Disk("root/a/b/c/target.py"));
-        for (QTreeWidgetItem* parent = current->parent(); parent; parent = parent->parent())
-            QVERIFY(parent->isExpanded());
-        QVERIFY(!Child(Tree()->topLevelItem(0), "z")->isExpanded());
-        QCOMPARE(Settings::workspaceExpandedFolderHashes.size(), 4);
-
-        // The next session opens the same folders again.
-        view.reset();
-        QVERIFY(MakeView({}));
-        QTreeWidgetItem* c = Child(Child(Child(Tree()->topLevelItem(0), "a"), "b"), "c");
-        QVERIFY(c && c->isExpanded());
-        QCOMPARE(TreeRows::Below(c, false), QStringList{"target.py"});
     }
 
     void compiledPythonIsHidden()
