@@ -130,25 +130,6 @@ private slots:
         fixture.reset();
     }
 
-    void activityBarAndSettingsMenu()
-    {
-        ActivityBar* bar = editor->GetActivityBar();
-        QTest::mouseClick(bar->GetViewButton(SideBarViewQuickHelp), Qt::LeftButton);
-        QCOMPARE(editor->GetSideBar()->GetView(), SideBarViewQuickHelp);
-        QVERIFY(bar->GetViewButton(SideBarViewQuickHelp)->IsChecked());
-        QVERIFY(!bar->GetViewButton(SideBarViewExplorer)->IsChecked());
-
-        // The settings menu offers the preferences at three pages.
-        QSignalSpy pages(bar, &ActivityBar::EditPreferencesSelected);
-        QStringList texts;
-        WhenPopupMenu(this, &texts, 2, 100);
-        QTest::mouseClick(bar->GetSettingsButton(), Qt::LeftButton);
-        QCOMPARE(texts, (QStringList{"Preferences", "-", "Fonts and Colors", "Keyboard Shortcuts"}));
-        QCOMPARE(pages.size(), 1);
-        QCOMPARE(pages.first().first().value<PreferencePage>(), FONTS_AND_COLORS_PAGE);
-        QVERIFY(!bar->GetSettingsButton()->IsChecked());
-    }
-
     void sectionsCollapseAndReorderByDrag()
     {
         QCOMPARE(SectionOrder(), (QStringList{"WorkspaceView", "OutlineView", "OpenCodeEditorsView"}));
@@ -199,6 +180,23 @@ private slots:
         QCOMPARE(workspaceView->GetTitleText(), QStringLiteral("EXPLORER: WORKSPACE"));
         workspaceView->SetExpanded(false);
         QVERIFY(workspaceView->IsExpanded());
+
+        // The activity bar switches the view.
+        ActivityBar* bar = editor->GetActivityBar();
+        QTest::mouseClick(bar->GetViewButton(SideBarViewQuickHelp), Qt::LeftButton);
+        QCOMPARE(editor->GetSideBar()->GetView(), SideBarViewQuickHelp);
+        QVERIFY(bar->GetViewButton(SideBarViewQuickHelp)->IsChecked());
+        QVERIFY(!bar->GetViewButton(SideBarViewExplorer)->IsChecked());
+
+        // The settings menu offers the preferences at three pages.
+        QSignalSpy pages(bar, &ActivityBar::EditPreferencesSelected);
+        QStringList texts;
+        WhenPopupMenu(this, &texts, 2, 100);
+        QTest::mouseClick(bar->GetSettingsButton(), Qt::LeftButton);
+        QCOMPARE(texts, (QStringList{"Preferences", "-", "Fonts and Colors", "Keyboard Shortcuts"}));
+        QCOMPARE(pages.size(), 1);
+        QCOMPARE(pages.first().first().value<PreferencePage>(), FONTS_AND_COLORS_PAGE);
+        QVERIFY(!bar->GetSettingsButton()->IsChecked());
     }
 
     void openEditorsFollowTheTabs()
