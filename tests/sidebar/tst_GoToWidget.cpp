@@ -21,19 +21,16 @@
 
 namespace
 {
-// What a person reads in a row: the rich text as the delegate lays it out.
-QString ShownText(const GoToWidget& palette, int row)
-{
-    QTextDocument document;
-    document.setHtml(palette.GetRowText(row));
-    return document.toPlainText();
-}
-
+// What a person reads in the rows: the rich text as the delegate lays it out.
 QStringList ShownRows(const GoToWidget& palette)
 {
     QStringList rows;
+    QTextDocument document;
     for (int row = 0; row < palette.GetRowCount(); ++row)
-        rows.append(ShownText(palette, row));
+    {
+        document.setHtml(palette.GetRowText(row));
+        rows.append(document.toPlainText());
+    }
     return rows;
 }
 
@@ -55,7 +52,7 @@ class TestGoToWidget : public QObject
 private:
     void MakeFile(const QString& relative, const QByteArray& bytes = QByteArray())
     {
-        QVERIFY(TestFiles::Write(QDir(workspace->path()).filePath(relative), bytes));
+        QVERIFY(TestFiles::Write(workspace->filePath(relative), bytes));
     }
 
     bool OpenEditor()
@@ -64,7 +61,6 @@ private:
         return editor;
     }
 
-    // A new main widget with its active editor holding the keyboard focus.
     CodeEditor* OpenFocused() { return OpenEditor() ? FocusActive(editor) : nullptr; }
 
     // The active editor with the keyboard focus, as when the user works in it.
@@ -124,6 +120,7 @@ private slots:
         // Backspace and typing again start from filters already run: the result is the same.
         QTest::newRow("widened by Backspace") << "sub/x\b" << barfoo << 0;
         QTest::newRow("retyped after Backspace") << "fooz\b.t" << QStringList{row("foo.txt", "foo.txt")} << 0;
+        QTest::newRow("markup is text") << "b <c" << QStringList{row("a&b <c>.mel", "a&b <c>.mel")} << 0;
     }
 
     void fileModeFiltersAsTyped()
@@ -131,14 +128,14 @@ private slots:
         QFETCH(QString, typed);
         QFETCH(QStringList, rows);
         QFETCH(int, selected);
-        for (const char* name : {"foo.txt", "Foo.py", "sub/barfoo.mel", "other.py"})
+        for (const char* name : {"foo.txt", "Foo.py", "sub/barfoo.mel", "other.py", "a&b <c>.mel"})
             MakeFile(QLatin1String(name));
         rows.replaceInStrings(QStringLiteral("%L"), QFileInfo(workspace->path()).fileName());
 
         auto palette = ShowFiles();
         QVERIFY(palette->isVisible());
         // Before typing: every file in the order of the walk, none chosen.
-        QCOMPARE(palette->GetRowCount(), 4);
+        QCOMPARE(palette->GetRowCount(), 5);
         QCOMPARE(palette->GetSelectedRow(), -1);
         // One line a row, even when measured before the list had its width.
         QVERIFY(palette->GetListView()->sizeHintForRow(0) < 3 * palette->fontMetrics().height());
@@ -168,28 +165,10 @@ private slots:
         QCOMPARE(palette->GetRowCount(), 3);
     }
 
-    void htmlCharactersInNamesAreText()
-    {
-        MakeFile(QStringLiteral("a&b <c>.mel"));
-        auto palette = ShowFiles();
-        QCOMPARE(palette->GetRowCount(), 1);
-        QVERIFY(ShownText(*palette, 0).startsWith(QStringLiteral("a&b <c>.mel ")));
-        QTest::keyClicks(palette->GetLineEdit(), QStringLiteral("b <c"));
-        QCOMPARE(palette->GetRowCount(), 1);
-
-        const QList<ParserItem> symbols{{"operator<", ParserItemMethod, 3},
-                                        {"a&b", ParserItemProc, 9},
-                                        {"<b>bold</b>", ParserItemClass, 20}};
-        palette->Show(GoToFilterSymbol, symbols, 1, 0, 0, {}, false);
-        QCOMPARE(ShownRows(*palette), (QStringList{"operator<", "a&b", "<b>bold</b>"}));
-        QTest::keyClicks(palette->GetLineEdit(), QStringLiteral("&"));
-        QCOMPARE(ShownRows(*palette), QStringList{QStringLiteral("a&b")});
-    }
-
     void symbolModeListsProcsMethodsAndClasses()
     {
-        const QStringList names{"globalProc", "$gVariable", "os",     "localProc", "__main__", "Tool",
-                                "run",        "make",       "create", "count",     "value"};
+        const QStringList names{"globalProc", "$gVariable", "os",     "localProc", "__main__", "<b>Tool</b>",
+                                "operator<",  "a&b",        "create", "count",     "value"};
         const QList<ParserItemType> types{
             ParserItemGlobalProc,  ParserItemGlobalVariable, ParserItemImport,  ParserItemProc,
             ParserItemMain,        ParserItemClass,          ParserItemMethod,  ParserItemStaticMethod,
@@ -202,7 +181,7 @@ private slots:
         palette.Show(GoToFilterSymbol, symbols, 1, 0, 0, {}, false);
         QCOMPARE(palette.GetLineEdit()->text(), QStringLiteral("@"));
         QCOMPARE(ShownRows(palette),
-                 (QStringList{"globalProc", "localProc", "Tool", "run", "make", "create"}));
+                 (QStringList{"globalProc", "localProc", "<b>Tool</b>", "operator<", "a&b", "create"}));
         QCOMPARE(seeks.count(), 0);
         QTest::keyClick(palette.GetLineEdit(), Qt::Key_Up);
         QCOMPARE(palette.GetSelectedRow(), 5); // up from the first row wraps to the last
@@ -222,6 +201,11 @@ private slots:
         QCOMPARE(seeks.count(), 1);
         QCOMPARE(seeks.last(), (QVariantList{40, true}));
         QVERIFY(!palette.isVisible());
+
+        // Names are text, not markup, to the filter too.
+        palette.Show(GoToFilterSymbol, symbols, 1, 0, 0, {}, false);
+        QTest::keyClicks(palette.GetLineEdit(), QStringLiteral("&"));
+        QCOMPARE(ShownRows(palette), QStringList{QStringLiteral("a&b")});
     }
 
     // The first character chooses the mode: "@" symbols, ":" lines, anything else files; without
@@ -318,10 +302,8 @@ private slots:
     {
         for (int i = 0; i < 20000; ++i)
         {
-            const QString path = QStringLiteral("%1/d%2/f%3.mel")
-                                     .arg(workspace->path())
-                                     .arg(i / 1000)
-                                     .arg(i, 5, 10, QLatin1Char('0'));
+            const QString path = workspace->filePath(
+                QStringLiteral("d%1/f%2.mel").arg(i / 1000).arg(i, 5, 10, QLatin1Char('0')));
             if (i % 1000 == 0)
                 QVERIFY(QDir().mkpath(QFileInfo(path).absolutePath()));
             QVERIFY(QFile(path).open(QIODevice::WriteOnly));
@@ -334,8 +316,7 @@ private slots:
         QTest::keyClick(palette->GetLineEdit(), Qt::Key_Down);
         QTest::keyClick(palette->GetLineEdit(), Qt::Key_Return);
         QCOMPARE(opens.count(), 1);
-        QCOMPARE(opens.last().first().toString(),
-                 QDir(workspace->path()).filePath(QStringLiteral("d12/f12341.mel")));
+        QCOMPARE(opens.last().first().toString(), workspace->filePath(QStringLiteral("d12/f12341.mel")));
     }
 
     void lineModeHelpAndJumps_data()
@@ -343,50 +324,31 @@ private slots:
         QTest::addColumn<QString>("typed");
         QTest::addColumn<QString>("help");
         QTest::addColumn<int>("followed");
+        QTest::addColumn<bool>("escape");
 
-        const QString ask = "Type a line between 1 and 30 to navigate to";
-        // The editor follows each valid prefix as it is typed: "31" passes line 3 first.
-        QTest::newRow("nothing yet") << QString() << ask << 2;
-        QTest::newRow("a line") << "12" << QStringLiteral("Go to line 12") << 12;
-        QTest::newRow("the last line") << "30" << QStringLiteral("Go to line 30") << 30;
-        QTest::newRow("beyond the end") << "31" << ask << 3;
-        QTest::newRow("far beyond") << "99999999999" << ask << 9;
-        QTest::newRow("zero") << "0" << ask << 2;
-        QTest::newRow("negative") << "-4" << ask << 2;
-        QTest::newRow("not a number") << "abc" << ask << 2;
-        QTest::newRow("number and text") << "3x" << ask << 3;
+        const QString ask = "Type a line between 1 and 600 to navigate to";
+        // From line 300 the editor follows each valid prefix as it is typed: "601" passes line 60.
+        QTest::newRow("nothing yet") << QString() << ask << 300 << false;
+        QTest::newRow("a line") << "12" << QStringLiteral("Go to line 12") << 12 << false;
+        QTest::newRow("the last line") << "600" << QStringLiteral("Go to line 600") << 600 << false;
+        QTest::newRow("beyond the end") << "601" << ask << 60 << false;
+        QTest::newRow("far beyond") << "99999999999" << ask << 99 << false;
+        QTest::newRow("zero") << "0" << ask << 300 << false;
+        QTest::newRow("negative") << "-4" << ask << 300 << false;
+        QTest::newRow("not a number") << "abc" << ask << 300 << false;
+        QTest::newRow("number and text") << "3x" << ask << 3 << false;
+        QTest::newRow("escape") << "12" << QStringLiteral("Go to line 12") << 12 << true;
     }
 
-    // Through the main widget: the editor follows the digits, Return closes where it stands.
+    // Through the main widget, which opens the palette only from an editor with the keyboard: the
+    // editor follows the digits, Return closes where it stands, Escape brings back the position
+    // and the scroll.
     void lineModeHelpAndJumps()
     {
         QFETCH(QString, typed);
         QFETCH(QString, help);
         QFETCH(int, followed);
-        CodeEditor* codeEditor = OpenFocused();
-        QVERIFY(codeEditor);
-        codeEditor->SetText(Numbered(30));
-        codeEditor->SetCursorPosition(QStringLiteral("line 1\nli").size());
-
-        editor->GoToLine();
-        GoToWidget* palette = editor->GetGoToWidget();
-        QVERIFY(palette->isVisible());
-        QCOMPARE(palette->GetLineEdit()->text(), QStringLiteral(":"));
-        QVERIFY(palette->GetHelpLabel()->isVisibleTo(palette));
-        QVERIFY(!palette->GetListView()->isVisibleTo(palette));
-        QTest::keyClicks(palette->GetLineEdit(), typed);
-        QCOMPARE(palette->GetHelpLabel()->text(), help);
-        QCOMPARE(codeEditor->GetCurrentLine(), followed);
-        QTest::keyClick(palette->GetLineEdit(), Qt::Key_Return);
-        QVERIFY(!palette->isVisible());
-        QCOMPARE(codeEditor->GetCurrentLine(), followed);
-        if (followed == 2)
-            QCOMPARE(codeEditor->GetCursorPosition(), QStringLiteral("line 1\nli").size());
-    }
-
-    // The palette opens only from an editor with the keyboard; Escape brings back where it stood.
-    void escapeBringsBackPositionAndScroll()
-    {
+        QFETCH(bool, escape);
         CodeEditor* codeEditor = OpenFocused();
         QVERIFY(codeEditor);
         codeEditor->SetText(Numbered(600));
@@ -405,13 +367,20 @@ private slots:
         QVERIFY(FocusActive(editor));
         editor->GoToLine();
         QVERIFY(palette->isVisible());
-        QTest::keyClicks(palette->GetLineEdit(), QStringLiteral("12"));
-        QCOMPARE(codeEditor->GetCurrentLine(), 12);
-        QVERIFY(codeEditor->GetVerticalScrollBarValue() < scroll);
-        QTest::keyClick(palette->GetLineEdit(), Qt::Key_Escape);
+        QCOMPARE(palette->GetLineEdit()->text(), QStringLiteral(":"));
+        QVERIFY(palette->GetHelpLabel()->isVisibleTo(palette));
+        QVERIFY(!palette->GetListView()->isVisibleTo(palette));
+        QTest::keyClicks(palette->GetLineEdit(), typed);
+        QCOMPARE(palette->GetHelpLabel()->text(), help);
+        QCOMPARE(codeEditor->GetCurrentLine(), followed);
+        QCOMPARE(codeEditor->GetVerticalScrollBarValue() < scroll, followed < 300);
+        QTest::keyClick(palette->GetLineEdit(), escape ? Qt::Key_Escape : Qt::Key_Return);
         QVERIFY(!palette->isVisible());
-        QCOMPARE(codeEditor->GetCursorPosition(), position);
-        QCOMPARE(codeEditor->GetVerticalScrollBarValue(), scroll);
+        QCOMPARE(codeEditor->GetCurrentLine(), escape ? 300 : followed);
+        if (escape || followed == 300)
+            QCOMPARE(codeEditor->GetCursorPosition(), position);
+        if (escape)
+            QCOMPARE(codeEditor->GetVerticalScrollBarValue(), scroll);
     }
 
     // The symbols of the buffer as the MEL parser found them, without global variables.
@@ -458,8 +427,7 @@ private slots:
         QCOMPARE(editor->GetCodeEditorCount(), editors + 1);
         CodeEditor* opened = editor->GetActiveCodeEditor();
         QVERIFY(opened);
-        QCOMPARE(opened->GetFilePath(),
-                 QDir(workspace->path()).filePath(QStringLiteral("scripts/setup.mel")));
+        QCOMPARE(opened->GetFilePath(), workspace->filePath(QStringLiteral("scripts/setup.mel")));
         QCOMPARE(opened->GetText(), QStringLiteral("print \"setup\";\n"));
         QTRY_COMPARE(QApplication::focusWidget(), static_cast<QWidget*>(opened));
     }
@@ -485,15 +453,14 @@ private slots:
         QFETCH(int, tabs);
         QFETCH(bool, escape);
         QFETCH(QString, expected);
-        for (const char* name : {"a.mel", "b.mel", "c.mel"})
-            MakeFile(QLatin1String(name), "// file\n");
         QVERIFY(OpenEditor());
         // Close the Python buffer so the group holds four: MEL, then a, b, c used in that order.
         CodeEditorGroup* group = editor->GetActiveCodeEditorGroup();
         QVERIFY(group->GetCount() == 2);
         for (const char* name : {"a.mel", "b.mel", "c.mel"})
         {
-            QVERIFY(editor->OpenFile(QDir(workspace->path()).filePath(QLatin1String(name))));
+            MakeFile(QLatin1String(name), "// file\n");
+            QVERIFY(editor->OpenFile(workspace->filePath(QLatin1String(name))));
             QVERIFY(FocusActive(editor));
         }
         QVERIFY(editor->CloseCodeEditor(group, group->GetCodeEditorIndex(group->GetFilePath(1)), false));
@@ -505,7 +472,7 @@ private slots:
         QVERIFY(palette->isVisible());
         QVERIFY(!palette->GetLineEdit()->isVisibleTo(palette));
         QCOMPARE(palette->GetRowCount(), 4);
-        QVERIFY(ShownText(*palette, 0).startsWith(QStringLiteral("c.mel ")));
+        QVERIFY(ShownRows(*palette).first().startsWith(QStringLiteral("c.mel ")));
         QWidget* list = palette->GetListView();
         // Tab with Ctrl held throughout; QTest::keyClick would let go of Ctrl after each Tab.
         for (int i = 0; i < tabs; ++i)

@@ -130,25 +130,6 @@ private slots:
         fixture.reset();
     }
 
-    void activityBarAndSettingsMenu()
-    {
-        ActivityBar* bar = editor->GetActivityBar();
-        QTest::mouseClick(bar->GetViewButton(SideBarViewQuickHelp), Qt::LeftButton);
-        QCOMPARE(editor->GetSideBar()->GetView(), SideBarViewQuickHelp);
-        QVERIFY(bar->GetViewButton(SideBarViewQuickHelp)->IsChecked());
-        QVERIFY(!bar->GetViewButton(SideBarViewExplorer)->IsChecked());
-
-        // The settings menu offers the preferences at three pages.
-        QSignalSpy pages(bar, &ActivityBar::EditPreferencesSelected);
-        QStringList texts;
-        WhenPopupMenu(this, &texts, 2, 100);
-        QTest::mouseClick(bar->GetSettingsButton(), Qt::LeftButton);
-        QCOMPARE(texts, (QStringList{"Preferences", "-", "Fonts and Colors", "Keyboard Shortcuts"}));
-        QCOMPARE(pages.size(), 1);
-        QCOMPARE(pages.first().first().value<PreferencePage>(), FONTS_AND_COLORS_PAGE);
-        QVERIFY(!bar->GetSettingsButton()->IsChecked());
-    }
-
     void sectionsCollapseAndReorderByDrag()
     {
         QCOMPARE(SectionOrder(), (QStringList{"WorkspaceView", "OutlineView", "OpenCodeEditorsView"}));
@@ -166,27 +147,25 @@ private slots:
         QVERIFY(!Explorer()->GetFillerWidget()->isVisible());
         QTest::qWait(50);
 
-        // Dragging the workspace's title onto the open editors moves it there.
+        // Dragging the first section, the workspace, onto the open editors moves it there.
         const QPoint onOpenEditors =
             OpenEditors()->geometry().center() + QPoint(0, Explorer()->GetTitleBarHeight());
-        std::unique_ptr<QMimeData> workspace(SectionMimeData(QByteArray(1, 0)));
-        DragSimulation::DragTo(Explorer(), onOpenEditors, workspace.get(), false);
+        std::unique_ptr<QMimeData> first(SectionMimeData(QByteArray(1, 0)));
+        DragSimulation::DragTo(Explorer(), onOpenEditors, first.get(), false);
         QVERIFY(OpenEditors()->IsOverlayVisible());
-        DragSimulation::DragTo(Explorer(), onOpenEditors, workspace.get(), true);
+        DragSimulation::DragTo(Explorer(), onOpenEditors, first.get(), true);
         QVERIFY(!OpenEditors()->IsOverlayVisible());
         QCOMPARE(SectionOrder(), (QStringList{"OutlineView", "OpenCodeEditorsView", "WorkspaceView"}));
 
         // A section over itself, or a payload of the wrong size, draws nothing and moves nothing.
         const QPoint onOutline = Outline()->geometry().center() + QPoint(0, Explorer()->GetTitleBarHeight());
-        std::unique_ptr<QMimeData> outline(SectionMimeData(QByteArray(1, 0)));
-        DragSimulation::DragTo(Explorer(), onOutline, outline.get(), false);
+        DragSimulation::DragTo(Explorer(), onOutline, first.get(), false);
         QVERIFY(!Outline()->IsOverlayVisible());
         std::unique_ptr<QMimeData> malformed(SectionMimeData(QByteArray(2, 2)));
         DragSimulation::DragTo(Explorer(), onOutline, malformed.get(), true);
         QVERIFY(!Outline()->IsOverlayVisible());
         QCOMPARE(SectionOrder(), (QStringList{"OutlineView", "OpenCodeEditorsView", "WorkspaceView"}));
 
-        // The order survives a restart.
         editor->SaveState();
         fixture->Restart();
         editor = Open();
@@ -201,12 +180,28 @@ private slots:
         QCOMPARE(workspaceView->GetTitleText(), QStringLiteral("EXPLORER: WORKSPACE"));
         workspaceView->SetExpanded(false);
         QVERIFY(workspaceView->IsExpanded());
+
+        // The activity bar switches the view.
+        ActivityBar* bar = editor->GetActivityBar();
+        QTest::mouseClick(bar->GetViewButton(SideBarViewQuickHelp), Qt::LeftButton);
+        QCOMPARE(editor->GetSideBar()->GetView(), SideBarViewQuickHelp);
+        QVERIFY(bar->GetViewButton(SideBarViewQuickHelp)->IsChecked());
+        QVERIFY(!bar->GetViewButton(SideBarViewExplorer)->IsChecked());
+
+        // The settings menu offers the preferences at three pages.
+        QSignalSpy pages(bar, &ActivityBar::EditPreferencesSelected);
+        QStringList texts;
+        WhenPopupMenu(this, &texts, 2, 100);
+        QTest::mouseClick(bar->GetSettingsButton(), Qt::LeftButton);
+        QCOMPARE(texts, (QStringList{"Preferences", "-", "Fonts and Colors", "Keyboard Shortcuts"}));
+        QCOMPARE(pages.size(), 1);
+        QCOMPARE(pages.first().first().value<PreferencePage>(), FONTS_AND_COLORS_PAGE);
+        QVERIFY(!bar->GetSettingsButton()->IsChecked());
     }
 
     void openEditorsFollowTheTabs()
     {
-        QListWidget* first = OpenEditors()->GetGroupList(0);
-        const QStringList labels = Rows(first);
+        const QStringList labels = Rows(OpenEditors()->GetGroupList(0));
         QCOMPARE(labels.size(), 2);
         // One group in use: no heading.
         QVERIFY(!OpenEditors()->GetGroupLabel(0)->isVisible());
@@ -235,7 +230,6 @@ private slots:
         QCOMPARE(editor->GetActiveCodeEditor()->GetLabel(), labels.at(0));
         QCOMPARE(list->currentRow(), 0);
 
-        // Renaming and closing show at once.
         editor->NewBuffer(CodeEditorLanguage::TEXT);
         QCOMPARE(Rows(OpenEditors()->GetGroupList(0)).size(), 2);
         QVERIFY(editor->CloseCodeEditor(0, 1, false));
@@ -298,13 +292,25 @@ private slots:
         QCOMPARE(OutlineRows(), (QStringList{"$gBeta", "alpha", "delta", "gamma"}));
         QTest::mouseClick(Outline()->GetSortButton(), Qt::LeftButton);
         QCOMPARE(OutlineRows(), (QStringList{"gamma", "alpha", "$gBeta", "delta"}));
+
+        // A long outline: the next parse, after a key, rebuilds the tree at the same place.
+        QString text;
+        for (int i = 0; i < 200; ++i)
+            text += QStringLiteral("proc p%1() {}\n").arg(i, 3, 10, QLatin1Char('0'));
+        mel = Buffer(CodeEditorLanguage::MEL, text);
+        QTRY_COMPARE(OutlineTree()->topLevelItemCount(), 200);
+        QScrollBar* bar = OutlineTree()->verticalScrollBar();
+        QVERIFY(bar->maximum() > 50);
+        bar->setValue(40);
+        TypeAtEnd(mel, QStringLiteral("proc q() {}"));
+        QTRY_COMPARE(OutlineTree()->topLevelItemCount(), 201);
+        QCOMPARE(bar->value(), 40);
     }
 
     void outlineKeepsExpandedNodesPerFile()
     {
         CodeEditor* python = Buffer(CodeEditorLanguage::PYTHON, QString::fromLatin1(PYTHON_TEXT));
         QTRY_VERIFY(Find(OutlineTree(), QStringLiteral("Rig")));
-        // Imports are hidden at first.
         QCOMPARE(OutlineRows(), (QStringList{"Rig", "  build", "  apply", "zeta", "alpha"}));
         Outline()->ToggleImportVisibility();
         QCOMPARE(OutlineRows(),
@@ -333,26 +339,8 @@ private slots:
         QVERIFY(Find(OutlineTree(), QStringLiteral("Rig"))->isExpanded());
         QVERIFY(Settings::outlineExpandedHash.values(firstPath).contains(QStringLiteral("Rig")));
 
-        // Closing the buffer forgets its nodes.
-        editor->CloseCodeEditor(editor->GetActiveCodeEditorGroup(),
-                                editor->GetActiveCodeEditorGroup()->GetCurrentIndex(), false);
+        editor->CloseCodeEditor(0, editor->GetActiveCodeEditorGroup()->GetCurrentIndex(), false);
         QVERIFY(!Settings::outlineExpandedHash.contains(firstPath));
-    }
-
-    void outlineKeepsScrollPosition()
-    {
-        QString text;
-        for (int i = 0; i < 200; ++i)
-            text += QStringLiteral("proc p%1() {}\n").arg(i, 3, 10, QLatin1Char('0'));
-        CodeEditor* mel = Buffer(CodeEditorLanguage::MEL, text);
-        QTRY_COMPARE(OutlineTree()->topLevelItemCount(), 200);
-        QScrollBar* bar = OutlineTree()->verticalScrollBar();
-        QVERIFY(bar->maximum() > 50);
-        bar->setValue(40);
-        // The next parse, after a key, rebuilds the tree at the same place.
-        TypeAtEnd(mel, QStringLiteral("proc q() {}"));
-        QTRY_COMPARE(OutlineTree()->topLevelItemCount(), 201);
-        QCOMPARE(bar->value(), 40);
     }
 };
 

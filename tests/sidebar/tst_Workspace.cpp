@@ -21,6 +21,7 @@
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMessageBox>
 
+#include <algorithm>
 #include <memory>
 
 namespace
@@ -43,7 +44,6 @@ void Shell(const QString& command)
     QProcess::execute(QStringLiteral("sh"), {QStringLiteral("-c"), command});
 }
 
-// The folders a workspace file lists.
 QVariantList Folders(const QByteArray& json)
 {
     return QJsonDocument::fromJson(json).object().value("folders").toArray().toVariantList();
@@ -67,12 +67,9 @@ private:
     QString Disk(const QString& relative) const { return disk->filePath(relative); }
     bool Put(std::initializer_list<std::pair<const char*, const char*>> files) const
     {
-        for (const auto& [relative, text] : files)
-        {
-            if (!TestFiles::Write(Disk(QLatin1String(relative)), text))
-                return false;
-        }
-        return true;
+        return std::all_of(files.begin(), files.end(),
+                           [this](const auto& file)
+                           { return TestFiles::Write(Disk(QLatin1String(file.first)), file.second); });
     }
     WorkspaceTreeWidget* Tree() const { return view->GetTreeWidget(); }
 
@@ -180,6 +177,23 @@ private slots:
         Click(a);
         QVERIFY(!a->isExpanded());
         QCOMPARE(Settings::workspaceExpandedFolderHashes.size(), 1);
+
+        // Revealing a file opens the way to it and makes it current.
+        view->Reveal(Disk("root/a/b/c/deep.mel"));
+        QTreeWidgetItem* current = Tree()->currentItem();
+        QVERIFY(current);
+        QCOMPARE(WorkspaceTreeWidget::GetPath(current), Disk("root/a/b/c/deep.mel"));
+        for (QTreeWidgetItem* parent = current->parent(); parent; parent = parent->parent())
+            QVERIFY(parent->isExpanded());
+        QVERIFY(!Child(root, "empty")->isExpanded());
+        QCOMPARE(Settings::workspaceExpandedFolderHashes.size(), 4);
+
+        // The next session opens the same folders again.
+        view.reset();
+        QVERIFY(MakeView({}));
+        QTreeWidgetItem* c = Child(Child(Child(Tree()->topLevelItem(0), "a"), "b"), "c");
+        QVERIFY(c && c->isExpanded());
+        QCOMPARE(TreeRows::Below(c, false), QStringList{"deep.mel"});
     }
 
     void changesOnDiskKeepOpenFoldersAndCurrentItem()
@@ -215,12 +229,21 @@ private slots:
         QVERIFY(Watched().contains(QStringLiteral("root/scripts/sub")));
     }
 
+    // A first start shows the user's scripts folder and writes no file; the folders added later
+    // are written.
     void workspaceFileRoundTrips()
     {
+        QVERIFY(QDir().mkpath(MayaUtil::GetUserScriptsDirectory()));
+        view = std::make_unique<WorkspaceView>(keyBindings.get());
+        QCOMPARE(Tree()->GetTopLevelFolders(),
+                 QStringList{QFileInfo(MayaUtil::GetUserScriptsDirectory()).absoluteFilePath()});
+        const QString path = Settings::GetDefaultWorkspacePath();
+        QVERIFY(!QFileInfo::exists(path));
+        QCOMPARE(Settings::workspacePath, path);
+
         QVERIFY(QDir().mkpath(Disk("first")));
         QVERIFY(QDir().mkpath(Disk("second")));
         QVERIFY(MakeView({Disk("first"), Disk("second"), Disk("first")}));
-        const QString path = Settings::GetDefaultWorkspacePath();
         QCOMPARE(Settings::workspacePath, path);
         QCOMPARE(view->GetTitleText(), QStringLiteral("<strong>WORKSPACE</strong>"));
         const QByteArray written = TestFiles::Read(path);
@@ -250,42 +273,27 @@ private slots:
         QCOMPARE(Watched(), QStringList{"second"});
     }
 
-    void firstStartShowsScriptsFolderWithoutWriting()
-    {
-        QVERIFY(QDir().mkpath(MayaUtil::GetUserScriptsDirectory()));
-        view = std::make_unique<WorkspaceView>(keyBindings.get());
-        QCOMPARE(view->GetTreeWidget()->topLevelItemCount(), 1);
-        QCOMPARE(view->GetTreeWidget()->GetTopLevelFolders(),
-                 QStringList{QFileInfo(MayaUtil::GetUserScriptsDirectory()).absoluteFilePath()});
-        QVERIFY(!QFileInfo::exists(Settings::GetDefaultWorkspacePath()));
-        QCOMPARE(Settings::workspacePath, Settings::GetDefaultWorkspacePath());
-    }
-
     void badWorkspaceFiles_data()
     {
         QTest::addColumn<QByteArray>("content"); // "missing" for no file at all
         QTest::addColumn<QStringList>("roots");
-        QTest::addColumn<QString>("message");
-        QTest::newRow("missing") << QByteArray("missing") << QStringList{"kept"}
-                                 << QStringLiteral("Failed to open workspace file: ");
-        QTest::newRow("empty") << QByteArray() << QStringList{} << QString();
-        QTest::newRow("binary") << QByteArray("\x89PNG\r\n\x1a\n\0\0", 10) << QStringList{} << QString();
-        QTest::newRow("not json") << QByteArray("{\"folders\": [\"a\"") << QStringList{} << QString();
-        QTest::newRow("folders a string")
-            << QByteArray("{\"folders\": \"DISK/a\"}") << QStringList{} << QString();
-        QTest::newRow("no folders") << QByteArray("{\"roots\": [\"DISK/a\"]}") << QStringList{} << QString();
-        QTest::newRow("mixed elements")
-            << QByteArray("{\"folders\": [1, null, \"DISK/a\", {}]}") << QStringList{"a"} << QString();
+        QTest::newRow("missing") << QByteArray("missing") << QStringList{"kept"};
+        QTest::newRow("empty") << QByteArray() << QStringList{};
+        QTest::newRow("binary") << QByteArray("\x89PNG\r\n\x1a\n\0\0", 10) << QStringList{};
+        QTest::newRow("not json") << QByteArray("{\"folders\": [\"a\"") << QStringList{};
+        QTest::newRow("folders a string") << QByteArray("{\"folders\": \"DISK/a\"}") << QStringList{};
+        QTest::newRow("no folders") << QByteArray("{\"roots\": [\"DISK/a\"]}") << QStringList{};
+        QTest::newRow("mixed") << QByteArray("{\"folders\": [1, null, \"DISK/a\", {}]}") << QStringList{"a"};
         QTest::newRow("folder gone") << QByteArray(
                                             "{\"folders\": [\"DISK/gone\", \"DISK/a\", \"DISK/a/file.mel\"]}")
-                                     << QStringList{"a"} << QString();
+                                     << QStringList{"a"};
     }
 
     void badWorkspaceFiles()
     {
         QFETCH(QByteArray, content);
         QFETCH(QStringList, roots);
-        QFETCH(QString, message);
+        const bool missing = content == "missing";
         QVERIFY(TestFiles::Write(Disk("a/file.mel"), ""));
         QVERIFY(QDir().mkpath(Disk("kept")));
         QVERIFY(MakeView({Disk("kept")}));
@@ -293,7 +301,7 @@ private slots:
 
         const QString path = Disk("team.bq2-workspace");
         content.replace("DISK", disk->path().toUtf8());
-        if (content != "missing")
+        if (!missing)
             QVERIFY(TestFiles::Write(path, content));
         view->OpenWorkspace(path);
 
@@ -302,7 +310,7 @@ private slots:
             shown.append(QFileInfo(folder).fileName());
         QCOMPARE(shown, roots);
         const QStringList errors = fixture->MessagesOfType(MCommandMessage::kError);
-        if (message.isEmpty())
+        if (!missing)
         {
             QVERIFY2(errors.isEmpty(), qPrintable(errors.join('\n')));
             QCOMPARE(Settings::workspacePath, path);
@@ -311,11 +319,11 @@ private slots:
         else
         {
             QCOMPARE(errors.size(), 1);
-            QVERIFY(errors.first().contains(message + path));
+            QVERIFY(errors.first().contains("Failed to open workspace file: " + path));
             QVERIFY(!QFileInfo::exists(path));
         }
         // A file that could not be read whole is never written over.
-        if (roots.isEmpty() && content != "missing")
+        if (roots.isEmpty() && !missing)
             QCOMPARE(TestFiles::Read(path), content);
         // The earlier workspace's roots stay known, for the search, until removed by the user.
         QVERIFY(Settings::workspaceFolders.contains(Disk("kept")));
@@ -342,11 +350,9 @@ private slots:
         QCOMPARE(modified.size(), 1);
         QVERIFY(answer.titles.contains("New File") && answer.texts.contains("File Name"));
 
-        // The same name again is refused.
         fixture->ClearMessages();
         Tree()->NewFile();
-        QVERIFY(fixture->HasMessageContaining(
-            QStringLiteral("File already exists: %1").arg(Disk("root/unread/made.py"))));
+        QVERIFY(fixture->HasMessageContaining("File already exists: " + Disk("root/unread/made.py")));
 
         answer.input = QStringLiteral("folder");
         Tree()->setCurrentItem(Child(Tree()->topLevelItem(0), "file.mel"));
@@ -378,8 +384,7 @@ private slots:
         QCOMPARE(TestFiles::Read(Disk("root/folder/tool.mel")), QByteArray("proc a() {}"));
         fixture->ClearMessages();
         Tree()->Paste();
-        QVERIFY(fixture->HasMessageContaining(
-            QStringLiteral("File already exists: %1").arg(Disk("root/folder/tool.mel"))));
+        QVERIFY(fixture->HasMessageContaining("File already exists: " + Disk("root/folder/tool.mel")));
         QSignalSpy deleted(Tree(), &WorkspaceTreeWidget::ItemDeleted);
         answer.button = QMessageBox::No;
         Tree()->Remove();
@@ -391,7 +396,6 @@ private slots:
         QCOMPARE(deleted.first(), (QVariantList{Disk("root/folder"), true}));
         QVERIFY(answer.titles.contains("Delete Folder") && answer.texts.contains("Delete 'folder'"));
 
-        // With nothing current, nothing is made.
         Tree()->setCurrentItem(nullptr);
         fixture->ClearMessages();
         Tree()->NewFile();
@@ -459,27 +463,6 @@ private slots:
         const QStringList errors = fixture->MessagesOfType(MCommandMessage::kError);
         QCOMPARE(errors.size(), 1);
         QVERIFY2(errors.first().contains(message), qPrintable(errors.first()));
-    }
-
-    void revealOpensTheWayToAFile()
-    {
-        QVERIFY(Put({{"root/a/b/c/target.py", ""}, {"root/z/other.py", ""}}));
-        QVERIFY(MakeView({Disk("root")}));
-        view->Reveal(Disk("root/a/b/c/target.py"));
-        QTreeWidgetItem* current = Tree()->currentItem();
-        QVERIFY(current);
-        QCOMPARE(WorkspaceTreeWidget::GetPath(current), Disk("root/a/b/c/target.py"));
-        for (QTreeWidgetItem* parent = current->parent(); parent; parent = parent->parent())
-            QVERIFY(parent->isExpanded());
-        QVERIFY(!Child(Tree()->topLevelItem(0), "z")->isExpanded());
-        QCOMPARE(Settings::workspaceExpandedFolderHashes.size(), 4);
-
-        // The next session opens the same folders again.
-        view.reset();
-        QVERIFY(MakeView({}));
-        QTreeWidgetItem* c = Child(Child(Child(Tree()->topLevelItem(0), "a"), "b"), "c");
-        QVERIFY(c && c->isExpanded());
-        QCOMPARE(TreeRows::Below(c, false), QStringList{"target.py"});
     }
 
     void compiledPythonIsHidden()
