@@ -195,6 +195,7 @@ private slots:
         Child<QCheckBox>("replaceTabsChk")->setChecked(false);
         language->setCurrentIndex(2); // Python keeps its own values
         QCOMPARE(Child<QSpinBox>("tabSizeSpinBox")->value(), Settings::tabsSizePython);
+        QCOMPARE(Child<QCheckBox>("replaceTabsChk")->isChecked(), Settings::tabsInsertSpacesPython);
         Apply();
         QCOMPARE(Settings::tabsSizeMel, 7);
         QCOMPARE(Settings::tabsUseDefaultsMel, false);

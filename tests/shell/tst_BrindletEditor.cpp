@@ -103,6 +103,10 @@ private slots:
 
     void draggingAPanelToNothingClearsItsFlag()
     {
+        // A press on the side bar's handle stores the sizes, read from the output splitter as they
+        // always have been.
+        QTest::mouseClick(editor->GetSideBarSplitter()->handle(1), Qt::LeftButton);
+        QCOMPARE((QList<int>{Settings::sideBarSize, Settings::mainWindowSize}), OutputSizes(editor));
         QVERIFY(Settings::sideBarVisible);
         DragHandle(editor->GetSideBarSplitter(), -2000);
         QCOMPARE(SideBarWidth(editor), 0);

@@ -43,7 +43,12 @@ void HostFixture::StartHost()
     // A completion popup takes the keyboard while it is open; tests that type to edit do so
     // without it, and the completion tests switch it on.
     Settings::melCompleteOnLetters = Settings::pythonCompleteOnLetters = Settings::pythonCompleteOnDot = false;
-    BrindletEditorCommand::firstCall = true;
+    // The first host of a process meets the command's own first-call state; later ones start
+    // over as a fresh Maya would.
+    static bool restarted = false;
+    if (restarted)
+        BrindletEditorCommand::firstCall = true;
+    restarted = true;
     host = std::make_unique<HostApplication>(batch);
     // A user sees the host's window; widgets inside it only count as visible once it is shown.
     if (!batch)
