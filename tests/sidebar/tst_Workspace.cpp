@@ -177,6 +177,15 @@ private slots:
         Click(a);
         QVERIFY(!a->isExpanded());
         QCOMPARE(Settings::workspaceExpandedFolderHashes.size(), 1);
+        // Each row shows its kind: an open or a closed folder, MEL, Python or text.
+        const auto shows = [](const QTreeWidgetItem* item, const char* icon) {
+            return item->icon(0).pixmap(16).toImage() ==
+                   QIcon(":/bq2_icons/" + QString(icon)).pixmap(16).toImage();
+        };
+        QVERIFY(shows(root, "folder_opened.png") && shows(a, "folder_closed.png"));
+        QVERIFY(shows(Child(root, "alpha.mel"), "mel_icon.png") &&
+                shows(Child(a, "one.py"), "python_icon.png"));
+        QVERIFY(shows(Child(root, "Zeta.txt"), "text_icon.png"));
 
         // Revealing a file opens the way to it and makes it current.
         view->Reveal(Disk("root/a/b/c/deep.mel"));
