@@ -249,6 +249,12 @@ private slots:
         Tree()->setCurrentItem(Tree()->topLevelItem(0)->child(0)->child(0));
         QVERIFY(rowButton->isVisible());
         QCOMPARE(rowButton->geometry().right(), Tree()->viewport()->width() - 1);
+        // The button follows its row when the results above it fold.
+        Tree()->setCurrentItem(Tree()->topLevelItem(1)->child(0)->child(0));
+        Tree()->collapseItem(Tree()->topLevelItem(0));
+        QCOMPARE(rowButton->y(), Tree()->visualItemRect(Tree()->currentItem()).top());
+        Tree()->expandItem(Tree()->topLevelItem(0));
+        Tree()->setCurrentItem(Tree()->topLevelItem(0)->child(0)->child(0));
         QTest::mouseClick(rowButton, Qt::LeftButton);
         QCOMPARE(b->GetText(), QStringLiteral("import sys\nos.path  # os twice: os\n"));
 
