@@ -595,6 +595,7 @@ private slots:
             {"nested global proc not listed", "global proc a() {\nglobal proc b() {}\n}\nglobal proc c() {}",
              "1 a@12/0|1 c@51/0"},
             {"first variable only", "global int $a, $b;", "3 $a@11/0"},
+            {"type word with a letter more", "global ints$a;", ""},
             {"variable in braces", "{ global string[] $s; }", "3 $s@18/1"},
             {"line comment TODO", "// TODO fix\nproc a() {}", "2 a@17/0|info TODO: 1-11"},
             {"TODOS is no TODO", "//TODOS x_TODO TODO1", ""},
