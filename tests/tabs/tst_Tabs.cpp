@@ -560,6 +560,10 @@ private slots:
         QSignalSpy current(strip.get(), &CustomTabBar::CurrentChanged);
         QCOMPARE(strip->InsertTab(0, QStringLiteral("front")), 0);
         QCOMPARE(strip->GetCurrentIndex(), 1);
+        // Choosing the current tab again, or one that does not exist, changes nothing.
+        strip->SetCurrentIndex(1, false);
+        strip->SetCurrentIndex(99, false);
+        QCOMPARE(strip->GetCurrentIndex(), 1);
         QCOMPARE(current.count(), 1);
         QCOMPARE(strip->InsertTab(42, QStringLiteral("back")), 4);
         QCOMPARE(strip->GetTabText(4), QStringLiteral("back"));
