@@ -94,6 +94,17 @@ private slots:
         ExpectMessage(codeEditor, 1, "[E0001]");
     }
 
+    void informationalFindingsAreLeftOut()
+    {
+        QVERIFY(UseChecker("kinds.sh",
+                           "printf '::I:$$:1:$$:0:$$:[I0011]:$$:a::F:$$:1:$$:0:$$:[F0001]:$$:b::'\n"));
+        CodeEditor* codeEditor = NewPythonBuffer(QStringLiteral("x = 1\n"));
+        QVERIFY(codeEditor);
+        QTRY_COMPARE(codeEditor->GetNumberOfErrors(), 1);
+        ExpectMessage(codeEditor, 0, "[F0001]");
+        QVERIFY(!codeEditor->GetErrorAndWarningsText().contains(QLatin1String("[I0011]")));
+    }
+
     void editorNoLongerCurrentGetsNothing()
     {
         // A slow checker: its findings arrive after the user has moved on to another buffer.
