@@ -354,8 +354,12 @@ private slots:
         plain.setForeground(QColor(1, 2, 3));
         plain.setBackground(QColor(4, 5, 6));
         ColorSettings::SetCodeEditorFormat(ColorSettings::PLAIN_TEXT, plain);
+        QTextCharFormat numbers = ColorSettings::GetCodeEditorFormat(ColorSettings::LINE_NUMBERS);
+        numbers.setForeground(QColor(7, 8, 9));
+        ColorSettings::SetCodeEditorFormat(ColorSettings::LINE_NUMBERS, numbers);
         CodeEditor editor(Properties(CodeEditorLanguage::MEL), nullptr);
         QCOMPARE(editor.palette().color(QPalette::Active, QPalette::Text), QColor(1, 2, 3));
+        QCOMPARE(CodeEditor::sLineNumbersFormat->foreground().color(), QColor(7, 8, 9));
         QCOMPARE(editor.viewport()->palette().color(QPalette::Inactive, QPalette::Base), QColor(4, 5, 6));
         ColorSettings::Initialize();
     }
