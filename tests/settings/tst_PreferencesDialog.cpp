@@ -73,35 +73,40 @@ private slots:
     {
         QTest::addColumn<QString>("box");
         QTest::addColumn<QString>("key");
-        // A box is named after its setting, "Chk" added or not, or is given as "box=setting".
+        QTest::addColumn<bool>("factory");
+        // A box is named after its setting, "Chk" added or not, or is given as "box=setting"; "!"
+        // marks one that a fresh install leaves clear (the host of the tests clears completion
+        // while typing).
         const QString boxes = QStringLiteral(
             "codeEditorBackspaceToTabStop codeEditorDisplayIndentationGuides "
-            "codeEditorMouseWheelChangesFontSize codeEditorMatchedSelectionWordsOnly "
-            "outputMouseWheelChangesFontSize outputMatchedSelectionWordsOnly "
-            "outputDoubleClickIncludesDollarSign outputDisableEchoAllOnStartup outputWordWrapEnabled "
-            "outputSyntaxHighlightingEnabled melDisplayErrors melSmartIndent melIndentToParentheses "
-            "melInsertClosingParentheses melInsertClosingQuotes melTrimTrailingWhiteSpacesOnSave "
-            "melEnsureNewLineAtEofOnSave melDoubleClickIncludesDollarSign melAutoCompleteToQuickHelp "
-            "melCompleteOnUser melCompleteOnLetters pythonDisplayErrors pythonSmartIndent "
-            "pythonIndentToParentheses pythonInsertClosingParentheses pythonInsertClosingQuotes "
-            "pythonTrimTrailingWhiteSpacesOnSave pythonEnsureNewLineAtEofOnSave "
-            "pythonAutoCompleteToQuickHelp pythonHideCompiledFiles pythonImportPyMelOnLoad "
+            "codeEditorMouseWheelChangesFontSize !codeEditorMatchedSelectionWordsOnly "
+            "outputMouseWheelChangesFontSize !outputMatchedSelectionWordsOnly "
+            "outputDoubleClickIncludesDollarSign !outputDisableEchoAllOnStartup !outputWordWrapEnabled "
+            "outputSyntaxHighlightingEnabled melDisplayErrors melSmartIndent !melIndentToParentheses "
+            "melInsertClosingParentheses melInsertClosingQuotes !melTrimTrailingWhiteSpacesOnSave "
+            "!melEnsureNewLineAtEofOnSave melDoubleClickIncludesDollarSign melAutoCompleteToQuickHelp "
+            "melCompleteOnUser !melCompleteOnLetters pythonDisplayErrors pythonSmartIndent "
+            "!pythonIndentToParentheses pythonInsertClosingParentheses pythonInsertClosingQuotes "
+            "!pythonTrimTrailingWhiteSpacesOnSave !pythonEnsureNewLineAtEofOnSave "
+            "pythonAutoCompleteToQuickHelp pythonHideCompiledFiles !pythonImportPyMelOnLoad "
             "pythonConfirmOverwriteModuleState pythonDisableRevertModuleStateOnExecuteOnStartup "
-            "pythonCompleteOnUser pythonCompleteOnLetters pythonCompleteOnDot pythonIncludeKeywords "
-            "pythonIncludeBuiltins pythonNativeMayaAutoCompleteFallback pylintUseMinimalCheckers "
-            "pylintShowErrors checkForModifiedFilesChk alwaysShowEditorAndOutputOnStartupChk "
-            "showTabBarChk showCloseButtonOnTabsChk showTabBarMiniToolbarChk "
-            "mouseWheelChangesActiveTabChk lockTabPositionsChk saveOnExecuteChk=saveAllOnExecute "
+            "pythonCompleteOnUser !pythonCompleteOnLetters !pythonCompleteOnDot pythonIncludeKeywords "
+            "pythonIncludeBuiltins !pythonNativeMayaAutoCompleteFallback pylintUseMinimalCheckers "
+            "!pylintShowErrors checkForModifiedFilesChk alwaysShowEditorAndOutputOnStartupChk "
+            "showTabBarChk showCloseButtonOnTabsChk !showTabBarMiniToolbarChk "
+            "!mouseWheelChangesActiveTabChk !lockTabPositionsChk saveOnExecuteChk=saveAllOnExecute "
             "saveOnExitChk=saveAllOnExit "
             "confirmCloseTemporaryBufferChk=showConfirmDialogOnInternalBufferClose "
             "unsavedFileDialogOnExitChk=showUnsavedFileDialogOnMayaExit");
-        for (const QString& entry : boxes.split(QLatin1Char(' ')))
+        for (QString entry : boxes.split(QLatin1Char(' ')))
         {
+            const bool factory = !entry.startsWith(QLatin1Char('!'));
+            entry.remove(QLatin1Char('!'));
             QString key = entry.section(QLatin1Char('='), -1);
             if (key.endsWith(QLatin1String("Chk")))
                 key.chop(3);
-            QTest::newRow(qPrintable(entry.section(QLatin1Char('='), 0, 0)))
-                << entry.section(QLatin1Char('='), 0, 0) << key;
+            const QString box = entry.section(QLatin1Char('='), 0, 0);
+            QTest::newRow(qPrintable(box)) << box << key << factory;
         }
     }
 
@@ -109,11 +114,13 @@ private slots:
     {
         QFETCH(QString, box);
         QFETCH(QString, key);
+        QFETCH(bool, factory);
         // Only the compiled-files option changes what the explorer lists.
         QSignalSpy workspace(Dialog(GENERAL_PAGE), SIGNAL(WorkspaceModified()));
         auto* check = Child<QCheckBox>(box);
         QVERIFY(check);
         const bool before = check->isChecked();
+        QCOMPARE(before, factory);
         QCOMPARE(Stored(key, before).toBool(), before);
         check->setChecked(!before);
         Apply();

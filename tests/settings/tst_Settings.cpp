@@ -455,7 +455,21 @@ private slots:
             const bool fullWidth = keys.at(i) == ColorSettings::CURRENT_LINE ||
                                    keys.at(i) == ColorSettings::FIND_REPLACE_SELECTION;
             QCOMPARE(row.format.boolProperty(QTextFormat::FullWidthSelection), fullWidth);
+            const bool italic = keys.at(i) == ColorSettings::MEL_COMMENTS ||
+                                keys.at(i) == ColorSettings::PYTHON_DOC_STRINGS ||
+                                keys.at(i) == ColorSettings::PYTHON_DECORATORS;
+            QCOMPARE(row.format.fontItalic(), italic);
         }
+        // Errors, warnings and infos are told apart by the colour of their wavy underline.
+        QSet<QRgb> underlines;
+        for (const QTextCharFormat* format :
+             {&ColorSettings::errorFormat, &ColorSettings::warningFormat, &ColorSettings::infoFormat})
+        {
+            QCOMPARE(format->underlineStyle(), QTextCharFormat::WaveUnderline);
+            QVERIFY(format->underlineColor().isValid());
+            underlines.insert(format->underlineColor().rgb());
+        }
+        QCOMPARE(underlines.size(), 3);
         // Five listed output rows and a sixth, unlisted, that only sets the full width.
         QCOMPARE(ColorSettings::outputHighlightOrderedKeys.size(), 5);
         QCOMPARE(ColorSettings::outputHighlights.size(), 6);

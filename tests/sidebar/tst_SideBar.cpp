@@ -234,6 +234,22 @@ private slots:
         QCOMPARE(Rows(OpenEditors()->GetGroupList(0)).size(), 2);
         QVERIFY(editor->CloseCodeEditor(0, 1, false));
         QCOMPARE(Rows(OpenEditors()->GetGroupList(0)), QStringList{labels.at(0)});
+
+        // Under the pointer the title offers Save All and Close All, sized like every title button.
+        QEnterEvent enter(QPointF(5, 5), QPointF(5, 5), QPointF(5, 5));
+        QCoreApplication::sendEvent(OpenEditors(), &enter);
+        QSignalSpy saveAll(editor->GetSideBar(), &SideBar::SaveAllRequested);
+        QSignalSpy closeAll(editor->GetSideBar(), &SideBar::CloseAllRequested);
+        QStringList tips;
+        for (FlatButton* button : OpenEditors()->findChildren<FlatButton*>())
+        {
+            QVERIFY(button->isVisible());
+            QCOMPARE(button->size(), Outline()->GetTitleBarButtonSize());
+            tips.append(button->toolTip());
+            QTest::mouseClick(button, Qt::LeftButton);
+        }
+        QCOMPARE(tips, (QStringList{"Save All", "Close All"}));
+        QCOMPARE(saveAll.count() + closeAll.count(), 2);
     }
 
     void quickHelpListsFlagsAndInserts()

@@ -272,12 +272,13 @@ private slots:
         QCOMPARE(view->GetTreeWidget()->GetTopLevelFolders(), (QStringList{Disk("first"), Disk("second")}));
         QCOMPARE(Settings::workspacePath, rigging);
 
-        // Removing a root rewrites the file at once; nothing on disk goes.
+        // Removing a root rewrites the file at once; nothing on disk goes. A rebuild before it
+        // keeps the watches, and the one after still lets go of the removed root's.
+        view->GetTreeWidget()->Refresh();
         view->GetTreeWidget()->setCurrentItem(view->GetTreeWidget()->topLevelItem(0));
         view->GetTreeWidget()->RemoveFolderFromWorkspace();
         QCOMPARE(Folders(TestFiles::Read(rigging)), (QVariantList{Disk("second")}));
         QVERIFY(QFileInfo::exists(Disk("first")));
-        // The next rebuild lets go of the removed root's watch and keeps the other.
         view->GetTreeWidget()->Refresh();
         QCOMPARE(Watched(), QStringList{"second"});
     }

@@ -4,12 +4,14 @@
 #include "TestFiles.h"
 #include "WheelSimulation.h"
 #include "editor/CodeEditor.h"
+#include "editor/FindReplaceWidget.h"
 #include "settings/ColorSettings.h"
 #include "settings/KeyBindings.h"
 #include "settings/Settings.h"
 #include "tabs/CodeEditorGroup.h"
 #include "tabs/CodeEditorGroupTabBar.h"
 #include "tabs/CustomTabBar.h"
+#include "tabs/TabImages.h"
 #include "widgets/FlatButton.h"
 #include "widgets/OverlayWidget.h"
 
@@ -523,6 +525,40 @@ private slots:
         QCOMPARE(lastUsed(), (QStringList{"a.mel", "b.mel"}));
     }
 
+    // Escape in the editor closes the find bar first, and only then drops the selection.
+    void escapeClosesTheFindBarThenDropsTheSelection()
+    {
+        QVERIFY(Open(group, 0, {"a.mel"}));
+        CodeEditor* editor = group->GetCurrent();
+        editor->selectAll();
+        group->ShowFindReplace();
+        auto* bar = group->findChild<FindReplaceWidget*>();
+        QVERIFY(bar->isVisible());
+        QTest::keyClick(editor, Qt::Key_Escape);
+        QVERIFY(!bar->isVisible());
+        QVERIFY(editor->textCursor().hasSelection());
+        QTest::keyClick(editor, Qt::Key_Escape);
+        QVERIFY(!editor->textCursor().hasSelection());
+    }
+
+    // An icon missing from the resources is drawn instead, each its own, none of them blank.
+    void missingIconsAreDrawnEachItsOwn()
+    {
+        QList<QImage> drawn;
+        for (const char* name :
+             {"close_white", "modified", "python", "mel", "text", "scroll_left", "scroll_right", "execute",
+              "execute_all", "execute_line", "list_code_editors"})
+        {
+            const QImage image = TabImages::Load(QStringLiteral(":/missing/%1.png").arg(QLatin1String(name)));
+            QImage blank(image.size(), image.format());
+            blank.fill(Qt::transparent);
+            QVERIFY2(!image.isNull() && image != blank && !drawn.contains(image), name);
+            drawn.append(image);
+        }
+        QVERIFY(TabImages::Load(QStringLiteral(":/missing/unknown.png")).isNull());
+        QCOMPARE(TabImages::LoadPixmap(QStringLiteral(":/missing/mel.png"), 12).size(), QSize(12, 12));
+    }
+
     void preferencesShowAndLockTheTabBar()
     {
         QVERIFY(Open(group, 0, {"a.mel"}));
@@ -593,11 +629,12 @@ private slots:
         ShowBar(3, 500);
         strip->SetActiveTabBackgroundColor(active);
         strip->SetBackgroundColor(background);
-        strip->SetCurrentIndex(1, true);
+        QTest::mouseClick(strip.get(), Qt::LeftButton, Qt::NoModifier, strip->GetTabRect(1).center());
         const auto pixel = [this](const QPoint& at) { return strip->grab().toImage().pixelColor(at); };
-        // A corner of a tab holds neither icon, text nor close button.
+        // A corner of a tab holds neither icon, text nor close button. The click shows at once.
         const QPoint corner(2, 2);
-        QCOMPARE(pixel(strip->GetTabRect(1).topLeft() + corner), active);
+        const QImage shown = strip->screen()->grabWindow(strip->winId()).toImage();
+        QCOMPARE(shown.pixelColor(strip->GetTabRect(1).topLeft() + corner), active);
         QCOMPARE(pixel(strip->GetTabRect(0).topLeft() + corner), background);
         const QPoint underText(strip->GetTabRect(1).center().x(), strip->height() - 1);
         QCOMPARE(pixel(underText), active);
@@ -872,6 +909,17 @@ private slots:
         QCoreApplication::sendEvent(strip.get(), &middle);
         QVERIFY(!strip->IsScrolling());
         QDragLeaveEvent leave;
+        QCoreApplication::sendEvent(strip.get(), &leave);
+
+        // The bar's own last tab, held at the edge: the zone leaves it once the strip brings it there.
+        const QPoint edge(strip->width() - 2, 10);
+        QCursor::setPos(strip->mapToGlobal(edge));
+        std::unique_ptr<QMimeData> own(DragSimulation::TabMimeData(3, 9));
+        DragSimulation::DragTo(strip.get(), edge, own.get(), false);
+        QVERIFY(strip->GetDropZoneRect().isValid());
+        QTRY_VERIFY(!strip->IsScrolling());
+        QCOMPARE(strip->TabAt(edge), 9);
+        QVERIFY(!strip->GetDropZoneRect().isValid());
         QCoreApplication::sendEvent(strip.get(), &leave);
     }
 
