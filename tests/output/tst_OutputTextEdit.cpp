@@ -364,6 +364,9 @@ private slots:
         QTest::keyClick(edit.get(), Qt::Key_Escape);
         QVERIFY(!edit->textCursor().hasSelection());
         QCOMPARE(Starts(found).size(), 0);
+        // A selection made after that has the ordinary colours again, not those of a found match.
+        const QTextCharFormat selected = ColorSettings::GetOutputFormat(ColorSettings::SELECTED_TEXT, false);
+        QCOMPARE(edit->palette().color(QPalette::Highlight), selected.background().color());
 
         // Opening find takes the word under the cursor and selects it there, not at another match.
         Select(19, 19);

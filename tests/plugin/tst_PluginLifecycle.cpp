@@ -1,5 +1,6 @@
 #include "EditorWindow.h"
 #include "HostApplication.h"
+#include "HostCallbacks.h"
 #include "ShellFixture.h"
 #include "TestFiles.h"
 #include "output/OutputTextEdit.h"
@@ -260,8 +261,10 @@ private slots:
 
     void shutdownTwiceIsHarmless()
     {
+        // Maya's quit event shuts the editor down on its own, before any unload.
         fixture->OpenEditor();
-        BrindletEditorCommand::Shutdown();
+        HostCallbacks::FireEvent(QStringLiteral("quitApplication"));
+        QVERIFY(!BrindletEditorCommand::GuiAvailable());
         BrindletEditorCommand::Shutdown();
         QVERIFY(fixture->UnloadPlugin() == MStatus::kSuccess);
         QVERIFY(fixture->MessagesOfType(MCommandMessage::kError).isEmpty());

@@ -13,6 +13,7 @@
 #include "sidebar/OutlineView.h"
 #include "sidebar/QuickHelpView.h"
 #include "sidebar/SideBar.h"
+#include "sidebar/SubView.h"
 #include "sidebar/WorkspaceView.h"
 #include "tabs/CodeEditorGroup.h"
 #include "widgets/FlatButton.h"
@@ -250,6 +251,16 @@ private slots:
         }
         QCOMPARE(tips, (QStringList{"Save All", "Close All"}));
         QCOMPARE(saveAll.count() + closeAll.count(), 2);
+    }
+
+    // Section titles grow with the interface's scale; a scale that makes no sense leaves them as they are.
+    void titleHeightFollowsTheInterfaceScale()
+    {
+        for (const auto& [scale, height] : {std::pair{2.0, 40}, {0.0, 20}})
+        {
+            Settings::customScaleValue = scale;
+            QCOMPARE(SubView(nullptr).TitleBarHeight(), height);
+        }
     }
 
     void quickHelpListsFlagsAndInserts()

@@ -17,6 +17,7 @@
 #include <QtCore/QJsonObject>
 #include <QtCore/QProcess>
 #include <QtCore/QTemporaryDir>
+#include <QtGui/QClipboard>
 #include <QtTest/QtTest>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMessageBox>
@@ -389,6 +390,8 @@ private slots:
         QTRY_VERIFY(Child(Tree()->topLevelItem(0), "tool.mel"));
         Tree()->setCurrentItem(Child(Tree()->topLevelItem(0), "tool.mel"));
         Tree()->Copy();
+        Tree()->CopyPath();
+        QCOMPARE(QGuiApplication::clipboard()->text(), Disk("root/tool.mel"));
         Tree()->setCurrentItem(Child(Tree()->topLevelItem(0), "folder"));
         Tree()->Paste();
         QCOMPARE(TestFiles::Read(Disk("root/folder/tool.mel")), QByteArray("proc a() {}"));
@@ -410,6 +413,8 @@ private slots:
         fixture->ClearMessages();
         Tree()->NewFile();
         QVERIFY(fixture->HasMessageContaining(QStringLiteral("A folder needs to be selected first.")));
+        Tree()->CopyPath();
+        QCOMPARE(QGuiApplication::clipboard()->text(), Disk("root/tool.mel"));
     }
 
     void readOnlyFolderChangesNothing_data()
