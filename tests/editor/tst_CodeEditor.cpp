@@ -408,6 +408,7 @@ private slots:
     void linesAndPositionsOutOfRangeAreIgnored()
     {
         CodeEditor editor(Properties(CodeEditorLanguage::TEXT), nullptr);
+        QVERIFY(!editor.GetText().isNull());
         editor.SetText(QStringLiteral("one\ntwo\nthree"));
         editor.SetCurrentLine(2);
         QCOMPARE(editor.GetCurrentLine(), 2);
@@ -428,6 +429,9 @@ private slots:
         QCOMPARE(editor.GetSelectedEndPosition(), 8);
         editor.SetCursorSelection(0, 500);
         QCOMPARE(editor.GetSelectedStartPosition(), 4);
+
+        editor.SetText(QStringLiteral("x = \"a\\b\"  \ny \t "));
+        QCOMPARE(editor.GetTextForPythonProcessing(), QStringLiteral(R"(x = \"a\\b\"  \ny\n)"));
     }
 
     void selectionQueries()
@@ -453,25 +457,13 @@ private slots:
         editor.SetCursorSelection(5, 2); // anchor behind the position: the text goes after "one"
         editor.ClearSelectionAndInsertText(QStringLiteral("!"));
         QCOMPARE(editor.GetCurrentLineText(), QStringLiteral("  one! two"));
-    }
 
-    void cursorStatusCountsTabsToTheirStops()
-    {
-        CodeEditor editor(Properties(CodeEditorLanguage::TEXT), nullptr);
         editor.SetText(QStringLiteral("x\n\tab\tc d"));
         editor.SetCursorSelection(editor.GetText().size() - 2, editor.GetText().size());
         int line, column, selected;
         editor.GetCursorStatus(line, column, selected);
         // Line 2; tab to 4, "ab" to 6, tab to 8, "c d" to 11: column 12; two characters selected.
         QCOMPARE((QList<int>{line, column, selected}), (QList<int>{2, 12, 2}));
-    }
-
-    void textForPythonIsEscapedInOrder()
-    {
-        CodeEditor editor(Properties(CodeEditorLanguage::PYTHON), nullptr);
-        QVERIFY(!editor.GetText().isNull());
-        editor.SetText(QStringLiteral("x = \"a\\b\"  \ny \t "));
-        QCOMPARE(editor.GetTextForPythonProcessing(), QStringLiteral(R"(x = \"a\\b\"  \ny\n)"));
     }
 
     void scrollValueWaitsForTheEditorToShow()
@@ -531,17 +523,15 @@ private slots:
     void droppedFilesAreLeftToTheParent()
     {
         CodeEditor editor(Properties(CodeEditorLanguage::TEXT), nullptr);
-        QMimeData files;
+        QMimeData files, text;
         files.setUrls({QUrl::fromLocalFile(QStringLiteral("/tmp/a.mel"))});
-        QDragEnterEvent fileDrag(QPoint(5, 5), Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(editor.viewport(), &fileDrag);
-        QVERIFY(!fileDrag.isAccepted());
-
-        QMimeData text;
         text.setText(QStringLiteral("dragged"));
-        QDragEnterEvent textDrag(QPoint(5, 5), Qt::CopyAction, &text, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(editor.viewport(), &textDrag);
-        QVERIFY(textDrag.isAccepted());
+        for (const QMimeData* data : {&files, &text})
+        {
+            QDragEnterEvent drag(QPoint(5, 5), Qt::CopyAction, data, Qt::LeftButton, Qt::NoModifier);
+            QApplication::sendEvent(editor.viewport(), &drag);
+            QCOMPARE(drag.isAccepted(), data == &text);
+        }
     }
 
     void typedTextShowsItsMessages_data()
@@ -551,42 +541,24 @@ private slots:
         QTest::addColumn<MessageRow>("row");
         const auto py = CodeEditorLanguage::PYTHON;
         const auto mel = CodeEditorLanguage::MEL;
-        QTest::newRow("python unexpected indent") << MessageRow{py,
-                                                                "import os\n\ndef f():\n    pass\n",
-                                                                "        x = 1",
-                                                                4,
-                                                                "Unexpected indent",
-                                                                ERROR_COLOR,
-                                                                true,
-                                                                2,
-                                                                0};
-        QTest::newRow("python syntax error from the host")
-            << MessageRow{py, "a = 1\nb = 2\n", "c = = 3", 2, "Invalid syntax", ERROR_COLOR, true, 1, 0};
-        QTest::newRow("python mixed indent warning") << MessageRow{py,
-                                                                   "if a:\n\t b = 1\n",
-                                                                   "c = 2",
-                                                                   1,
-                                                                   "Indent contains both tabs and spaces",
-                                                                   WARNING_COLOR,
-                                                                   true,
-                                                                   0,
-                                                                   1};
-        QTest::newRow("python TODO info, no underline")
-            << MessageRow{py, "x = 1\n", "# TODO: tidy", 1, "TODO:", INFO_COLOR, false, 0, 0};
-        QTest::newRow("mel empty lines warning")
-            << MessageRow{mel,
-                          "\n\n",
-                          "print 1;",
-                          0,
-                          "Empty line(s) at start of file. Line numbers in trace may be incorrect.",
-                          WARNING_COLOR,
-                          false,
-                          0,
-                          1};
-        QTest::newRow("mel TODO info")
-            << MessageRow{mel, "global proc f() {}\n", "// TODO: more", 1, "TODO:", INFO_COLOR, false, 0, 0};
-        QTest::newRow("mel shows no parse error")
-            << MessageRow{mel, "print \"a;\n", "proc f( {", -1, QString(), ERROR_COLOR, false, 0, 0};
+        const auto row = [](const char* name, const MessageRow& values) { QTest::newRow(name) << values; };
+        row("python unexpected indent", {py, "import os\n\ndef f():\n    pass\n", "        x = 1", 4,
+                                         "Unexpected indent", ERROR_COLOR, true, 2, 0});
+        row("python syntax error from the host",
+            {py, "a = 1\nb = 2\n", "c = = 3", 2, "Invalid syntax", ERROR_COLOR, true, 1, 0});
+        row("python mixed indent warning",
+            {py, "if a:\n\t b = 1\n", "c = 2", 1, "Indent contains both tabs and spaces", WARNING_COLOR, true,
+             0, 1});
+        row("python TODO info, no underline",
+            {py, "x = 1\n", "# TODO: tidy", 1, "TODO:", INFO_COLOR, false, 0, 0});
+        row("mel empty lines warning",
+            {mel, "\n\n", "print 1;", 0,
+             "Empty line(s) at start of file. Line numbers in trace may be incorrect.", WARNING_COLOR, false,
+             0, 1});
+        row("mel TODO info",
+            {mel, "global proc f() {}\n", "// TODO: more", 1, "TODO:", INFO_COLOR, false, 0, 0});
+        row("mel shows no parse error",
+            {mel, "print \"a;\n", "proc f( {", -1, QString(), ERROR_COLOR, false, 0, 0});
     }
 
     void typedTextShowsItsMessages()
@@ -710,14 +682,10 @@ private slots:
         message.end = end;
         QList<ParserMessage> messages{message};
         CodeEditor::OffsetParserMessages(messages, position, removed, added);
-        if (newStart == -100)
-        {
-            QVERIFY(messages.isEmpty());
-            return;
-        }
-        QCOMPARE(messages.size(), 1);
-        QCOMPARE(messages.first().start, newStart);
-        QCOMPARE(messages.first().end, newEnd);
+        QList<int> bounds;
+        for (const ParserMessage& m : std::as_const(messages))
+            bounds << m.start << m.end;
+        QCOMPARE(bounds, newStart == -100 ? QList<int>() : (QList<int>{newStart, newEnd}));
     }
 
     void matchedBraces_data()
@@ -814,18 +782,17 @@ private slots:
     void optionsDecideTheMatches_data()
     {
         QTest::addColumn<SearchRow>("row"); // search, option buttons, results shown, first match
-        QTest::newRow("case folded") << SearchRow{"foo", {}, "1 of 6", 0};
-        QTest::newRow("match case") << SearchRow{"Foo", {"matchCaseButton"}, "1 of 1", 4};
-        QTest::newRow("whole word") << SearchRow{"foo", {"matchWordButton"}, "1 of 4", 0};
-        QTest::newRow("word and case")
-            << SearchRow{"fOO", {"matchWordButton", "matchCaseButton"}, "1 of 1", 29};
-        QTest::newRow("regex") << SearchRow{"fo+d", {"regExpButton"}, "1 of 1", 8};
-        QTest::newRow("regex is literal without the option") << SearchRow{"fo+d", {}, "No Results", -1};
-        QTest::newRow("regex anchored per line") << SearchRow{"^foo", {"regExpButton"}, "1 of 2", 0};
-        QTest::newRow("whole word wraps the expression")
-            << SearchRow{"fo+", {"regExpButton", "matchWordButton"}, "1 of 4", 0};
-        QTest::newRow("invalid expression") << SearchRow{"(foo", {"regExpButton"}, "No Results", -1};
-        QTest::newRow("no match") << SearchRow{"zebra", {}, "No Results", -1};
+        const auto row = [](const char* name, const SearchRow& values) { QTest::newRow(name) << values; };
+        row("case folded", {"foo", {}, "1 of 6", 0});
+        row("match case", {"Foo", {"matchCaseButton"}, "1 of 1", 4});
+        row("whole word", {"foo", {"matchWordButton"}, "1 of 4", 0});
+        row("word and case", {"fOO", {"matchWordButton", "matchCaseButton"}, "1 of 1", 29});
+        row("regex", {"fo+d", {"regExpButton"}, "1 of 1", 8});
+        row("regex is literal without the option", {"fo+d", {}, "No Results", -1});
+        row("regex anchored per line", {"^foo", {"regExpButton"}, "1 of 2", 0});
+        row("whole word wraps the expression", {"fo+", {"regExpButton", "matchWordButton"}, "1 of 4", 0});
+        row("invalid expression", {"(foo", {"regExpButton"}, "No Results", -1});
+        row("no match", {"zebra", {}, "No Results", -1});
     }
 
     void optionsDecideTheMatches()
@@ -933,6 +900,10 @@ private slots:
         Click("matchCaseButton");
         TypeSearch(QStringLiteral("foo"));
         QCOMPARE(Results(), QStringLiteral("1 of 4"));
+        // An empty replace text changes nothing.
+        Click("replaceButton");
+        Click("replaceAllButton");
+        QCOMPARE(Editor()->toPlainText(), SAMPLE);
         ReplaceField()->setFocus();
         QTest::keyClicks(ReplaceField(), QStringLiteral("baz"));
         QTest::keyClick(ReplaceField(), Qt::Key_Return);
@@ -962,16 +933,7 @@ private slots:
         QCOMPARE(Editor()->toPlainText(), SAMPLE);
     }
 
-    void emptyReplaceTextDoesNothing()
-    {
-        OpenFind(SAMPLE, true);
-        TypeSearch(QStringLiteral("foo"));
-        Click("replaceButton");
-        Click("replaceAllButton");
-        QCOMPARE(Editor()->toPlainText(), SAMPLE);
-    }
-
-    void tabStaysInTheBarAndEscapeCloses()
+    void tabStaysInTheBarAndEscapeClosesIt()
     {
         OpenFind(SAMPLE, true);
         SearchField()->setFocus();
@@ -986,12 +948,8 @@ private slots:
         QTest::keyClick(SearchField(), Qt::Key_Escape);
         QVERIFY(!Bar()->isVisible());
         QVERIFY(group->GetSearchRegEx().pattern().isEmpty());
-    }
 
-    void barOpensWithTheWordUnderTheCursor()
-    {
-        OpenFind(SAMPLE);
-        group->CloseFindReplace();
+        // Opened again, the bar takes the word under the cursor.
         Editor()->setFocus();
         Editor()->SetCursorPosition(SAMPLE.indexOf(QLatin1String("bar")) + 1);
         group->ShowFindReplace();

@@ -399,7 +399,7 @@ private slots:
         QVERIFY(!editor->document()->isUndoAvailable());
     }
 
-    void lineClipboard()
+    void clipboard()
     {
         Show(CodeEditorLanguage::MEL, QStringLiteral("a\nb|c\nd"));
         editor->CustomCut();
@@ -428,11 +428,9 @@ private slots:
         SetState(QStringLiteral("^xy|z"));
         editor->CustomPaste();
         QCOMPARE(State(), QStringLiteral("abc|z"));
-    }
 
-    void plainClipboard()
-    {
-        Show(CodeEditorLanguage::PYTHON, QStringLiteral("a|b"));
+        // Plain text from elsewhere is pasted as it is, and a selection is cut as it is.
+        SetState(QStringLiteral("a|b"));
         QGuiApplication::clipboard()->setText(QStringLiteral("xy"));
         editor->CustomPaste();
         QCOMPARE(State(), QStringLiteral("axy|b"));
@@ -440,11 +438,9 @@ private slots:
         SetState(QStringLiteral("a^bc|d"));
         editor->CustomCut();
         QCOMPARE(State(), QStringLiteral("a|d"));
-        QVERIFY(QGuiApplication::clipboard()
-                    ->mimeData()
-                    ->data(QStringLiteral("text/brindletEditorLine"))
-                    .isEmpty());
-        QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("bc"));
+        const QMimeData* cut = QGuiApplication::clipboard()->mimeData();
+        QVERIFY(cut->data(QStringLiteral("text/brindletEditorLine")).isEmpty());
+        QCOMPARE(cut->text(), QStringLiteral("bc"));
 
         SetState(QStringLiteral("ab|c\nd"));
         editor->setReadOnly(true);
@@ -455,21 +451,14 @@ private slots:
 
     void typedBlock()
     {
+        // '\r' is typed as the Return key.
         Show(CodeEditorLanguage::MEL, QString());
-        QTest::keyClicks(editor.get(), QStringLiteral("proc a() {"));
-        QTest::keyClick(editor.get(), Qt::Key_Return);
-        QTest::keyClicks(editor.get(), QStringLiteral("if ($b) {"));
-        QTest::keyClick(editor.get(), Qt::Key_Return);
-        QTest::keyClicks(editor.get(), QStringLiteral("print \"x\";"));
+        QTest::keyClicks(editor.get(), QStringLiteral("proc a() {\rif ($b) {\rprint \"x\";"));
         // Each brace was closed as it was typed, and Return put the closing on its own line.
         QCOMPARE(State(), QStringLiteral("proc a() {\n    if ($b) {\n        print \"x\";|\n    }\n}"));
 
         Show(CodeEditorLanguage::PYTHON, QString());
-        QTest::keyClicks(editor.get(), QStringLiteral("def f(a):"));
-        QTest::keyClick(editor.get(), Qt::Key_Return);
-        QTest::keyClicks(editor.get(), QStringLiteral("return [a,"));
-        QTest::keyClick(editor.get(), Qt::Key_Return);
-        QTest::keyClicks(editor.get(), QStringLiteral("'b'"));
+        QTest::keyClicks(editor.get(), QStringLiteral("def f(a):\rreturn [a,\r'b'"));
         QCOMPARE(State(), QStringLiteral("def f(a):\n    return [a,\n    'b'|]"));
     }
 
@@ -533,12 +522,11 @@ private slots:
         ShowRecorder(CodeEditorLanguage::PYTHON, QStringLiteral("first\n    x = 1\nabc"));
         const int lineStart = 6;
         recorder->SetCursorPosition(lineStart + 9); // the end of "    x = 1"
-        QTest::keyClick(recorder, Qt::Key_Home);
-        QCOMPARE(recorder->GetCursorPosition(), lineStart + 4);
-        QTest::keyClick(recorder, Qt::Key_Home);
-        QCOMPARE(recorder->GetCursorPosition(), lineStart);
-        QTest::keyClick(recorder, Qt::Key_Home);
-        QCOMPARE(recorder->GetCursorPosition(), lineStart + 4);
+        for (const int column : {4, 0, 4})
+        {
+            QTest::keyClick(recorder, Qt::Key_Home);
+            QCOMPARE(recorder->GetCursorPosition(), lineStart + column);
+        }
 
         recorder->SetCursorPosition(lineStart + 9);
         QTest::keyClick(recorder, Qt::Key_Home, Qt::ShiftModifier);
@@ -651,12 +639,9 @@ private slots:
         recorder->setReadOnly(true);
         QTest::keyClick(recorder, Qt::Key_Space, Qt::ControlModifier);
         QVERIFY(recorder->popupUpdates.isEmpty());
-    }
 
-    // What an accepted row puts in is the completer tests'; a prefix longer than the text before the
-    // cursor, though, inserts nothing.
-    void acceptedCompletionLongerThanTheTextInsertsNothing()
-    {
+        // What an accepted row puts in is the completer tests'; a prefix longer than the text before
+        // the cursor, though, inserts nothing.
         ShowRecorder(CodeEditorLanguage::MEL, QStringLiteral("x = pol"));
         QVERIFY(recorder->popup);
         emit recorder->popup->Accepted(QStringLiteral("polySphere"), 50);

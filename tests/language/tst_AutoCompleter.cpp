@@ -285,8 +285,7 @@ private slots:
         Type(QStringLiteral("qz"));
         QVERIFY(!editor->AutoCompleterVisible());
         // Backspace over a dot and the arrows close it too.
-        Type(QStringLiteral("\b\b\b\b\b\b"));
-        Type(QStringLiteral("."));
+        Type(QStringLiteral("\b\b\b\b\b\b."));
         QVERIFY(editor->AutoCompleterVisible());
         Press(Qt::Key_Backspace);
         QVERIFY(!editor->AutoCompleterVisible());
@@ -305,43 +304,40 @@ private slots:
         QTest::addColumn<bool>("fallback");
         QTest::addColumn<QStringList>("contains");
         QTest::addColumn<QStringList>("excludes");
-        const struct
+        const auto row = [](const char* name, const char* source, const char* object, bool fallback,
+                            const char* contains, const char* excludes)
         {
-            const char *name, *source, *object;
-            bool fallback;
-            const char *contains, *excludes;
-        } rows[] = {
-            {"list value", "x = []\n|", "x", false, "append sort", "keys"},
-            {"conflicting kinds", "x = 1\nx = 'a'\n|", "x", false, "", "upper real"},
-            {"linked name", "a = {}\nb = a\n|", "b", false, "keys", ""},
-            {"instance of own class", "class Foo:\n    size = 1\n    def bar(self): pass\nobj = Foo()\n|",
-             "obj", false, "bar size", "Foo"},
-            {"instance of module class", "import collections\nd = collections.OrderedDict()\n|", "d", false,
-             "move_to_end", ""},
-            {"function result", "import os\n|", "os.getcwd", false, "", "__call__ __name__"},
-            {"from import alias", "from os import path as p\n|", "p", false, "join", ""},
-            {"module read, not run", "import wsgiref.headers as h\n|", "h", false, "Headers", ""},
-            {"names below the cursor",
-             "early = 1\ndef f(arg):\n    local = 'a \\\" \\\\ b'\n    |\nlate = 2\n", "", false,
-             "early f arg local", "late"},
-            {"functions below a block", "early = 1\nif early:\n    |\ndef later(): pass\n", "", false,
-             "early", "later"},
-            {"top level after error", "import os\nvalue = 1\n)\n|", "", false, "os value", ""},
-            {"imports after error", "import os\nvalue = (\n|", "", false, "os", "value"},
-            {"inherited members",
-             "class Base(object):\n    def base_method(self): pass\n"
-             "class Child(Base):\n    def own(self, arg):\n        self.made = 1\n        |",
-             "self", false, "base_method own made __init__", "arg"},
-            {"method name typed",
-             "class Base(object):\n    def first(self): pass\n"
-             "    def __bqdefloc__(__brindlet_lctr_mvkt__): pass",
-             "", false, "first self cls __init__ __repr__", "__bqdefloc__"},
-            {"live object fallback", "|", "sys.flags", true, "optimize", ""},
-            {"no fallback", "|", "sys.flags", false, "", "optimize"},
-            {"maya.cmds", "import maya.cmds as cmds\n|", "cmds", false, "polyCube ls xform", "polyCubeX"}};
-        for (const auto& row : rows)
-            QTest::newRow(row.name) << QString(row.source).replace(CURSOR, LOCATOR) << QString(row.object)
-                                    << row.fallback << Words(row.contains) << Words(row.excludes);
+            QTest::newRow(name) << QString(source).replace(CURSOR, LOCATOR) << QString(object) << fallback
+                                << Words(contains) << Words(excludes);
+        };
+        row("list value", "x = []\n|", "x", false, "append sort", "keys");
+        row("conflicting kinds", "x = 1\nx = 'a'\n|", "x", false, "", "upper real");
+        row("linked name", "a = {}\nb = a\n|", "b", false, "keys", "");
+        row("instance of own class", "class Foo:\n    size = 1\n    def bar(self): pass\nobj = Foo()\n|",
+            "obj", false, "bar size", "Foo");
+        row("instance of module class", "import collections\nd = collections.OrderedDict()\n|", "d", false,
+            "move_to_end", "");
+        row("function result", "import os\n|", "os.getcwd", false, "", "__call__ __name__");
+        row("from import alias", "from os import path as p\n|", "p", false, "join", "");
+        row("module read, not run", "import wsgiref.headers as h\n|", "h", false, "Headers", "");
+        row("names below the cursor",
+            "early = 1\ndef f(arg):\n    local = 'a \\\" \\\\ b'\n    |\nlate = 2\n", "", false,
+            "early f arg local", "late");
+        row("functions below a block", "early = 1\nif early:\n    |\ndef later(): pass\n", "", false, "early",
+            "later");
+        row("top level after error", "import os\nvalue = 1\n)\n|", "", false, "os value", "");
+        row("imports after error", "import os\nvalue = (\n|", "", false, "os", "value");
+        row("inherited members",
+            "class Base(object):\n    def base_method(self): pass\n"
+            "class Child(Base):\n    def own(self, arg):\n        self.made = 1\n        |",
+            "self", false, "base_method own made __init__", "arg");
+        row("method name typed",
+            "class Base(object):\n    def first(self): pass\n"
+            "    def __bqdefloc__(__brindlet_lctr_mvkt__): pass",
+            "", false, "first self cls __init__ __repr__", "__bqdefloc__");
+        row("live object fallback", "|", "sys.flags", true, "optimize", "");
+        row("no fallback", "|", "sys.flags", false, "", "optimize");
+        row("maya.cmds", "import maya.cmds as cmds\n|", "cmds", false, "polyCube ls xform", "polyCubeX");
     }
 
     void names()

@@ -199,16 +199,8 @@ private:
         return editor.get();
     }
 
-    void Type(const QString& text)
-    {
-        const QStringList lines = text.split(QLatin1Char('\n'));
-        for (int i = 0; i < lines.size(); ++i)
-        {
-            if (i > 0)
-                QTest::keyClick(editor.get(), Qt::Key_Return);
-            QTest::keyClicks(editor.get(), lines.at(i));
-        }
-    }
+    // '\r' is typed as the Return key.
+    void Type(const QString& text) { QTest::keyClicks(editor.get(), QString(text).replace('\n', '\r')); }
 
     QTextBlock Block(int number) const { return editor->document()->findBlockByNumber(number); }
 
@@ -469,41 +461,34 @@ private slots:
         QTest::addColumn<QString>("text");
         QTest::addColumn<int>("line");
         QTest::addColumn<QString>("expected");
-        const struct
-        {
-            const char* name;
-            const char* text;
-            int line;
-            const char* expected;
-        } rows[] = {
-            {"mel string cut off at the line end", "\"abc", 0, "ignore=0-3,3-4 single=0-3,3-4 length=4"},
-            {"mel string continued by a backslash", "\"ab\\\ncd\" x", 0, "state=2 ignore=0-3,3-4 length=4"},
-            {"mel continued string line two", "\"ab\\\ncd\" x", 1, "ignore=0-2 length=5"},
-            {"mel escaped quote", "\"a\\\"b\" (", 0, "ignore=0-5 braces=(7 smart=1 length=8"},
-            {"mel escaped backslash", "\"a\\\\\" (", 0, "ignore=0-4 braces=(6 smart=1 length=7"},
-            {"mel comment after string", "\"abc\" // {", 0, "ignore=0-4,6-9,9-10 single=6-9,9-10 length=6"},
-            {"mel block comment opens", "a /* b\nc */ d {", 0,
-             "state=1 ignore=2-5,5-6 block=2-5,5-6 comments=+2 length=6"},
-            {"mel block comment closes", "a /* b\nc */ d {", 1,
-             "ignore=0-3 block=0-3 comments=-4 braces={7 smart=1 length=8"},
-            {"mel braces", "  if ($a) {", 0, "braces=(5 )8 {10 indent='  ' smart=1 length=11"},
-            {"mel closing braces", "} }", 0, "braces=}0 }2 smart=-2 length=3"},
-            {"mel empty line", "x\n\ny", 1, "empty=1 length=0"},
-            {"py blank line", "   ", 0, "indent='   ' empty=1 length=3"},
-            {"py triple quote opens", "'''abc\nx ' y", 0, "state=2 ignore=0-5,5-6 length=6"},
-            {"py empty line in doc string", "\"\"\"a\n\nb\"\"\"", 1,
-             "state=1 ignore=0--1,-1-0 empty=1 length=0"},
-            {"py string continued", "x = \"a\\", 0, "state=3 ignore=4-6,6-7 length=7"},
-            {"py comment after colon", "def f():  # note", 0,
-             "ignore=10-15,15-16 single=10-15,15-16 braces=(5 )6 smart=1 length=10"},
-            {"py brackets in strings and comments", "f('(', \"[\")  # {", 0,
-             "ignore=2-4,7-9,13-15,15-16 single=13-15,15-16 braces=(1 )10 length=13"},
-            {"py open bracket", "x = [", 0, "braces=[4 smart=1 length=5"},
-            {"py comma", "x = [1,", 0, "braces=[4 length=7"},
-            {"py prefix stays outside", "x = rb'\\d'", 0, "ignore=6-9 length=10"},
-            {"text records brackets", "f(x) # y", 0, "braces=(1 )3 length=8"}};
-        for (const auto& row : rows)
-            QTest::newRow(row.name) << QString(row.text) << row.line << QString(row.expected);
+        const auto row = [](const char* name, const char* text, int line, const char* expected)
+        { QTest::newRow(name) << QString(text) << line << QString(expected); };
+        row("mel string cut off at the line end", "\"abc", 0, "ignore=0-3,3-4 single=0-3,3-4 length=4");
+        row("mel string continued by a backslash", "\"ab\\\ncd\" x", 0, "state=2 ignore=0-3,3-4 length=4");
+        row("mel continued string line two", "\"ab\\\ncd\" x", 1, "ignore=0-2 length=5");
+        row("mel escaped quote", "\"a\\\"b\" (", 0, "ignore=0-5 braces=(7 smart=1 length=8");
+        row("mel escaped backslash", "\"a\\\\\" (", 0, "ignore=0-4 braces=(6 smart=1 length=7");
+        row("mel comment after string", "\"abc\" // {", 0, "ignore=0-4,6-9,9-10 single=6-9,9-10 length=6");
+        row("mel block comment opens", "a /* b\nc */ d {", 0,
+            "state=1 ignore=2-5,5-6 block=2-5,5-6 comments=+2 length=6");
+        row("mel block comment closes", "a /* b\nc */ d {", 1,
+            "ignore=0-3 block=0-3 comments=-4 braces={7 smart=1 length=8");
+        row("mel braces", "  if ($a) {", 0, "braces=(5 )8 {10 indent='  ' smart=1 length=11");
+        row("mel closing braces", "} }", 0, "braces=}0 }2 smart=-2 length=3");
+        row("mel empty line", "x\n\ny", 1, "empty=1 length=0");
+        row("py blank line", "   ", 0, "indent='   ' empty=1 length=3");
+        row("py triple quote opens", "'''abc\nx ' y", 0, "state=2 ignore=0-5,5-6 length=6");
+        row("py empty line in doc string", "\"\"\"a\n\nb\"\"\"", 1,
+            "state=1 ignore=0--1,-1-0 empty=1 length=0");
+        row("py string continued", "x = \"a\\", 0, "state=3 ignore=4-6,6-7 length=7");
+        row("py comment after colon", "def f():  # note", 0,
+            "ignore=10-15,15-16 single=10-15,15-16 braces=(5 )6 smart=1 length=10");
+        row("py brackets in strings and comments", "f('(', \"[\")  # {", 0,
+            "ignore=2-4,7-9,13-15,15-16 single=13-15,15-16 braces=(1 )10 length=13");
+        row("py open bracket", "x = [", 0, "braces=[4 smart=1 length=5");
+        row("py comma", "x = [1,", 0, "braces=[4 length=7");
+        row("py prefix stays outside", "x = rb'\\d'", 0, "ignore=6-9 length=10");
+        row("text records brackets", "f(x) # y", 0, "braces=(1 )3 length=8");
     }
 
     void blockData()
@@ -703,13 +688,10 @@ private slots:
         QJsonArray files = records.value(QStringLiteral("files")).toArray();
         QJsonObject file = files.at(0).toObject();
         QJsonArray lines = file.value(QStringLiteral("lines")).toArray();
-        int changed = -1;
-        for (int i = 0; i < lines.size() && changed < 0; ++i)
-        {
-            if (!lines.at(i).toArray().at(0).toArray().isEmpty())
-                changed = i;
-        }
-        QVERIFY(changed >= 0);
+        int changed = 0;
+        while (changed < lines.size() && lines.at(changed).toArray().at(0).toArray().isEmpty())
+            ++changed;
+        QVERIFY(changed < lines.size());
         lines.replace(changed, QJsonArray{QJsonArray(), QJsonArray()});
         file.insert(QStringLiteral("lines"), lines);
         files.replace(0, file);

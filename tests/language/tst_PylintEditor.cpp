@@ -84,11 +84,9 @@ private slots:
         ExpectMessage(codeEditor, 0, "[W0611]");
         for (QThread* thread : threads)
             QCOMPARE(thread, QThread::currentThread());
-    }
 
-    void syntaxErrorIsAnError()
-    {
-        CodeEditor* codeEditor = NewPythonBuffer(QStringLiteral("x = 1\ndef broken(:\n    pass\n"));
+        // A syntax error is an error.
+        codeEditor = NewPythonBuffer(QStringLiteral("x = 1\ndef broken(:\n    pass\n"));
         QVERIFY(codeEditor);
         QTRY_VERIFY_WITH_TIMEOUT(codeEditor->GetNumberOfErrors() > 0, PYLINT_WAIT_MS);
         ExpectMessage(codeEditor, 1, "[E0001]");
