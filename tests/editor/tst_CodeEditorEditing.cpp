@@ -83,7 +83,7 @@ const CommandRow COMMAND_ROWS[] = {
     {"mel after closing parenthesis", MEL, "toParentheses", "    foo(a,\n          b) {|", "key:Return",
      "    foo(a,\n          b) {\n        |"},
     {"python def", PYTHON, "", "def f():|", "key:Return", "def f():\n    |"},
-    {"python between", PYTHON, "", "foo(|)", "key:Return", "foo(\n    |\n)"},
+    {"python between", PYTHON, "", "(|)", "key:Return", "(\n    |\n)"},
     {"python list", PYTHON, "", "x = [|", "key:Return", "x = [\n    |"},
     {"python to bracket", PYTHON, "toParentheses", "x = [1,|", "key:Return", "x = [1,\n\t |"},
     {"text keeps indent", TEXT, "", "    abc {|", "key:Return", "    abc {\n    |"},

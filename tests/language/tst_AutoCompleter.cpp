@@ -313,6 +313,7 @@ private slots:
         row("list value", "x = []\n|", "x", false, "append sort", "keys");
         row("conflicting kinds", "x = 1\nx = 'a'\n|", "x", false, "", "upper real");
         row("linked name", "a = {}\nb = a\n|", "b", false, "keys", "");
+        row("linked ahead of its value", "b = a\na = {}\n|", "b", false, "keys", "");
         row("instance of own class", "class Foo:\n    size = 1\n    def bar(self): pass\nobj = Foo()\n|",
             "obj", false, "bar size", "Foo");
         row("instance of module class", "import collections\nd = collections.OrderedDict()\n|", "d", false,
