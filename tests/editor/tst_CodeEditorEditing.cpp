@@ -162,6 +162,7 @@ const CommandRow COMMAND_ROWS[] = {
     {"delete to line start", PYTHON, "", "^a\n|b", "DeleteLines", "|b"},
     // Tidying.
     {"convert tabs", PYTHON, "", "\ta\tb|", "ConvertTabsToSpaces", "    a   b|"},
+    {"convert tabs mid line", PYTHON, "", "\ta|\tb", "ConvertTabsToSpaces", "    a|   b"},
     {"trim", PYTHON, "", "a  \nb\t|  \nc ", "Trim", "a\nb|\nc"},
     {"trim keeps inner", PYTHON, "", "a  |b  ", "TrimAndNewLine", "a  |b\n"},
     {"trim only blanks", PYTHON, "", "a\u3000 |", "Trim", "a\u3000|"},

@@ -473,6 +473,8 @@ private slots:
             "state=1 ignore=2-5,5-6 block=2-5,5-6 comments=+2 length=6");
         row("mel block comment closes", "a /* b\nc */ d {", 1,
             "ignore=0-3 block=0-3 comments=-4 braces={7 smart=1 length=8");
+        row("mel block comment after a string", "\"a\" /* b", 0,
+            "state=1 ignore=0-2,4-7,7-8 block=4-7,7-8 comments=+4 length=8");
         row("mel braces", "  if ($a) {", 0, "braces=(5 )8 {10 indent='  ' smart=1 length=11");
         row("mel closing braces", "} }", 0, "braces=}0 }2 smart=-2 length=3");
         row("mel empty line", "x\n\ny", 1, "empty=1 length=0");

@@ -285,6 +285,15 @@ private slots:
         QCOMPARE(name->text(), QStringLiteral("Unnamed"));
         QCOMPARE(foreground->GetColor(), QColor(Qt::green));
         QVERIFY(!background->isEnabled());
+        // Each colour sits on the row of its label.
+        for (ColorLabel* color : {foreground, background})
+        {
+            const QString label =
+                color->objectName().replace(QStringLiteral("Color"), QStringLiteral("Label"));
+            const QRect row = dialog.findChild<QLabel*>(label)->geometry();
+            const int y = color->geometry().center().y();
+            QVERIFY2(row.top() <= y && y <= row.bottom(), qPrintable(label));
+        }
         QPushButton* ok = dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok);
 
         DialogAnswer answer(QMessageBox::Ok);

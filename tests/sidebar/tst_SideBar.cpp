@@ -233,6 +233,9 @@ private slots:
 
         editor->NewBuffer(CodeEditorLanguage::TEXT);
         QCOMPARE(Rows(OpenEditors()->GetGroupList(0)).size(), 2);
+        QCOMPARE(list->currentRow(), 1);
+        group->SetCurrentIndex(0);
+        QCOMPARE(list->currentRow(), 0);
         QVERIFY(editor->CloseCodeEditor(0, 1, false));
         QCOMPARE(Rows(OpenEditors()->GetGroupList(0)), QStringList{labels.at(0)});
 
@@ -368,6 +371,24 @@ private slots:
 
         editor->CloseCodeEditor(0, editor->GetActiveCodeEditorGroup()->GetCurrentIndex(), false);
         QVERIFY(!Settings::outlineExpandedHash.contains(firstPath));
+    }
+
+    // Each file keeps where its outline was scrolled to.
+    void outlineKeepsItsScrollPerFile()
+    {
+        QString text;
+        for (int i = 0; i < 80; ++i)
+            text += QStringLiteral("def f%1():\n    pass\n").arg(i);
+        const QString first = Buffer(CodeEditorLanguage::PYTHON, text)->GetFilePath();
+        QTRY_VERIFY(Find(OutlineTree(), QStringLiteral("f79")));
+        QScrollBar* bar = OutlineTree()->verticalScrollBar();
+        QVERIFY(bar->maximum() > 10);
+        bar->setValue(10);
+        Buffer(CodeEditorLanguage::PYTHON, QStringLiteral("def g():\n    pass\n"));
+        QTRY_VERIFY(Find(OutlineTree(), QStringLiteral("g")));
+        editor->SetActiveCodeEditor(first);
+        QTRY_VERIFY(Find(OutlineTree(), QStringLiteral("f79")));
+        QTRY_COMPARE(bar->value(), 10);
     }
 };
 
