@@ -14,7 +14,6 @@
 #include "tabs/CustomTabBar.h"
 
 #include <QtTest/QtTest>
-#include <QtWidgets/QApplication>
 #include <QtWidgets/QMessageBox>
 
 #include <sys/stat.h>
