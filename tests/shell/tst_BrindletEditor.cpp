@@ -1,6 +1,5 @@
 #include "HostApplication.h"
 #include "ShellFixture.h"
-#include "editor/CodeEditor.h"
 #include "output/PanelGroup.h"
 #include "plugin/BrindletEditorCommand.h"
 #include "plugin/MayaUtil.h"
@@ -13,8 +12,6 @@
 #include "tabs/CodeEditorGroup.h"
 #include "widgets/FlatButton.h"
 
-#include <QtCore/QDir>
-#include <QtCore/QFile>
 #include <QtGui/QAction>
 #include <QtTest/QtTest>
 #include <QtWidgets/QApplication>
@@ -43,10 +40,9 @@ private:
     static void DragHandle(QSplitter* splitter, int distance)
     {
         QSplitterHandle* handle = splitter->handle(1);
-        const bool horizontal = splitter->orientation() == Qt::Horizontal;
-        const QPoint start(0, 0);
-        const QPoint end = horizontal ? QPoint(distance, 0) : QPoint(0, distance);
-        QTest::mousePress(handle, Qt::LeftButton, Qt::NoModifier, start);
+        const QPoint end =
+            splitter->orientation() == Qt::Horizontal ? QPoint(distance, 0) : QPoint(0, distance);
+        QTest::mousePress(handle, Qt::LeftButton, Qt::NoModifier, QPoint(0, 0));
         QMouseEvent move(QEvent::MouseMove, QPointF(end), handle->mapToGlobal(QPointF(end)), Qt::LeftButton,
                          Qt::LeftButton, Qt::NoModifier);
         QApplication::sendEvent(handle, &move);
@@ -57,10 +53,7 @@ private slots:
     void firstStartGivesOneMelAndOnePythonBuffer()
     {
         QCOMPARE(editor->GetCodeEditorGroupCount(), 3);
-        int visibleGroups = 0;
-        for (int i = 0; i < editor->GetCodeEditorGroupCount(); ++i)
-            visibleGroups += editor->GetCodeEditorGroupByIndex(i)->isVisible() ? 1 : 0;
-        QCOMPARE(visibleGroups, 1);
+        QVERIFY(Group(0)->isVisible() && !Group(1)->isVisible() && !Group(2)->isVisible());
         QCOMPARE(editor->GetSideBarSplitter()->widget(0), editor->GetSideBar());
         QCOMPARE(editor->GetOutputSplitter()->widget(0), static_cast<QWidget*>(editor->GetPanelGroup()));
         QCOMPARE(editor->GetOutputSplitter()->orientation(), Qt::Vertical);
@@ -129,9 +122,7 @@ private slots:
         editor->ToggleCodeEditor();
         QVERIFY(!Settings::codeEditorVisible);
         QVERIFY(Settings::outputVisible);
-        const QList<int> sizes = OutputSizes(editor);
-        QVERIFY(sizes.at(0) > 0); // the panel
-        QCOMPARE(sizes.at(1), 0); // the editors
+        QVERIFY(OutputSizes(editor).at(0) > 0 && OutputSizes(editor).at(1) == 0);
         editor->ToggleCodeEditor();
         QVERIFY(Settings::codeEditorVisible && Settings::outputVisible);
         QVERIFY(OutputSizes(editor).at(0) > 0 && OutputSizes(editor).at(1) > 0);
@@ -150,7 +141,7 @@ private slots:
         QCOMPARE(editor->GetToggleStatusBarAction()->text(), QStringLiteral("Hide Status Bar"));
     }
 
-    void sideBarAndOutputMove()
+    void sideBarAndOutputMoveAndSurviveARestart()
     {
         editor->GetSideBarSplitter()->setSizes({300, 900});
         editor->ToggleSideBarPosition();
@@ -177,13 +168,9 @@ private slots:
         QCOMPARE(editor->GetOutputSplitter()->widget(0), static_cast<QWidget*>(editor->GetPanelGroup()));
         editor->ToggleCodeEditorLayout();
         QCOMPARE(editor->GetEditorGroupSplitter()->orientation(), Qt::Vertical);
-    }
 
-    void layoutSurvivesARestart()
-    {
         editor->ToggleSideBarPosition();
         editor->OutputPositionRight();
-        editor->ToggleCodeEditorLayout();
         editor->ToggleStatusBar();
         editor->ToggleSideBar();
         editor->SaveState();
@@ -267,13 +254,12 @@ private slots:
                                  .arg(MayaUtil::workspaceControlName)) == MStatus::kSuccess);
         QVERIFY(!MayaUtil::WorkspaceControlFloating());
 
-        auto* outside = new QLineEdit(fixture->Host().MainWindow());
-        outside->show();
-        editor->OnApplicationFocusChanged(nullptr, outside);
+        QLineEdit outside(fixture->Host().MainWindow());
+        outside.show();
+        editor->OnApplicationFocusChanged(nullptr, &outside);
         QVERIFY(toggleSideBar->shortcuts().isEmpty());
-        editor->OnApplicationFocusChanged(outside, editor->GetActiveCodeEditorGroup());
+        editor->OnApplicationFocusChanged(&outside, editor->GetActiveCodeEditorGroup());
         QVERIFY(!toggleSideBar->shortcuts().isEmpty());
-        delete outside;
     }
 };
 

@@ -13,14 +13,7 @@
 #include "tabs/CodeEditorGroup.h"
 #include "tabs/CustomTabBar.h"
 
-#include <QtCore/QDir>
-#include <QtCore/QDirIterator>
-#include <QtCore/QFile>
-#include <QtCore/QProcess>
-#include <QtCore/QTimer>
 #include <QtTest/QtTest>
-#include <QtWidgets/QAbstractButton>
-#include <QtWidgets/QApplication>
 #include <QtWidgets/QMessageBox>
 
 #include <sys/stat.h>
@@ -43,11 +36,6 @@ struct stat Stat(const QString& path)
     struct stat status = {};
     ::stat(QFile::encodeName(path).constData(), &status);
     return status;
-}
-
-bool Run(const QString& program, const QStringList& arguments)
-{
-    return QProcess::execute(program, arguments) == 0;
 }
 
 } // namespace
@@ -73,10 +61,7 @@ private:
                             : c.unicode() < 128 ? int(c.toUpper().unicode())
                                                 : 0;
             const QString keyText = newLine ? QStringLiteral("\r") : QString(c);
-            QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, keyText);
-            QApplication::sendEvent(codeEditor, &press);
-            QKeyEvent release(QEvent::KeyRelease, key, Qt::NoModifier, keyText);
-            QApplication::sendEvent(codeEditor, &release);
+            QTest::sendKeyEvent(QTest::Click, codeEditor, Qt::Key(key), keyText, Qt::NoModifier);
         }
     }
 
@@ -100,11 +85,11 @@ private slots:
     void cleanup()
     {
         for (const QString& path : std::as_const(immutable))
-            Run(QStringLiteral("chattr"), {QStringLiteral("-i"), path});
+            TestFiles::MakeReadOnly(path, false);
         immutable.clear();
         Stop();
         if (!mountPoint.isEmpty())
-            Run(QStringLiteral("umount"), {mountPoint});
+            QProcess::execute(QStringLiteral("umount"), {mountPoint});
         mountPoint.clear();
     }
 
@@ -203,16 +188,12 @@ private slots:
         const QString other = files->filePath(QStringLiteral("other.txt"));
         if (kind == QLatin1String("read-only folder"))
         {
-            if (::geteuid() == 0 && !Run(QStringLiteral("chattr"), {QStringLiteral("+i"), folder}))
-                QSKIP("chattr +i is not available, and root writes into any folder");
-            if (::geteuid() != 0)
-                QFile::setPermissions(folder, QFileDevice::ReadOwner | QFileDevice::ExeOwner);
             immutable.append(folder);
+            if (!TestFiles::MakeReadOnly(folder, true))
+                QSKIP("chattr +i is not available, and root writes into any folder");
         }
         else if (kind == QLatin1String("hard link"))
-        {
             QVERIFY(::link(QFile::encodeName(path).constData(), QFile::encodeName(other).constData()) == 0);
-        }
         else if (kind == QLatin1String("other owner"))
         {
             if (::geteuid() != 0)
@@ -246,11 +227,9 @@ private slots:
     {
         Settings::saveAllOnExit = true;
         const QString path = NewFile(QStringLiteral("locked.txt"), "locked\n");
-        if (::geteuid() == 0 && !Run(QStringLiteral("chattr"), {QStringLiteral("+i"), path}))
-            QSKIP("chattr +i is not available, and root writes any file");
-        if (::geteuid() != 0)
-            QFile::setPermissions(path, QFileDevice::ReadOwner);
         immutable.append(path);
+        if (!TestFiles::MakeReadOnly(path, true))
+            QSKIP("chattr +i is not available, and root writes any file");
         CodeEditor* codeEditor = OpenFile(path);
         QVERIFY(codeEditor);
         TypeAtEnd(codeEditor, QStringLiteral("unsaved line"));
@@ -292,9 +271,9 @@ private slots:
             QSKIP("Mounting a small file system needs root");
         const QString mount = files->filePath(QStringLiteral("small"));
         QVERIFY(QDir().mkpath(mount));
-        if (!Run(QStringLiteral("mount"),
-                 {QStringLiteral("-t"), QStringLiteral("tmpfs"), QStringLiteral("-o"),
-                  QStringLiteral("size=256k"), QStringLiteral("tmpfs"), mount}))
+        if (QProcess::execute(QStringLiteral("mount"),
+                              {QStringLiteral("-t"), QStringLiteral("tmpfs"), QStringLiteral("-o"),
+                               QStringLiteral("size=256k"), QStringLiteral("tmpfs"), mount}) != 0)
             QSKIP("mount -t tmpfs is not permitted here");
         mountPoint = mount;
         const QString path = mount + QStringLiteral("/full.txt");
@@ -336,11 +315,8 @@ private slots:
         QTest::addColumn<QString>("action");
         QTest::addColumn<int>("answer");
         QTest::addColumn<QByteArray>("onDisk");
-        const int cancel = QMessageBox::Cancel;
-        const int overwrite = QMessageBox::Save;
-        const int reload = QMessageBox::Discard;
-        const QByteArray theirs("theirs = 2\n");
-        const QByteArray ours("mine = 1\nours = 3\n");
+        const int cancel = QMessageBox::Cancel, overwrite = QMessageBox::Save, reload = QMessageBox::Discard;
+        const QByteArray theirs("theirs = 2\n"), ours("mine = 1\nours = 3\n");
         for (const bool byRename : {false, true})
         {
             const char* how = byRename ? "by rename" : "in place";

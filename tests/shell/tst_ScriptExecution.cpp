@@ -9,9 +9,6 @@
 #include "shell/BrindletEditor.h"
 #include "tabs/CodeEditorGroup.h"
 
-#include <maya/MGlobal.h>
-
-#include <QtCore/QFile>
 #include <QtTest/QtTest>
 #include <QtWidgets/QApplication>
 

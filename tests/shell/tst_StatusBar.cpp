@@ -7,7 +7,6 @@
 #include "shell/StatusBar.h"
 #include "tabs/CodeEditorGroup.h"
 
-#include <QtCore/QTimer>
 #include <QtGui/QAction>
 #include <QtTest/QtTest>
 #include <QtWidgets/QApplication>
@@ -25,10 +24,8 @@ QStringList ShownTexts(const StatusBar& bar)
     std::sort(labels.begin(), labels.end(), [](QLabel* a, QLabel* b) { return a->x() < b->x(); });
     QStringList texts;
     for (const QLabel* label : labels)
-    {
         if (label->isVisibleTo(&bar))
             texts.append(label->pixmap().isNull() ? label->text() : QStringLiteral("<icon>"));
-    }
     return texts;
 }
 
@@ -54,10 +51,8 @@ void WithContextMenu(StatusBar* bar, const std::function<void(QMenu*)>& use)
 QAction* Action(const QMenu* menu, const QString& text)
 {
     for (QAction* action : menu->actions())
-    {
         if (action->text() == text)
             return action;
-    }
     return nullptr;
 }
 } // namespace
@@ -72,16 +67,6 @@ public:
     TestStatusBar() : ShellFixture(QSize(1200, 800), true) {}
 
 private slots:
-    // A long message is cut at the bar's edge; it never asks the window for more room.
-    void longMessageNeverWidensTheBar()
-    {
-        StatusBar bar(nullptr);
-        bar.SetInfo(QStringLiteral("short"));
-        const int minimum = bar.minimumSizeHint().width();
-        bar.SetInfo(QString(400, QLatin1Char('x')));
-        QCOMPARE(bar.minimumSizeHint().width(), minimum);
-    }
-
     void contextMenuTogglesParts_data()
     {
         QTest::addColumn<QString>("part");
@@ -129,6 +114,10 @@ private slots:
                             action->trigger();
                         });
         QCOMPARE(ShownTexts(bar), all);
+        // A long message is cut at the bar's edge; it never asks the window for more room.
+        const int minimum = bar.minimumSizeHint().width();
+        bar.SetInfo(QString(400, QLatin1Char('x')));
+        QCOMPARE(bar.minimumSizeHint().width(), minimum);
     }
 
     void hideStatusBarFromItsMenu()
@@ -171,7 +160,6 @@ private slots:
                  QStringLiteral("Python %1 (64-bit)     ").arg(MayaUtil::GetPythonVersion()));
         QVERIFY(ShownTexts(*bar).contains(QStringLiteral("Ln 1      Col 1      Sel 0")));
 
-        // With the last tab closed nothing is active.
         while (editor->GetCodeEditorCount() > 0)
             QVERIFY(editor->CloseCodeEditor(group, 0, false));
         QCOMPARE(bar->GetInterpreterText(), QString());
@@ -204,7 +192,6 @@ private slots:
         python->SetCurrentLine(2);
         QCOMPARE(ShownTexts(*bar).at(5), QString());
 
-        // Mended, the counts go back to nothing.
         python->SetText(QStringLiteral("x = 'abc'\n"));
         QTRY_COMPARE_WITH_TIMEOUT(ShownTexts(*bar).at(2), QStringLiteral("0  "), 20000);
         QCOMPARE(ShownTexts(*bar).at(4), QStringLiteral("0    "));
@@ -224,7 +211,6 @@ private slots:
         const QString path = NewFile(QStringLiteral("split.py"), "x = 1\n");
         QVERIFY(editor->OpenFile(path));
         CodeEditorGroup* first = editor->GetActiveCodeEditorGroup();
-        // Split: the file's tab moves into a group of its own, beside the first.
         editor->OnMoveTabToZoneRequested(first->GetId(), first->GetCurrentIndex(), first->GetId(),
                                          TabDropZoneAfter);
         CodeEditorGroup* second = editor->GetCodeEditorGroupByPath(path);
