@@ -153,12 +153,29 @@ void HostMainWindow::CreateMenus()
     exitAction = fileMenu->addAction(QStringLiteral("Exit"));
     exitAction->setObjectName(QStringLiteral("exitMenuItem"));
 
+    // Empty until it is built, as in Maya.
     windowsMenu = menuBar()->addMenu(QStringLiteral("Windows"));
     windowsMenu->setObjectName(QStringLiteral("mainWindowMenu"));
+}
+
+void HostMainWindow::BuildWindowsMenu()
+{
+    if (generalEditorsMenu)
+        return;
     generalEditorsMenu = windowsMenu->addMenu(QStringLiteral("General Editors"));
     generalEditorsMenu->setObjectName(QStringLiteral("wmGeneralEditorsMenu"));
+    connect(generalEditorsMenu, &QMenu::aboutToShow, this, &HostMainWindow::BuildGeneralEditorsMenu);
+}
+
+void HostMainWindow::BuildGeneralEditorsMenu()
+{
+    // As in Maya, a menu that already holds items is taken as built.
+    if (!generalEditorsMenu || !generalEditorsMenu->actions().isEmpty())
+        return;
     scriptEditorAction = generalEditorsMenu->addAction(QStringLiteral("Script Editor"));
     scriptEditorAction->setObjectName(QStringLiteral("wmScriptEditorItem"));
+    connect(scriptEditorAction, &QAction::triggered, this,
+            []() { HostMel::Execute(QStringLiteral("ScriptEditor"), nullptr, true); });
 }
 
 void HostMainWindow::CreateStatusLine()
@@ -188,6 +205,5 @@ void HostMainWindow::CreateLayout()
 void HostMainWindow::CreateConnections()
 {
     connect(exitAction, &QAction::triggered, this, &QWidget::close);
-    connect(scriptEditorAction, &QAction::triggered, this,
-            []() { HostMel::Execute(QStringLiteral("ScriptEditor"), nullptr, true); });
+    connect(windowsMenu, &QMenu::aboutToShow, this, &HostMainWindow::BuildWindowsMenu);
 }

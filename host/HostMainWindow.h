@@ -21,7 +21,11 @@ public:
     explicit HostMainWindow(QWidget* parent = nullptr);
 
     QMenu* WindowsMenu() const;
+    // Null until the Windows menu is built.
     QMenu* GeneralEditorsMenu() const;
+    // Maya builds these menus when they first open, or when a script asks for them.
+    void BuildWindowsMenu();
+    void BuildGeneralEditorsMenu();
     QToolBar* StatusLine() const;
     QToolBar* ShelfBar() const;
     HostCommandLine* CommandLine() const;

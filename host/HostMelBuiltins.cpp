@@ -162,30 +162,12 @@ MStatus ClearExistingHistory(const HostMelCall& /*call*/, HostCommandResult& /*r
     return MStatus::kSuccess;
 }
 
-// Keeps each wanted name at its index in melInfo's list, with empty strings between; the array
-// ends at the last name kept.
-MStatus GetMelInfo(const HostMelCall& call, HostCommandResult& result)
+// Maya ships startsWith as a script; the host answers it as a command would.
+MStatus StartsWith(const std::vector<HostMelValue>& values, HostMelValue& result)
 {
-    int wanted[3] = {0, 0, 0};
-    if (call.positionals.size() != 3)
-        return WrongArguments(call.name);
-    for (int i = 0; i < 3; ++i)
-    {
-        if (!HostMelBuiltins::ToInt(call.positionals.at(i), wanted[i]))
-            return WrongArguments(call.name);
-    }
-    const QStringList names = HostMel::MelInfo();
-    MStringArray kept;
-    for (int i = 0; i < names.size(); ++i)
-    {
-        const QString type = HostMel::WhatIs(names.at(i));
-        const bool keep = (wanted[0] && type == QLatin1String("Command")) ||
-                          (wanted[1] && type == QLatin1String("Run Time Command")) ||
-                          (wanted[2] && type.startsWith(QLatin1String("Mel procedure")));
-        if (keep)
-            kept.set(ToMString(names.at(i)), static_cast<unsigned int>(i));
-    }
-    result.setStringArray(kept);
+    if (values.size() != 2)
+        return WrongArguments(QStringLiteral("startsWith"));
+    result = HostMelValue::FromInt(values.front().ToString().startsWith(values.back().ToString()) ? 1 : 0);
     return MStatus::kSuccess;
 }
 } // namespace
@@ -215,6 +197,7 @@ void HostMelBuiltins::Register(HostMelSession& session)
 {
     AddValueCommand(session, QStringLiteral("print"), Print);
     AddValueCommand(session, QStringLiteral("size"), Size);
+    AddValueCommand(session, QStringLiteral("startsWith"), StartsWith);
     Add(session, QStringLiteral("python"), {}, Python);
     Add(session, QStringLiteral("eval"), {}, Eval);
     Add(session, QStringLiteral("source"), {}, Source);
@@ -237,5 +220,4 @@ void HostMelBuiltins::Register(HostMelSession& session)
 
     session.substitutes.insert(QStringLiteral("xvGetExistingHistory"), GetExistingHistory);
     session.substitutes.insert(QStringLiteral("xvClearExistingHistory"), ClearExistingHistory);
-    session.substitutes.insert(QStringLiteral("xvGetMelInfo"), GetMelInfo);
 }

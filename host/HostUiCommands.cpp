@@ -123,7 +123,21 @@ void HostUiCommands::RegisterCommands()
               {QStringLiteral("mi"), QStringLiteral("menuItems"), 0}},
              &HostUiCommands::LsUi);
     Register(QStringLiteral("ScriptEditor"), {}, &HostUiCommands::ScriptEditor);
-    RegisterSubstitute(QStringLiteral("xvCreateBrindletEditorMenuItem"), &HostUiCommands::CreateMenuItem);
+    Register(QStringLiteral("menu"),
+             {{QStringLiteral("ia"), QStringLiteral("itemArray"), 0},
+              {QStringLiteral("l"), QStringLiteral("label"), 1},
+              {QStringLiteral("ex"), QStringLiteral("exists"), 0}},
+             &HostUiCommands::Menu);
+    Register(QStringLiteral("menuItem"),
+             {{QStringLiteral("p"), QStringLiteral("parent"), 1},
+              {QStringLiteral("d"), QStringLiteral("divider"), 1},
+              {QStringLiteral("l"), QStringLiteral("label"), 1},
+              {QStringLiteral("c"), QStringLiteral("command"), 1}},
+             &HostUiCommands::MenuItem);
+    Register(QStringLiteral("uiRes"), {}, &HostUiCommands::UiRes);
+    // Scripts in Maya, so procedures here.
+    RegisterSubstitute(QStringLiteral("buildViewMenu"), &HostUiCommands::BuildViewMenu);
+    RegisterSubstitute(QStringLiteral("buildObjectEdMenu"), &HostUiCommands::BuildObjectEdMenu);
     RegisterSubstitute(QStringLiteral("xvGetScriptEditorButtonName"),
                        &HostUiCommands::ScriptEditorButtonName);
     registeredCommands = {QStringLiteral("workspaceControl"),
@@ -133,7 +147,15 @@ void HostUiCommands::RegisterCommands()
                           QStringLiteral("showHelp"),
                           QStringLiteral("scriptToShelf"),
                           QStringLiteral("lsUI"),
-                          QStringLiteral("ScriptEditor")};
+                          QStringLiteral("ScriptEditor"),
+                          QStringLiteral("menu"),
+                          QStringLiteral("menuItem"),
+                          QStringLiteral("uiRes")};
+    // Maya's own scripts: the menu builders are stood in for once they exist as procedures.
+    HostMel::Execute(QStringLiteral("global string $gMainWindowMenu = \"mainWindowMenu\";"
+                                    "global proc buildViewMenu(string $menu) {}"
+                                    "global proc buildObjectEdMenu(string $menu) {}"),
+                     nullptr, false);
 }
 
 void HostUiCommands::Register(const QString& name, const QList<HostMelFlagSpec>& flags, Method method)
@@ -360,19 +382,86 @@ MStatus HostUiCommands::ScriptEditor(const HostMelCall& call, HostCommandResult&
     return MStatus::kSuccess;
 }
 
-MStatus HostUiCommands::CreateMenuItem(const HostMelCall& call, HostCommandResult& result)
+QMenu* HostUiCommands::FindMenu(const QString& name) const
+{
+    return name.isEmpty() ? nullptr : mainWindow->findChild<QMenu*>(ShortName(name));
+}
+
+MStatus HostUiCommands::Menu(const HostMelCall& call, HostCommandResult& result)
+{
+    const QString name = call.LastPositional();
+    if (call.query && call.HasFlag(QStringLiteral("exists")))
+    {
+        result.setInt(mainWindow && FindMenu(name) ? 1 : 0);
+        return MStatus::kSuccess;
+    }
+    QMenu* menu = FindMenu(name);
+    if (!call.query || call.flags.isEmpty())
+        return ReportError(QStringLiteral("menu: Only queries of existing menus are known to this host."));
+    if (!menu)
+        return ReportError(NotFound(call.name, name));
+    if (call.flags.first().first == QLatin1String("label"))
+    {
+        result.setString(MQtUtil::toMString(menu->title()));
+        return MStatus::kSuccess;
+    }
+    // A submenu is listed under its menu's name, as Maya lists cascading items.
+    QStringList items;
+    for (const QAction* action : menu->actions())
+    {
+        const QString item = action->menu() ? action->menu()->objectName() : action->objectName();
+        if (!item.isEmpty())
+            items.append(item);
+    }
+    result.setStringArray(ToStringArray(items));
+    return MStatus::kSuccess;
+}
+
+MStatus HostUiCommands::MenuItem(const HostMelCall& call, HostCommandResult& result)
+{
+    QMenu* menu = FindMenu(call.FlagValue(QStringLiteral("parent")));
+    if (call.query || call.edit || !menu)
+        return ReportError(
+            QStringLiteral("menuItem: Only new items of an existing menu are known to this host."));
+    QAction* action = nullptr;
+    if (ParseBool(call.FlagValue(QStringLiteral("divider"))))
+    {
+        action = menu->addSeparator();
+    }
+    else
+    {
+        action = menu->addAction(call.FlagValue(QStringLiteral("label")));
+        const QString command = call.FlagValue(QStringLiteral("command"));
+        QObject::connect(action, &QAction::triggered, action,
+                         [command]() { HostMel::Execute(command, nullptr, false); });
+    }
+    action->setObjectName(UniqueMenuItemName());
+    result.setString(MQtUtil::toMString(action->objectName()));
+    return MStatus::kSuccess;
+}
+
+MStatus HostUiCommands::UiRes(const HostMelCall& call, HostCommandResult& result)
+{
+    // The one resource the plug-in reads; others come back as their keys.
+    const QString key = call.positionals.value(0);
+    result.setString(MQtUtil::toMString(
+        key == QLatin1String("m_WindowMenu.kGeneralEditorsLabel") ? QStringLiteral("General Editors") : key));
+    return MStatus::kSuccess;
+}
+
+MStatus HostUiCommands::BuildViewMenu(const HostMelCall& call, HostCommandResult&)
 {
     if (!mainWindow)
         return ReportNoMainWindow(call.name);
-    const QString label = call.positionals.value(0);
-    const QString command = call.positionals.value(1);
-    QMenu* menu = mainWindow->GeneralEditorsMenu();
-    menu->addSeparator()->setObjectName(UniqueMenuItemName());
-    QAction* action = menu->addAction(label);
-    action->setObjectName(UniqueMenuItemName());
-    QObject::connect(action, &QAction::triggered, action,
-                     [command]() { HostMel::Execute(command, nullptr, false); });
-    result.setString(MQtUtil::toMString(action->objectName()));
+    mainWindow->BuildWindowsMenu();
+    return MStatus::kSuccess;
+}
+
+MStatus HostUiCommands::BuildObjectEdMenu(const HostMelCall& call, HostCommandResult&)
+{
+    if (!mainWindow)
+        return ReportNoMainWindow(call.name);
+    mainWindow->BuildGeneralEditorsMenu();
     return MStatus::kSuccess;
 }
 

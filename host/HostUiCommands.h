@@ -9,6 +9,7 @@
 class HostMainWindow;
 class HostWorkspaceCommands;
 class QAction;
+class QMenu;
 class QWidget;
 
 // The MEL commands of Maya's interface, registered into HostMel for as long as the object
@@ -48,13 +49,18 @@ private:
     MStatus ScriptToShelf(const HostMelCall& call, HostCommandResult& result);
     MStatus LsUi(const HostMelCall& call, HostCommandResult& result);
     MStatus ScriptEditor(const HostMelCall& call, HostCommandResult& result);
-    MStatus CreateMenuItem(const HostMelCall& call, HostCommandResult& result);
+    MStatus Menu(const HostMelCall& call, HostCommandResult& result);
+    MStatus MenuItem(const HostMelCall& call, HostCommandResult& result);
+    MStatus UiRes(const HostMelCall& call, HostCommandResult& result);
+    MStatus BuildViewMenu(const HostMelCall& call, HostCommandResult& result);
+    MStatus BuildObjectEdMenu(const HostMelCall& call, HostCommandResult& result);
     MStatus ScriptEditorButtonName(const HostMelCall& call, HostCommandResult& result);
 
     bool DeleteNamed(const QString& name, const HostMelCall& call);
     bool DeleteMenuItem(const QString& name);
     bool DeleteWindow(const QString& name);
     QString UniqueMenuItemName() const;
+    QMenu* FindMenu(const QString& name) const;
 
     static HostUiCommands* current;
 

@@ -1,6 +1,7 @@
 #include "EditorWindow.h"
 #include "HostApplication.h"
 #include "HostCallbacks.h"
+#include "HostMainWindow.h"
 #include "ShellFixture.h"
 #include "TestFiles.h"
 #include "output/OutputTextEdit.h"
@@ -19,6 +20,7 @@
 #include <QtGui/QClipboard>
 #include <QtTest/QtTest>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QMenu>
 
 // The plug-in driven end to end through the substitute host: load, the command and its
 // flags, its panel, output formatting through the real callback, quit and unload.
@@ -94,6 +96,9 @@ private slots:
         QVERIFY(!BrindletEditorCommand::GuiAvailable());
         // The settings file's folder exists from the first read on.
         QVERIFY(QDir(fixture->UserConfigDirectory()).exists());
+        // Opened, the menu still lists the host's own editors beside the item.
+        emit fixture->Host().HostWindow()->GeneralEditorsMenu()->aboutToShow();
+        QVERIFY(MQtUtil::findMenuItem(MString("wmScriptEditorItem")));
         item->trigger();
         QVERIFY(BrindletEditorCommand::GuiAvailable());
     }
