@@ -384,7 +384,7 @@ MStatus HostUiCommands::ScriptEditor(const HostMelCall& call, HostCommandResult&
 
 QMenu* HostUiCommands::FindMenu(const QString& name) const
 {
-    return name.isEmpty() ? nullptr : mainWindow->findChild<QMenu*>(ShortName(name));
+    return name.isEmpty() || !mainWindow ? nullptr : mainWindow->findChild<QMenu*>(ShortName(name));
 }
 
 MStatus HostUiCommands::Menu(const HostMelCall& call, HostCommandResult& result)
@@ -392,9 +392,11 @@ MStatus HostUiCommands::Menu(const HostMelCall& call, HostCommandResult& result)
     const QString name = call.LastPositional();
     if (call.query && call.HasFlag(QStringLiteral("exists")))
     {
-        result.setInt(mainWindow && FindMenu(name) ? 1 : 0);
+        result.setInt(FindMenu(name) ? 1 : 0);
         return MStatus::kSuccess;
     }
+    if (!mainWindow)
+        return ReportNoMainWindow(call.name);
     QMenu* menu = FindMenu(name);
     if (!call.query || call.flags.isEmpty())
         return ReportError(QStringLiteral("menu: Only queries of existing menus are known to this host."));
@@ -419,6 +421,8 @@ MStatus HostUiCommands::Menu(const HostMelCall& call, HostCommandResult& result)
 
 MStatus HostUiCommands::MenuItem(const HostMelCall& call, HostCommandResult& result)
 {
+    if (!mainWindow)
+        return ReportNoMainWindow(call.name);
     QMenu* menu = FindMenu(call.FlagValue(QStringLiteral("parent")));
     if (call.query || call.edit || !menu)
         return ReportError(

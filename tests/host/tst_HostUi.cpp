@@ -224,6 +224,8 @@ private slots:
             QStringLiteral("showHelp DocsMelCommands"),
             QStringLiteral("scriptToShelf \"a\" \"b\" 1"),
             QStringLiteral("lsUI -type symbolButton"),
+            QStringLiteral("menu -q -ia mainWindowMenu"),
+            QStringLiteral("menuItem -p mainWindowMenu -l \"a\""),
         };
         for (const QString& command : failing)
         {
